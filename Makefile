@@ -1,0 +1,45 @@
+# The commands of the repository. Each sets up what it needs; everything below is plain CMake.
+.PHONY: run test bench sanitize fuzz lint format setup clean
+
+# Two jobs a gigabyte of memory would allow more; the number of processors is what pays.
+JOBS ?= $(shell nproc)
+
+run: setup
+	cmake --preset release
+	cmake --build --preset release --target cfgctl -j $(JOBS)
+	tools/show_example.sh build/release/bin/cfgctl
+
+test: setup
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS)
+	ctest --preset dev -j $(JOBS)
+
+sanitize: setup
+	cmake --preset asan
+	cmake --build --preset asan -j $(JOBS)
+	ctest --preset asan -j $(JOBS)
+
+bench: setup
+	cmake --preset release
+	cmake --build --preset release --target corma_bench corma_bench_memory -j $(JOBS)
+	tools/bench.sh build/release
+
+fuzz: setup
+	tools/setup.sh fuzz
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	tools/fuzz.sh build/fuzz
+
+lint: setup
+	tools/setup.sh lint
+	cmake --preset dev
+	tools/lint.sh build/dev
+
+format:
+	git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+setup:
+	@tools/setup.sh build
+
+clean:
+	rm -rf build

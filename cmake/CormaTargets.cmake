@@ -1,0 +1,44 @@
+# Settings that all our targets share, and the two kinds of targets below src/ and tests/.
+
+add_library(corma_settings INTERFACE)
+target_compile_features(corma_settings INTERFACE cxx_std_20)
+target_compile_options(corma_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+target_include_directories(corma_settings INTERFACE
+  "${PROJECT_SOURCE_DIR}/src"
+  "${PROJECT_SOURCE_DIR}/include"
+  "${PROJECT_BINARY_DIR}/include")
+if(CORMA_SANITIZE)
+  target_compile_options(corma_settings INTERFACE
+    -fsanitize=address,undefined -fno-omit-frame-pointer)
+  target_link_options(corma_settings INTERFACE -fsanitize=address,undefined)
+endif()
+if(CORMA_FUZZ)
+  target_compile_options(corma_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# One folder of src/ as an object library: corma_add_subsystem(inifile SOURCES ... USES ...).
+# What USES names gives its usage requirements; objects are not passed on, so the libraries in
+# src/CMakeLists.txt list all subsystems.
+function(corma_add_subsystem name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;USES;LIBRARIES")
+  add_library(corma_${name} OBJECT ${arg_SOURCES})
+  set_target_properties(corma_${name} PROPERTIES
+    POSITION_INDEPENDENT_CODE ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  target_compile_definitions(corma_${name} PRIVATE corma_EXPORTS)
+  list(TRANSFORM arg_USES PREPEND corma_)
+  target_link_libraries(corma_${name} PUBLIC corma_settings ${arg_USES} ${arg_LIBRARIES})
+  set_property(GLOBAL APPEND PROPERTY CORMA_SUBSYSTEMS corma_${name})
+endfunction()
+
+# One folder of tests/ as a GoogleTest program over the static library.
+function(corma_add_tests name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  add_executable(test_${name} ${arg_SOURCES})
+  target_link_libraries(test_${name} PRIVATE
+    corma_testable corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
+  target_precompile_headers(test_${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
+  gtest_discover_tests(test_${name} TEST_PREFIX "${name}." DISCOVERY_TIMEOUT 60)
+endfunction()

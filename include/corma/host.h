@@ -1,0 +1,137 @@
+#pragma once
+
+// What a standalone program gives the library in place of a CAD host, and the few host types that
+// the library's interface uses. Inside the CAD host the same names come from the host.
+
+#include <corma/export.h>
+
+#include <cstddef>
+
+// Status codes and result types of the host.
+inline constexpr int RTNONE = 5000;
+inline constexpr int RTREAL = 5001;
+inline constexpr int RTPOINT = 5002;
+inline constexpr int RTSHORT = 5003;
+inline constexpr int RTSTR = 5005;
+inline constexpr int RT3DPOINT = 5009;
+inline constexpr int RTLONG = 5010;
+inline constexpr int RTNORM = 5100;
+inline constexpr int RTERROR = -5001;
+inline constexpr int RTCAN = -5002;
+inline constexpr int RTKWORD = -5005;
+
+using ACHAR = wchar_t;
+using ads_real = double;
+using ads_point = ads_real[3];
+
+struct ads_binary
+{
+    short clen = 0; // bytes in buf
+    char* buf = nullptr;
+};
+
+union ads_u_val {
+    ads_real rreal;
+    ads_real rpoint[3];
+    short rint;
+    ACHAR* rstring;
+    long long rlname[2];
+    int rlong;
+    long long mnInt64;
+    ads_binary rbinary;
+};
+
+/// A node of the host's result lists; `restype` tells which member of `resval` is live.
+struct resbuf
+{
+    resbuf* rbnext;
+    short restype;
+    ads_u_val resval;
+};
+
+/// A new zero-filled node of the given result type, or null when there is no memory.
+/// The caller frees it, with all that is chained behind it, by acutRelRb().
+CORMA_EXPORT resbuf* acutNewRb(int type);
+
+/// Frees a list and the texts that it owns. Null is allowed. Always RTNORM.
+CORMA_EXPORT int acutRelRb(resbuf* list);
+
+namespace corma {
+
+enum class MessageIcon
+{
+    none,
+    information,
+    question,
+    exclamation,
+    stop
+};
+enum class MessageButtons
+{
+    ok,
+    okCancel,
+    yesNo,
+    yesNoCancel
+};
+enum class MessageAnswer
+{
+    ok,
+    cancel,
+    yes,
+    no
+};
+
+/// What the library shows, asks and wants to know of its surroundings. A program derives from it
+/// and installs its object with setServices(); the defaults serve a program on a terminal.
+class CORMA_EXPORT Services
+{
+public:
+    Services() = default;
+    Services(const Services&) = default;
+    Services& operator=(const Services&) = default;
+    virtual ~Services();
+
+    /// Text for the command line, as the library sends it: a message begins with a line end and
+    /// does not end in one. By default it goes to standard error as UTF-8.
+    virtual void print(const wchar_t* text);
+
+    /// A message that the user must see. By default printed.
+    virtual void alert(const wchar_t* text);
+
+    /// A message box. By default its text is printed and the answer is the cautious one:
+    /// cancel where there is such a button, else no, else ok.
+    virtual MessageAnswer messageBox(const wchar_t* text, const wchar_t* title, MessageIcon icon,
+                                     MessageButtons buttons);
+
+    /// The host cannot go on. By default the text is printed and the process aborts; an override
+    /// may return, and the library then goes on with its normal failure.
+    virtual void fail(const wchar_t* text);
+
+    /// Full path of the module whose folder is searched first for files. By default the program.
+    /// Null or empty: there is none. The text lives as long as the object.
+    virtual const wchar_t* moduleFile();
+
+    /// Value of an environment variable, null when it is not set. The text lives until the next
+    /// call.
+    virtual const wchar_t* environment(const wchar_t* name);
+};
+
+/// The services in force.
+CORMA_EXPORT Services& services();
+
+/// Installs other services and returns the former ones (null: the default ones were in force).
+/// The caller keeps ownership; null puts the default ones back.
+CORMA_EXPORT Services* setServices(Services* replacement);
+
+/// Makes a document of that file name the current one. The name decides where project files are
+/// looked for; the file itself is not opened. False when the name is null or empty.
+CORMA_EXPORT bool openDocument(const wchar_t* fileName);
+
+/// Closes the current document, if there is one; then none is current.
+CORMA_EXPORT void closeDocument();
+
+/// The folder search keeps the folder of Services::moduleFile() once it has asked. Call this
+/// after other services were installed, so that it asks again.
+CORMA_EXPORT void forgetModuleFolder();
+
+} // namespace corma

@@ -1,0 +1,196 @@
+#include "foundation/text_file.h"
+
+#include "platform/text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace corma {
+
+namespace {
+
+constexpr std::string_view kMarkUtf8 = "\xEF\xBB\xBF";
+constexpr std::string_view kMarkUtf16Little = "\xFF\xFE";
+constexpr std::string_view kMarkUtf16Big = "\xFE\xFF";
+
+// Reads code points out of UTF-16 bytes; what is no pair of surrogates becomes U+FFFD.
+class Utf16Reader
+{
+public:
+    Utf16Reader(std::string_view bytes, std::size_t highByte)
+        : m_bytes(bytes)
+        , m_high(highByte)
+    {
+    }
+
+    bool atEnd() const { return m_at >= m_bytes.size(); }
+
+    char32_t next()
+    {
+        const char32_t unit = take();
+        const bool isLead = unit >= 0xD800 && unit <= 0xDBFF;
+        if (isLead && !atEnd()) {
+            const std::size_t before = m_at;
+            const char32_t trail = take();
+            if (trail >= 0xDC00 && trail <= 0xDFFF) {
+                return 0x10000 + ((unit - 0xD800) << 10U) + (trail - 0xDC00);
+            }
+            m_at = before;
+        }
+        return unit; // a lone surrogate is replaced when it is written as UTF-8
+    }
+
+private:
+    char32_t take()
+    {
+        if (m_at + 1 >= m_bytes.size()) {
+            m_at = m_bytes.size();
+            return 0xFFFD;
+        }
+        const auto high = static_cast<unsigned char>(m_bytes[m_at + m_high]);
+        const auto low = static_cast<unsigned char>(m_bytes[m_at + 1 - m_high]);
+        m_at += 2;
+        return static_cast<char32_t>(high << 8U | low);
+    }
+
+    std::string_view m_bytes;
+    std::size_t m_high; // 0 or 1: where the high byte of a unit stands
+    std::size_t m_at = 0;
+};
+
+// UTF-8 of the text, with the padding that FileContent promises. Measured first, so that the
+// buffer is taken once and at its right size.
+void turnIntoUtf8(platform::FileContent& content, std::size_t highByte)
+{
+    const std::string_view units = content.view().substr(kMarkUtf16Little.size());
+    std::string one;
+    std::size_t size = 0;
+    for (Utf16Reader reader(units, highByte); !reader.atEnd(); size += one.size()) {
+        one.clear();
+        appendUtf8(one, reader.next());
+    }
+    constexpr std::size_t kPadding = platform::FileContent::kPadding;
+    auto bytes = std::make_unique_for_overwrite<char[]>(size + kPadding);
+    char* out = bytes.get();
+    for (Utf16Reader reader(units, highByte); !reader.atEnd();) {
+        one.clear();
+        appendUtf8(one, reader.next());
+        out = std::copy(one.begin(), one.end(), out);
+    }
+    std::fill_n(out, kPadding, '\0');
+    content.bytes = std::move(bytes);
+    content.size = size;
+}
+
+// Leaves the mark out of the text and tells the encoding, if the mark does.
+std::optional<Encoding> followMark(platform::FileContent& content, std::string_view& text)
+{
+    if (content.view().starts_with(kMarkUtf8)) {
+        text = content.view().substr(kMarkUtf8.size());
+        return Encoding::utf8;
+    }
+    const bool isLittle = content.view().starts_with(kMarkUtf16Little);
+    if (isLittle || content.view().starts_with(kMarkUtf16Big)) {
+        turnIntoUtf8(content, isLittle ? 1 : 0);
+        text = content.view();
+        return Encoding::utf8;
+    }
+    text = content.view();
+    return std::nullopt;
+}
+
+} // namespace
+
+std::size_t decodeInto(std::string_view bytes, Encoding encoding, wchar_t* out,
+                       std::size_t capacity)
+{
+    if (capacity == 0) {
+        return 0;
+    }
+    const wchar_t* const begin = out;
+    const wchar_t* const end = out + capacity - 1;
+    for (std::size_t at = 0; at < bytes.size() && out != end; ++out) {
+        const auto byte = static_cast<unsigned char>(bytes[at]);
+        if (byte < 0x80) {
+            *out = static_cast<wchar_t>(byte);
+            ++at;
+        } else if (encoding == Encoding::windows1252) {
+            *out = fromWindows1252(byte);
+            ++at;
+        } else {
+            *out = static_cast<wchar_t>(nextUtf8(bytes, at));
+        }
+    }
+    *out = 0;
+    return static_cast<std::size_t>(out - begin);
+}
+
+std::wstring decode(std::string_view bytes, Encoding encoding)
+{
+    std::wstring text(bytes.size() + 1, L'\0');
+    text.resize(decodeInto(bytes, encoding, text.data(), text.size()));
+    return text;
+}
+
+TextFile::TextFile(platform::NativePath path, OpenMode mode, Transform transform)
+    : m_path(std::move(path))
+    , m_mode(mode)
+    , m_transform(std::move(transform))
+{
+    m_isOpen = read();
+}
+
+bool TextFile::refresh()
+{
+    const auto stamp = platform::fileStamp(m_path);
+    if (!stamp || (*stamp == m_content.stamp && !m_mayHideAChange)) {
+        return false;
+    }
+    return read();
+}
+
+// True when the text is another one now. The old text stays when the file cannot be read.
+bool TextFile::read()
+{
+    const std::int64_t now = platform::fileClock();
+    auto content = platform::readFile(m_path);
+    if (!content) {
+        return false;
+    }
+    if (m_transform) {
+        m_transform(*content);
+    }
+    std::string_view text = content->view();
+    std::optional<Encoding> stated = Encoding::windows1252;
+    if (m_mode == OpenMode::text) {
+        stated = followMark(*content, text);
+    }
+    m_mayHideAChange = platform::couldHideAChange(content->stamp, now);
+    if (m_isOpen && text == m_text && stated == m_stated) {
+        m_content.stamp = content->stamp;
+        return false;
+    }
+    m_content = std::move(*content);
+    m_text = text;
+    m_stated = stated;
+    m_encoding = stated;
+    return true;
+}
+
+Encoding TextFile::encoding() const
+{
+    if (!m_encoding) {
+        m_encoding = isUtf8(m_text) ? Encoding::utf8 : Encoding::windows1252;
+    }
+    return *m_encoding;
+}
+
+} // namespace corma
+
+std::unique_ptr<corma::TextFile> xx_openUnicode(std::wstring_view path, corma::OpenMode mode,
+                                                corma::TextFile::Transform transform)
+{
+    auto file = std::make_unique<corma::TextFile>(corma::platform::locate(path), mode,
+                                                  std::move(transform));
+    return file->isOpen() ? std::move(file) : nullptr;
+}

@@ -1,0 +1,128 @@
+#pragma once
+
+// platform/ - what the operating system gives: paths, files, the environment, the program itself.
+// One header for all systems, one folder of sources for each; everything above calls only these.
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corma::platform {
+
+// --- paths ---------------------------------------------------------------------------------------
+
+#ifdef _WIN32
+inline constexpr wchar_t kSeparator = L'\\';
+#else
+inline constexpr wchar_t kSeparator = L'/';
+#endif
+
+/// Both separators are separators in every input.
+constexpr bool isSeparator(wchar_t c)
+{
+    return c == L'/' || c == L'\\';
+}
+
+/// The path with the platform's own separators.
+std::wstring nativeSeparators(std::wstring_view path);
+
+/// True for a path that no folder needs to be put before: with a drive, or from the root.
+bool isAbsolute(std::wstring_view path);
+
+/// The pieces of a path; put one behind the other they are the path.
+struct PathParts
+{
+    std::wstring drive; // "C:", or empty
+    std::wstring folder; // with its last separator
+    std::wstring base; // file name without extension
+    std::wstring extension; // with its dot, or empty
+
+    std::wstring folderPath() const { return drive + folder; }
+
+    std::wstring fileName() const { return base + extension; }
+};
+
+PathParts splitPath(std::wstring_view path);
+
+/// Name behind folder, with one separator between; an absolute name stands for itself.
+std::wstring joinPath(std::wstring_view folder, std::wstring_view name);
+
+/// The absolute path without "." and ".." steps, worked out from the text alone.
+std::wstring fullPath(std::wstring_view path);
+
+/// The path in the form that the system's calls take.
+using NativePath = std::string;
+
+NativePath toNative(std::wstring_view path);
+
+/// Text from the system, such as a path or an argument. Bytes that are no text survive the way back
+/// through toNative().
+std::wstring fromNative(std::string_view text);
+
+/// The file or folder that a path means: the exact name where there is one, else the name that
+/// differs only in case, component by component; the exact name again where there is none.
+NativePath locate(std::wstring_view path);
+
+// --- files ---------------------------------------------------------------------------------------
+
+/// What tells one state of a file from another.
+struct FileStamp
+{
+    std::uint64_t device = 0;
+    std::uint64_t file = 0;
+    std::uint64_t size = 0; // bytes
+    std::int64_t modified = 0; // ns since 1970
+    std::int64_t changed = 0; // ns since 1970, of content or attributes
+
+    bool operator==(const FileStamp&) const = default;
+};
+
+/// The stamp of a regular file; nothing for anything else and for what cannot be looked at.
+std::optional<FileStamp> fileStamp(const NativePath& path);
+
+/// True when a file changed so shortly before `now` that a further change could bear the same
+/// stamp, because file times move in steps.
+bool couldHideAChange(const FileStamp& stamp, std::int64_t now);
+
+/// Now, by the clock that stamps files, in ns since 1970.
+std::int64_t fileClock();
+
+/// True when there is a file, folder or device of that name, in any case of its letters.
+bool exists(std::wstring_view path);
+
+/// A whole file in memory.
+struct FileContent
+{
+    std::unique_ptr<char[]> bytes; // kPadding zero bytes stand behind the last one
+    std::size_t size = 0;
+    FileStamp stamp; // of the file as it was before the reading began
+
+    static constexpr std::size_t kPadding = 16;
+
+    std::string_view view() const { return {bytes.get(), size}; }
+};
+
+/// Reads a regular file. Nothing when it cannot be opened or read, or is no regular file.
+std::optional<FileContent> readFile(const NativePath& path);
+
+/// Puts new content in the place of a file, or makes the file: through a temporary file beside it
+/// that is flushed to disk and then takes its name in one step. A link stays a link, mode bits
+/// stay. False when that fails; the old content is then untouched and nothing is left behind.
+[[nodiscard]] bool replaceFile(std::wstring_view path, std::string_view bytes);
+
+// --- environment ---------------------------------------------------------------------------------
+
+std::optional<std::wstring> environmentVariable(std::wstring_view name);
+
+/// The current folder, without a separator at its end.
+std::wstring currentFolder();
+
+/// Full path of the running program; empty when the system does not tell.
+std::wstring programFile();
+
+/// Full path of a loaded library of that file name; nothing when none is loaded.
+std::optional<std::wstring> loadedLibrary(std::wstring_view name);
+
+} // namespace corma::platform

@@ -1,0 +1,231 @@
+#include "platform/platform.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
+#include <time.h>
+#include <unistd.h>
+#include <utility>
+
+namespace corma::platform {
+
+namespace {
+
+constexpr std::int64_t kSecond = 1'000'000'000;
+
+class Descriptor
+{
+public:
+    explicit Descriptor(int descriptor)
+        : m_descriptor(descriptor)
+    {
+    }
+
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    ~Descriptor() { close(); }
+
+    bool isOpen() const { return m_descriptor >= 0; }
+
+    int get() const { return m_descriptor; }
+
+    bool close()
+    {
+        const int descriptor = std::exchange(m_descriptor, -1);
+        return descriptor < 0 || ::close(descriptor) == 0;
+    }
+
+private:
+    int m_descriptor;
+};
+
+std::int64_t nanoseconds(const timespec& time)
+{
+    return static_cast<std::int64_t>(time.tv_sec) * kSecond + time.tv_nsec;
+}
+
+FileStamp stampOf(const struct stat& status)
+{
+    return {status.st_dev, status.st_ino, static_cast<std::uint64_t>(status.st_size),
+            nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
+}
+
+// Reads until `size` bytes are there or the file ends; the count, or nothing on an error.
+std::optional<std::size_t> readUpTo(int descriptor, char* bytes, std::size_t size)
+{
+    std::size_t got = 0;
+    while (got < size) {
+        const ssize_t count = ::read(descriptor, bytes + got, size - got);
+        if (count < 0 && errno != EINTR) {
+            return std::nullopt;
+        }
+        if (count == 0) {
+            break;
+        }
+        got += count > 0 ? static_cast<std::size_t>(count) : 0;
+    }
+    return got;
+}
+
+bool writeAll(int descriptor, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return true;
+}
+
+// The bytes of an open file. A file that grows meanwhile is read as far as its size was at the
+// start: its stamp differs at the next look, and it is read again then.
+std::optional<FileContent> readOpen(int descriptor)
+{
+    struct stat status = {};
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return std::nullopt;
+    }
+    FileContent content;
+    content.stamp = stampOf(status);
+    const std::size_t size = content.stamp.size;
+    content.bytes = std::make_unique_for_overwrite<char[]>(size + FileContent::kPadding);
+    const auto got = readUpTo(descriptor, content.bytes.get(), size);
+    if (!got) {
+        return std::nullopt;
+    }
+    content.size = *got;
+    std::fill_n(content.bytes.get() + content.size, FileContent::kPadding, '\0');
+    return content;
+}
+
+void flushFolder(const std::filesystem::path& folder)
+{
+    const Descriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.isOpen()) {
+        ::fsync(opened.get());
+    }
+}
+
+// A temporary file that goes away unless it was renamed.
+class TemporaryFile
+{
+public:
+    explicit TemporaryFile(const std::filesystem::path& target)
+        : m_path(target.native() + ".XXXXXX")
+        , m_descriptor(::mkostemp(m_path.data(), O_CLOEXEC))
+    {
+    }
+
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    ~TemporaryFile()
+    {
+        if (m_descriptor.isOpen() || m_written) {
+            ::unlink(m_path.c_str());
+        }
+    }
+
+    bool write(std::string_view bytes, mode_t mode)
+    {
+        m_written = m_descriptor.isOpen() && ::fchmod(m_descriptor.get(), mode) == 0
+            && writeAll(m_descriptor.get(), bytes) && ::fsync(m_descriptor.get()) == 0;
+        return m_written && m_descriptor.close();
+    }
+
+    bool takeNameOf(const std::filesystem::path& target)
+    {
+        if (::rename(m_path.c_str(), target.c_str()) != 0) {
+            return false;
+        }
+        m_written = false;
+        return true;
+    }
+
+private:
+    std::string m_path;
+    Descriptor m_descriptor;
+    bool m_written = false;
+};
+
+// The file that a link means, so that the link itself stays.
+std::filesystem::path behindLinks(const std::filesystem::path& path)
+{
+    std::error_code failed;
+    if (!std::filesystem::is_symlink(path, failed)) {
+        return path;
+    }
+    std::filesystem::path target = std::filesystem::weakly_canonical(path, failed);
+    return failed ? path : target;
+}
+
+mode_t modeFor(const std::filesystem::path& target)
+{
+    struct stat status = {};
+    if (::stat(target.c_str(), &status) == 0) {
+        return status.st_mode & 07777;
+    }
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+} // namespace
+
+std::optional<FileStamp> fileStamp(const NativePath& path)
+{
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return std::nullopt;
+    }
+    return stampOf(status);
+}
+
+bool couldHideAChange(const FileStamp& stamp, std::int64_t now)
+{
+    // The kernel stamps in steps of at most 10 ms. Whole seconds come from file systems that know
+    // no finer time; the coarsest of them counts in steps of 2 s.
+    const bool isCoarse = stamp.changed % kSecond == 0;
+    const std::int64_t step = isCoarse ? 2 * kSecond : kSecond / 100;
+    return now - stamp.changed < 2 * step;
+}
+
+std::int64_t fileClock()
+{
+    timespec now = {};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    return nanoseconds(now);
+}
+
+bool exists(std::wstring_view path)
+{
+    struct stat status = {};
+    return ::stat(locate(path).c_str(), &status) == 0;
+}
+
+std::optional<FileContent> readFile(const NativePath& path)
+{
+    // Not blocking, so that a pipe that nobody writes to is refused and not waited for.
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    return file.isOpen() ? readOpen(file.get()) : std::nullopt;
+}
+
+bool replaceFile(std::wstring_view path, std::string_view bytes)
+{
+    const std::filesystem::path target = behindLinks(locate(path));
+    TemporaryFile temporary(target);
+    if (!temporary.write(bytes, modeFor(target)) || !temporary.takeNameOf(target)) {
+        return false;
+    }
+    flushFolder(target.has_parent_path() ? target.parent_path() : ".");
+    return true;
+}
+
+} // namespace corma::platform
