@@ -1,0 +1,133 @@
+#pragma once
+
+#include <corma/IniBuffer.h>
+#include <corma/export.h>
+
+#include <cstddef>
+#include <string_view>
+
+struct resbuf;
+struct xx_IniPrivate;
+class xx_VarArray;
+
+namespace corma {
+struct InifileInside;
+}
+
+/// A configuration file, kept open for reading, and the tree of files that it includes.
+///
+/// An ident is written "name" (the head of the file, above its first chapter), "[chapter]name", or
+/// as a list of these separated by ",", of which the first that is found wins. Idents and chapters
+/// compare without regard to case. A value is looked for in the included files, in the order of
+/// `#INCLUDE` and each with the files that it includes itself; in the read cache; in the drawing;
+/// in the project file beside the drawing; and in the file itself. The drawing and the project file
+/// count for files with the extension ".ini" only.
+///
+/// Text arguments are terminated; sizes are in characters with the terminator; report asks for a
+/// notice on the command line when nothing is found. Nothing throws. A file that changes on disk is
+/// seen changed by the next call. Objects are not for use by two threads at once.
+class CORMA_EXPORT xx_Inifile
+{
+public:
+    /// Opens a file that xx_findfile_arx() finds. A scramble number other than 0 asks for the
+    /// scrambled form: tool.ini with number 7 is tool7.ini, or tool.ini itself where there is none.
+    /// buffer may be null and is not owned. What cannot be found or opened is reported once, and
+    /// the object is then one in which nothing is found.
+    xx_Inifile(wchar_t* filename, int scrambled, IniBuffer* buffer);
+    ~xx_Inifile();
+
+    xx_Inifile(const xx_Inifile&) = delete;
+
+    /// Takes over other's file, name and scramble number, and reads the included files afresh;
+    /// other is then without a file. The buffer stays as it was.
+    xx_Inifile& operator=(xx_Inifile& other);
+
+    /// Full path of the file; empty when it was not found. Good for the life of the object.
+    const wchar_t* getFilename() const;
+    int getScrambled() const;
+
+    /// Version of the interface.
+    static short getIniVersion();
+
+    /// True when an application was made for this version. If not, the user is told; and with
+    /// abortOnMismatch the host is stopped.
+    static bool checkIniVersion(bool abortOnMismatch, short applicationVersion);
+
+    /// Number of names in `#INCLUDE`, those included.
+    int getIncludedFiles() const;
+
+    /// Copies the path of an included file, at most length characters (a terminator only behind a
+    /// shorter one); empty for a name whose file could not be found. Does nothing for an index out
+    /// of range or for a name that was skipped because the tree has that file already.
+    void getIncludedFileName(int index, wchar_t* name, size_t length) const;
+
+    /// Looks up a list of idents. RTNORM when one is found, RTERROR when none is, RTCAN for an
+    /// empty list. value receives at most |size| - 1 characters; it is empty after RTERROR.
+    int getString(wchar_t* idents, wchar_t* value, int size, int report);
+
+    /// Numbers, after the first 499 characters of a value. Text that is no number gives 0.
+    /// An empty value is RTERROR with the output cleared; a miss clears it, too.
+    int getInt(wchar_t* ident, int* value, int report);
+    int getBool(wchar_t* ident, bool* value, int report);
+    int getDouble(wchar_t* ident, double* value, int report);
+
+    /// Numbers separated by ",". *count is the capacity going in and the numbers read coming out;
+    /// more numbers than that are reported. An empty value is one 0.
+    int getDoubleArray(wchar_t* ident, double* values, int* count, int report);
+    int getIntArray(wchar_t* ident, int* values, int* count, int report);
+
+    /// Exactly count numbers. RTCAN, with a report, when there are more or fewer.
+    int getDoubleArray(wchar_t* ident, double* values, int count, int report);
+    int getIntArray(wchar_t* ident, int* values, int count, int report);
+
+    /// The pieces of a value between separators as a list of texts, which the caller frees by
+    /// acutRelRb(). *list is null after a miss. An empty value is one empty text.
+    int getStringList(wchar_t* ident, resbuf** list, wchar_t separator, int report);
+
+    /// Appends a pair of name and value for each entry that fits "[chapterPattern]identPattern", or
+    /// "identPattern" for the head of the file, in the included files and then in this one. skip
+    /// leading characters of each ident are left out of its name, and shorter idents altogether.
+    /// When the text XXINIFRUBR fits identPattern, as it does for "*", a chapter is listed itself,
+    /// as a pair of its header and an empty text. RTNORM when this file had an entry that fits;
+    /// else 2, or 3 when it is not open.
+    int getWcString(wchar_t* pattern, xx_VarArray* results, int report, int skip);
+
+    /// Writes a scrambled copy of the file itself to target, or for null beside it under its name
+    /// with the key in it. RTERROR, with a notice, when the copy cannot be made.
+    int scramble(wchar_t* target, int key);
+
+    /// Clears the read cache if the object was given one.
+    void flushIniBuffer();
+
+    /// Joins two texts in one buffer of the process, which the next call overwrites.
+    static wchar_t* Id(wchar_t* first, wchar_t* second);
+
+private:
+    friend struct corma::InifileInside;
+
+    explicit xx_Inifile(xx_Inifile* parent);
+
+    void allocPrivateData();
+    void freePrivateData();
+    void initIncludedInifiles();
+    bool hasIncludedFileName(const wchar_t* path) const;
+    void makePathAbsolute(wchar_t* path, size_t size) const;
+    void open(const wchar_t* name);
+    void includeFile(const wchar_t* path);
+    int getStringOneIdent(std::wstring_view ident, wchar_t* value, int size, int report);
+    int getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int size, int report);
+    bool getLocalString(const wchar_t* chapter, const wchar_t* ident, wchar_t* value, int size);
+
+    static constexpr size_t kFilenameSize = 264;
+
+    bool hasBuffer = false; // a buffer was given
+    bool isIni = false; // the name ends in ".ini", in any case
+    IniBuffer* buffer = nullptr; // not owned
+    wchar_t filename[kFilenameSize] = {}; // full path, at most 260 characters; empty: not found
+    xx_IniPrivate* priv = nullptr; // owned
+    int scrambled = 0; // 0: a plain text file
+};
+
+/// Looks idents up in a file for once. The result is a heap text that the caller frees by free(),
+/// also when nothing was found: then it is empty. size must not exceed 3000.
+CORMA_EXPORT wchar_t* getStringFromIni(wchar_t* fileName, wchar_t* ident, int size, int report);

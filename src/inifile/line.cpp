@@ -1,0 +1,51 @@
+#include "inifile/line.h"
+
+#include "platform/text.h"
+
+namespace corma {
+
+namespace {
+
+char32_t nextCharacter(std::string_view text, std::size_t& at, Encoding encoding)
+{
+    if (encoding == Encoding::utf8) {
+        return nextUtf8(text, at);
+    }
+    return static_cast<char32_t>(fromWindows1252(static_cast<unsigned char>(text[at++])));
+}
+
+} // namespace
+
+const char* pieceEnd(const char* begin, const char* end, std::size_t longest, const TextFile& file)
+{
+    std::string_view text(begin, end);
+    if (text.ends_with('\r')) {
+        text.remove_suffix(1); // a line end of two characters counts as none
+    }
+    std::size_t at = 0;
+    for (std::size_t count = 0; count < longest && at < text.size(); ++count) {
+        nextCharacter(text, at, file.encoding());
+    }
+    return at == text.size() ? end : begin + at;
+}
+
+std::string foldedForm(std::string_view text, const TextFile& file)
+{
+    std::string folded;
+    folded.reserve(text.size());
+    for (std::size_t at = 0; at < text.size();) {
+        const auto c = static_cast<wchar_t>(nextCharacter(text, at, file.encoding()));
+        appendUtf8(folded, static_cast<char32_t>(foldCase(c)));
+    }
+    return folded;
+}
+
+bool equalsFolded(std::string_view text, const FoldedText& key, const TextFile& file)
+{
+    if (key.isAscii()) {
+        return text.size() == key.bytes().size() && equalsFoldedAscii(text.data(), key.bytes());
+    }
+    return foldedForm(text, file) == key.bytes();
+}
+
+} // namespace corma

@@ -1,0 +1,108 @@
+#include "foundation/at_boundary.h"
+#include "foundation/messages.h"
+#include "foundation/wide_text.h"
+#include "host/host.h"
+#include "inifile/xx_Inifile_private.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr const wchar_t* kNotFound = L"%s not found in configurationfile\n";
+constexpr const wchar_t* kNotFoundInFile = L"%s not found in configurationfile (old)\n";
+
+// What the lookup in one file says besides RTNORM.
+constexpr int kNotThere = 2;
+constexpr int kNoOpenFile = 3;
+
+constexpr int kLongestValue = 3000; // characters, the terminator counted
+
+} // namespace
+
+// Included files are asked first, also for idents that this file holds.
+int xx_Inifile::getString(wchar_t* idents, wchar_t* value, int size, int report)
+{
+    return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
+        int status = RTCAN;
+        for (size_t i = 0; priv != nullptr && i < priv->included.size() && status != RTNORM; ++i) {
+            if (const auto& child = priv->included[i]) {
+                status = child->getString(idents, value, size, 0);
+            }
+        }
+        if (status == RTNORM) {
+            return status;
+        }
+        corma::Pieces list(corma::view(idents), L",");
+        for (status = RTCAN; status != RTNORM && !list.atEnd();) {
+            const std::wstring_view ident = list.next();
+            status = getStringOneIdent(ident, value, size, list.atEnd() ? report : 0);
+        }
+        return status;
+    });
+}
+
+int xx_Inifile::getStringOneIdent(std::wstring_view text, wchar_t* value, int size, int report)
+{
+    const corma::Ident ident = corma::Ident::parse(text);
+    const corma::ValueBuffer out(value, size);
+    corma::SourceWalk walk(*this, ident);
+    corma::LookupTrace* trace = corma::InifileInside::traceOf(*this);
+    for (const corma::Source source : corma::SourceWalk::kSources) {
+        if (!walk.applies(source)) {
+            continue;
+        }
+        const bool found = walk.ask(source);
+        if (trace != nullptr) {
+            corma::InifileInside::note(*trace, *this, walk);
+        }
+        if (found) {
+            walk.copyValue(out);
+            walk.keepInCache();
+            return RTNORM;
+        }
+    }
+    if (report != 0) {
+        xx_printMessage(kNotFound, std::wstring(text).c_str(), 0);
+    }
+    out.clear();
+    return RTERROR;
+}
+
+// A lookup that is made once, when the file has just been opened: no index is worth its making.
+int xx_Inifile::getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int size, int report)
+{
+    const corma::ValueBuffer out(value, size);
+    int status = kNoOpenFile;
+    if (priv != nullptr && priv->file) {
+        const corma::TextFile& file = priv->file->text();
+        const corma::IdentKey key(corma::Ident::parse(ident));
+        if (const auto entry = corma::findByScan(file, key)) {
+            corma::decodeInto(entry->value, file.encoding(), out.text, out.capacity);
+            return RTNORM;
+        }
+        status = kNotThere;
+    }
+    if (report != 0) {
+        xx_printMessage(kNotFoundInFile, ident, 0);
+    }
+    out.clear();
+    return status;
+}
+
+// A document has no drawing database yet, so no drawing can hold a value.
+bool xx_Inifile::getLocalString(const wchar_t* /*chapter*/, const wchar_t* /*ident*/,
+                                wchar_t* /*value*/, int /*size*/)
+{
+    return false;
+}
+
+wchar_t* getStringFromIni(wchar_t* fileName, wchar_t* ident, int size, int report)
+{
+    wchar_t* const none = nullptr;
+    return corma::atBoundary(corma::kInifileSource, __LINE__, none, [&] {
+        xx_Inifile file(fileName, 0, nullptr);
+        std::wstring value(kLongestValue, L'\0');
+        file.getString(ident, value.data(), std::min(size, kLongestValue), report);
+        return corma::duplicate(value.c_str());
+    });
+}

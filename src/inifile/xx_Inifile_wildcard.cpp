@@ -1,0 +1,140 @@
+#include "foundation/at_boundary.h"
+#include "foundation/messages.h"
+#include "foundation/wide_text.h"
+#include "host/host.h"
+#include "inifile/xx_Inifile_private.h"
+#include <corma/xx_Var.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace {
+
+constexpr const wchar_t* kNotFound = L"%s not found in configurationfile";
+
+// Chapters themselves are listed when this fits the pattern for idents.
+constexpr const wchar_t* kChapterMarker = L"XXINIFRUBR";
+
+constexpr std::size_t kLongestLineHere = 2999;
+constexpr std::size_t kLongestName = 2999;
+constexpr std::size_t kLongestDrawingValue = 3000; // characters, the terminator counted
+
+constexpr int kNotThere = 2;
+constexpr int kNoOpenFile = 3;
+
+void append(xx_VarArray& results, const std::wstring& name, const std::wstring& value)
+{
+    results.append(std::make_unique<xx_Var>(name.c_str(), value.c_str()).release());
+}
+
+// Collects the pairs of one file from its scan.
+class WildcardSink
+{
+public:
+    WildcardSink(xx_Inifile& file, const corma::TextFile& text, const corma::Ident& pattern)
+        : m_file(file)
+        , m_text(text)
+        , m_chapterPattern(pattern.prefix.empty() ? L"" : pattern.chapter())
+        , m_identPattern(pattern.name)
+        , m_hasChapterPattern(!pattern.prefix.empty())
+        , m_listsChapters(acutWcMatch(kChapterMarker, m_identPattern.c_str()) == RTNORM)
+        , m_isIn(!m_hasChapterPattern)
+    {
+    }
+
+    void into(xx_VarArray& results, int skip)
+    {
+        m_results = &results;
+        m_skip = static_cast<std::size_t>(std::max(skip, 0));
+    }
+
+    bool foundOne() const { return m_foundOne; }
+
+    bool header(std::string_view header, corma::Line /*line*/)
+    {
+        if (!m_hasChapterPattern) {
+            return false; // only the head of the file counts
+        }
+        const std::wstring text = corma::decode(header, m_text.encoding());
+        const std::wstring inside = text.substr(1, text.size() - 2);
+        m_isIn = acutWcMatchEx(inside.c_str(), m_chapterPattern.c_str(), true);
+        if (m_isIn) {
+            m_chapter = text;
+            if (m_listsChapters) {
+                append(*m_results, m_chapter, L"");
+            }
+        }
+        return true;
+    }
+
+    bool entry(corma::Line line)
+    {
+        const auto parts = m_isIn ? corma::entryOf(line) : std::nullopt;
+        if (parts) {
+            const std::wstring ident = corma::decode(parts->name, m_text.encoding());
+            if (ident.size() > m_skip
+                && acutWcMatchEx(ident.c_str(), m_identPattern.c_str(), true)) {
+                add(ident.substr(m_skip), parts->value);
+            }
+        }
+        return true;
+    }
+
+private:
+    void add(const std::wstring& ident, std::string_view fileValue)
+    {
+        const std::wstring name = (m_chapter + ident).substr(0, kLongestName);
+        append(*m_results, name, valueFor(ident, fileValue));
+        m_foundOne = true;
+    }
+
+    // A value in the drawing goes before the file's, except in the head of the file.
+    std::wstring valueFor(const std::wstring& ident, std::string_view fileValue)
+    {
+        if (!m_chapter.empty()) {
+            std::wstring local(kLongestDrawingValue, L'\0');
+            if (corma::InifileInside::getLocalString(m_file, {m_chapter, ident}, local)) {
+                return local.c_str();
+            }
+        }
+        return corma::decode(fileValue, m_text.encoding());
+    }
+
+    xx_Inifile& m_file;
+    const corma::TextFile& m_text;
+    std::wstring m_chapterPattern;
+    std::wstring m_identPattern;
+    bool m_hasChapterPattern;
+    bool m_listsChapters;
+    bool m_isIn;
+    std::wstring m_chapter; // the current header, brackets and all; empty in the head of the file
+    xx_VarArray* m_results = nullptr;
+    std::size_t m_skip = 0;
+    bool m_foundOne = false;
+};
+
+} // namespace
+
+// Results of included files alone are no success: callers ask the array, not the status.
+int xx_Inifile::getWcString(wchar_t* pattern, xx_VarArray* results, int report, int skip)
+{
+    return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
+        int status = kNoOpenFile;
+        for (size_t i = 0; priv != nullptr && i < priv->included.size(); ++i) {
+            if (const auto& child = priv->included[i]) {
+                child->getWcString(pattern, results, 0, skip);
+            }
+        }
+        if (priv != nullptr && priv->file) {
+            const corma::TextFile& text = priv->file->text();
+            WildcardSink sink(*this, text, corma::Ident::parse(corma::view(pattern)));
+            sink.into(*results, skip);
+            corma::scan(text, kLongestLineHere, sink);
+            status = sink.foundOne() ? RTNORM : kNotThere;
+        }
+        if (status != RTNORM && report != 0 && results->length() == 0) {
+            xx_printMessage(kNotFound, pattern, 0);
+        }
+        return status;
+    });
+}
