@@ -1,0 +1,154 @@
+#include "foundation/text_file.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using corma::testing::TempFolder;
+
+namespace corma {
+namespace {
+
+std::wstring textOf(const TextFile& file)
+{
+    return decode(file.bytes(), file.encoding());
+}
+
+std::wstring readBack(const std::string& bytes)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", bytes), OpenMode::text);
+    return file ? textOf(*file) : L"not opened";
+}
+
+struct Row
+{
+    const char* sentence;
+    std::string bytes;
+    std::wstring text;
+};
+
+class TextFileEncoding : public ::testing::TestWithParam<Row>
+{
+};
+
+TEST_P(TextFileEncoding, IsFollowed)
+{
+    EXPECT_EQ(readBack(GetParam().bytes), GetParam().text);
+}
+
+using namespace std::string_literals;
+
+INSTANTIATE_TEST_SUITE_P(
+    Marks, TextFileEncoding,
+    ::testing::Values(Row {"WithoutAMarkValidUtf8IsUtf8", "m\xC2\xB2", L"m²"},
+                      Row {"WithoutAMarkAnythingElseIsWindows1252", "m\xB2 \x80", L"m² €"},
+                      Row {"OneBadByteMakesTheWholeFileWindows1252", "\xC2\xB2\xFF", L"Â²ÿ"},
+                      Row {"AMarkMakesItUtf8", "\xEF\xBB\xBFm\xC2\xB2", L"m²"},
+                      Row {"BrokenUtf8BehindAMarkIsReplaced",
+                           "\xEF\xBB\xBF"
+                           "a\xFFz",
+                           L"a\xFFFDz"},
+                      Row {"Utf16LittleEndian",
+                           "\xFF\xFE"
+                           "a\0\xAC\x20"s,
+                           L"a€"},
+                      Row {"Utf16BigEndian", "\xFE\xFF\0a\x20\xAC"s, L"a€"},
+                      Row {"Utf16PairsOfSurrogates", "\xFF\xFE\x3D\xD8\x00\xDE"s, L"\x1F600"},
+                      Row {"ALoneSurrogateIsReplaced",
+                           "\xFF\xFE\x3D\xD8"
+                           "a\0"s,
+                           L"\xFFFD"
+                           L"a"},
+                      Row {"ALoneTrailIsReplaced",
+                           "\xFF\xFE\x00\xDE"
+                           "a\0"s,
+                           L"\xFFFD"
+                           L"a"},
+                      Row {"AnOddByteAtTheEndIsReplaced",
+                           "\xFF\xFE"
+                           "a\0b"s,
+                           L"a\xFFFD"},
+                      Row {"OnlyAMark", "\xEF\xBB\xBF", L""},
+                      Row {"OnlyAUtf16Mark", "\xFF\xFE", L""}, Row {"AnEmptyFile", "", L""},
+                      Row {"NulBytesAreThere", "a\0b"s, L"a\0b"s}),
+    [](const auto& row) { return row.param.sentence; });
+
+TEST(TextFile, CannotBeOpenedWhenItIsNoFile)
+{
+    const TempFolder folder;
+    EXPECT_EQ(xx_openUnicode(folder.path(), OpenMode::text), nullptr);
+    EXPECT_EQ(xx_openUnicode(folder.path(L"none"), OpenMode::text), nullptr);
+    EXPECT_EQ(xx_openUnicode(L"/dev/null", OpenMode::text), nullptr);
+    EXPECT_EQ(xx_openUnicode(L"", OpenMode::text), nullptr);
+}
+
+TEST(TextFile, BinaryModeTakesTheBytesAsTheyAre)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", "\xEF\xBB\xBFx"), OpenMode::binary);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->encoding(), Encoding::windows1252);
+    EXPECT_EQ(file->bytes().size(), 4U);
+}
+
+TEST(TextFile, FollowsTheFileOnDisk)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", "one"), OpenMode::text);
+    EXPECT_FALSE(file->refresh());
+    folder.write(L"a.ini", "two");
+    EXPECT_TRUE(file->refresh());
+    EXPECT_EQ(textOf(*file), L"two");
+    folder.replace(L"a.ini", "six");
+    EXPECT_TRUE(file->refresh());
+    EXPECT_EQ(textOf(*file), L"six");
+    testing::letFilesSettle();
+    EXPECT_FALSE(file->refresh());
+    EXPECT_EQ(textOf(*file), L"six");
+}
+
+TEST(TextFile, AFileThatIsWrittenAgainTheSameIsNoOtherText)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", "same"), OpenMode::text);
+    testing::letFilesSettle();
+    folder.replace(L"a.ini", "same");
+    EXPECT_FALSE(file->refresh());
+}
+
+TEST(TextFile, AMarkThatGoesCanChangeTheText)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", "\xEF\xBB\xBF\xE9"), OpenMode::text);
+    EXPECT_EQ(textOf(*file), L"\xFFFD");
+    folder.write(L"a.ini", "\xE9");
+    EXPECT_TRUE(file->refresh());
+    EXPECT_EQ(textOf(*file), L"é");
+}
+
+TEST(TextFile, AFileThatVanishesKeepsItsLastText)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", "one"), OpenMode::text);
+    folder.remove(L"a.ini");
+    EXPECT_FALSE(file->refresh());
+    EXPECT_EQ(textOf(*file), L"one");
+    folder.write(L"a.ini", "two");
+    EXPECT_TRUE(file->refresh());
+    EXPECT_EQ(textOf(*file), L"two");
+}
+
+TEST(DecodeInto, HeedsItsBound)
+{
+    wchar_t out[] = L"#####";
+    EXPECT_EQ(decodeInto("\xC3\xA9t\xC3\xA9", Encoding::utf8, out, 4), 3U);
+    EXPECT_STREQ(out, L"été");
+    EXPECT_EQ(decodeInto("abcd", Encoding::utf8, out, 3), 2U);
+    EXPECT_STREQ(out, L"ab");
+    EXPECT_EQ(decodeInto("x", Encoding::utf8, out, 1), 0U);
+    EXPECT_STREQ(out, L"");
+    EXPECT_EQ(decodeInto("x", Encoding::utf8, nullptr, 0), 0U);
+}
+
+} // namespace
+} // namespace corma

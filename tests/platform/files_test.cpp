@@ -1,0 +1,156 @@
+#include "platform/platform.h"
+#include "support/TempFolder.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using corma::testing::TempFolder;
+namespace fs = std::filesystem;
+
+namespace corma::platform {
+namespace {
+
+constexpr std::int64_t kMillisecond = 1'000'000;
+constexpr std::int64_t kSecond = 1'000 * kMillisecond;
+
+TEST(ReadFile, GivesTheBytesWithZerosBehindThem)
+{
+    const TempFolder folder;
+    const auto path = toNative(folder.write(L"a", std::string("a\0b\r\n", 5)));
+    const auto content = readFile(path);
+    ASSERT_TRUE(content);
+    EXPECT_EQ(content->view(), std::string_view("a\0b\r\n", 5));
+    for (std::size_t i = 0; i < FileContent::kPadding; ++i) {
+        EXPECT_EQ(content->bytes[content->size + i], '\0');
+    }
+    EXPECT_EQ(content->stamp, fileStamp(path));
+}
+
+TEST(ReadFile, RefusesWhatIsNoRegularFile)
+{
+    const TempFolder folder;
+    EXPECT_FALSE(readFile(toNative(folder.path())));
+    EXPECT_FALSE(readFile(toNative(folder.path(L"none"))));
+    EXPECT_FALSE(readFile("/dev/zero"));
+    const auto pipe = toNative(folder.path(L"pipe"));
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(readFile(pipe));
+}
+
+TEST(FileStamp, TellsEveryKindOfChange)
+{
+    const TempFolder folder;
+    const auto path = toNative(folder.write(L"a", "one"));
+    const auto before = fileStamp(path);
+    testing::letFilesSettle();
+    folder.write(L"a", "two");
+    const auto inPlace = fileStamp(path);
+    EXPECT_NE(before, inPlace);
+    folder.replace(L"a", "six");
+    EXPECT_NE(fileStamp(path), inPlace);
+    EXPECT_FALSE(fileStamp(toNative(folder.path())));
+}
+
+TEST(FileStamp, ATimeThatIsPutBackIsStillAChange)
+{
+    const TempFolder folder;
+    const auto path = toNative(folder.write(L"a", "one"));
+    const auto before = fileStamp(path);
+    const auto time = fs::last_write_time(path);
+    testing::letFilesSettle();
+    folder.write(L"a", "two");
+    fs::last_write_time(path, time);
+    EXPECT_NE(fileStamp(path), before);
+}
+
+TEST(CouldHideAChange, ForTwoStepsOfTheClock)
+{
+    FileStamp stamp;
+    stamp.changed = kSecond + kMillisecond;
+    EXPECT_TRUE(couldHideAChange(stamp, stamp.changed));
+    EXPECT_TRUE(couldHideAChange(stamp, stamp.changed + 19 * kMillisecond));
+    EXPECT_FALSE(couldHideAChange(stamp, stamp.changed + 20 * kMillisecond));
+}
+
+TEST(CouldHideAChange, LongerWhereTimesAreWholeSeconds)
+{
+    FileStamp stamp;
+    stamp.changed = 5 * kSecond;
+    EXPECT_TRUE(couldHideAChange(stamp, stamp.changed + 4 * kSecond - 1));
+    EXPECT_FALSE(couldHideAChange(stamp, stamp.changed + 4 * kSecond));
+}
+
+TEST(CouldHideAChange, ForATimeInTheFuture)
+{
+    FileStamp stamp;
+    stamp.changed = 10 * kSecond + 1;
+    EXPECT_TRUE(couldHideAChange(stamp, kSecond));
+}
+
+TEST(ReplaceFile, MakesAFileAndPutsNewContentInItsPlace)
+{
+    const TempFolder folder;
+    EXPECT_TRUE(replaceFile(folder.path(L"a"), "one"));
+    EXPECT_EQ(folder.read(L"a"), "one");
+    EXPECT_TRUE(replaceFile(folder.path(L"a"), "two"));
+    EXPECT_EQ(folder.read(L"a"), "two");
+}
+
+TEST(ReplaceFile, KeepsModeBitsAndLinks)
+{
+    const TempFolder folder;
+    const auto path = folder.write(L"real/a", "one");
+    fs::permissions(toNative(path), fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("real/a", toNative(folder.path(L"link")));
+    EXPECT_TRUE(replaceFile(folder.path(L"link"), "two"));
+    EXPECT_TRUE(fs::is_symlink(toNative(folder.path(L"link"))));
+    EXPECT_EQ(folder.read(L"real/a"), "two");
+    EXPECT_EQ(fs::status(toNative(path)).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST(ReplaceFile, LeavesNothingBehindWhenItFails)
+{
+    const TempFolder folder;
+    folder.makeFolder(L"taken/inside");
+    EXPECT_FALSE(replaceFile(folder.path(L"taken"), "x"));
+    EXPECT_FALSE(replaceFile(folder.path(L"none/a"), "x"));
+    std::size_t entries = 0;
+    for ([[maybe_unused]] const auto& entry : fs::directory_iterator(toNative(folder.path()))) {
+        ++entries;
+    }
+    EXPECT_EQ(entries, 1U);
+    EXPECT_TRUE(folder.has(L"taken/inside"));
+}
+
+TEST(Exists, InAnyCase)
+{
+    const TempFolder folder;
+    folder.write(L"Sub/Tool.ini", "");
+    EXPECT_TRUE(exists(folder.path(L"SUB/TOOL.INI")));
+    EXPECT_TRUE(exists(folder.path(L"sub")));
+    EXPECT_FALSE(exists(folder.path(L"sub/none")));
+}
+
+TEST(Environment, VariablesAndTheProgram)
+{
+    ::setenv("CORMA_TEST_VARIABLE", "w\xC3\xA9", 1);
+    EXPECT_EQ(environmentVariable(L"CORMA_TEST_VARIABLE"), L"wé");
+    ::unsetenv("CORMA_TEST_VARIABLE");
+    EXPECT_EQ(environmentVariable(L"CORMA_TEST_VARIABLE"), std::nullopt);
+    EXPECT_EQ(splitPath(programFile()).base, L"test_platform");
+}
+
+TEST(LoadedLibrary, GivesThePathOfOneThatIsThere)
+{
+    const auto path = loadedLibrary(L"libc.so.6");
+    ASSERT_TRUE(path);
+    EXPECT_TRUE(exists(*path));
+    EXPECT_EQ(loadedLibrary(L"no-such-library.so"), std::nullopt);
+}
+
+} // namespace
+} // namespace corma::platform

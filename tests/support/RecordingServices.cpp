@@ -1,0 +1,74 @@
+#include "support/RecordingServices.h"
+
+#include "foundation/messages.h"
+#include "host/variables.h"
+
+namespace corma::testing {
+
+namespace {
+
+void resetGlobalState()
+{
+    closeDocument();
+    forgetModuleFolder();
+    host::resetVariables();
+    resetAlertGiven();
+}
+
+} // namespace
+
+RecordingServices::RecordingServices()
+    : m_former(setServices(this))
+{
+    resetGlobalState();
+}
+
+RecordingServices::~RecordingServices()
+{
+    resetGlobalState();
+    setServices(m_former);
+}
+
+void RecordingServices::print(const wchar_t* text)
+{
+    printed.emplace_back(text);
+}
+
+void RecordingServices::alert(const wchar_t* text)
+{
+    alerts.emplace_back(text);
+}
+
+MessageAnswer RecordingServices::messageBox(const wchar_t* text, const wchar_t* /*title*/,
+                                            MessageIcon /*icon*/, MessageButtons /*buttons*/)
+{
+    boxes.emplace_back(text);
+    return answer;
+}
+
+void RecordingServices::fail(const wchar_t* text)
+{
+    failures.emplace_back(text);
+}
+
+const wchar_t* RecordingServices::moduleFile()
+{
+    return module.c_str();
+}
+
+const wchar_t* RecordingServices::environment(const wchar_t* name)
+{
+    const auto found = variables.find(name);
+    return found == variables.end() ? nullptr : found->second.c_str();
+}
+
+std::wstring RecordingServices::allPrinted() const
+{
+    std::wstring all;
+    for (const auto& text : printed) {
+        all += text;
+    }
+    return all;
+}
+
+} // namespace corma::testing

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <corma/host.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace corma::testing {
+
+/// Services that show nothing: they keep what the library sends and answer from what the test put
+/// in. In force from construction to destruction, with every global state of the host as it is
+/// when a process starts.
+struct RecordingServices : Services
+{
+    RecordingServices();
+    RecordingServices(const RecordingServices&) = delete;
+    RecordingServices& operator=(const RecordingServices&) = delete;
+    ~RecordingServices() override;
+
+    void print(const wchar_t* text) override;
+    void alert(const wchar_t* text) override;
+    MessageAnswer messageBox(const wchar_t* text, const wchar_t* title, MessageIcon icon,
+                             MessageButtons buttons) override;
+    void fail(const wchar_t* text) override;
+    const wchar_t* moduleFile() override;
+    const wchar_t* environment(const wchar_t* name) override;
+
+    /// All that was printed, one piece behind the other.
+    std::wstring allPrinted() const;
+
+    std::vector<std::wstring> printed; // each text as it came
+    std::vector<std::wstring> alerts;
+    std::vector<std::wstring> boxes; // texts of message boxes
+    std::vector<std::wstring> failures;
+    MessageAnswer answer = MessageAnswer::ok; // to message boxes
+    std::wstring module; // path of the module; empty for none
+    std::map<std::wstring, std::wstring> variables; // the environment
+
+private:
+    Services* m_former;
+};
+
+} // namespace corma::testing

@@ -1,0 +1,101 @@
+#include "support/TempFolder.h"
+
+#include "platform/platform.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <thread>
+
+namespace corma::testing {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path native(std::wstring_view path)
+{
+    return platform::toNative(path);
+}
+
+} // namespace
+
+TempFolder::TempFolder()
+{
+    std::string pattern = (fs::temp_directory_path() / "corma-test-XXXXXX").native();
+    if (::mkdtemp(pattern.data()) == nullptr) {
+        throw std::runtime_error("no temporary folder");
+    }
+    m_path = platform::fromNative(pattern);
+}
+
+TempFolder::~TempFolder()
+{
+    std::error_code failed;
+    fs::remove_all(native(m_path), failed);
+}
+
+std::wstring TempFolder::path(std::wstring_view name) const
+{
+    return m_path + L'/' + std::wstring(name);
+}
+
+std::wstring TempFolder::write(std::wstring_view name, std::string_view bytes) const
+{
+    const std::wstring whole = path(name);
+    fs::create_directories(native(whole).parent_path());
+    std::ofstream(native(whole), std::ios::binary)
+        .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return whole;
+}
+
+std::wstring TempFolder::replace(std::wstring_view name, std::string_view bytes) const
+{
+    const std::wstring other = write(std::wstring(name) + L".new", bytes);
+    fs::rename(native(other), native(path(name)));
+    return path(name);
+}
+
+std::wstring TempFolder::makeFolder(std::wstring_view name) const
+{
+    fs::create_directories(native(path(name)));
+    return path(name);
+}
+
+std::string TempFolder::read(std::wstring_view name) const
+{
+    std::ifstream file(native(path(name)), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool TempFolder::has(std::wstring_view name) const
+{
+    return fs::exists(native(path(name)));
+}
+
+void TempFolder::remove(std::wstring_view name) const
+{
+    fs::remove(native(path(name)));
+}
+
+CurrentFolder::CurrentFolder(const std::wstring& path)
+    : m_former(fs::current_path().native())
+{
+    fs::current_path(native(path));
+}
+
+CurrentFolder::~CurrentFolder()
+{
+    std::error_code failed;
+    fs::current_path(m_former, failed);
+}
+
+void letFilesSettle()
+{
+    std::this_thread::sleep_for(std::chrono::milliseconds(25));
+}
+
+} // namespace corma::testing

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corma::testing {
+
+/// A folder of the test's own that goes away with the object.
+class TempFolder
+{
+public:
+    TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    ~TempFolder();
+
+    /// Full path, without a separator at its end.
+    const std::wstring& path() const { return m_path; }
+
+    /// Full path of a name in it; the name may have folders.
+    std::wstring path(std::wstring_view name) const;
+
+    /// Writes a file, with the folders it needs, in place of what was there. Returns its path.
+    std::wstring write(std::wstring_view name, std::string_view bytes) const;
+
+    /// The same through a new file that is renamed over the old one.
+    std::wstring replace(std::wstring_view name, std::string_view bytes) const;
+
+    /// Makes a folder. Returns its path.
+    std::wstring makeFolder(std::wstring_view name) const;
+
+    std::string read(std::wstring_view name) const;
+    bool has(std::wstring_view name) const;
+    void remove(std::wstring_view name) const;
+
+private:
+    std::wstring m_path;
+};
+
+/// Makes a folder the current one for the life of the object.
+class CurrentFolder
+{
+public:
+    explicit CurrentFolder(const std::wstring& path);
+    CurrentFolder(const CurrentFolder&) = delete;
+    CurrentFolder& operator=(const CurrentFolder&) = delete;
+    ~CurrentFolder();
+
+private:
+    std::string m_former;
+};
+
+/// Waits until what was written last can be told from a later change by its time.
+void letFilesSettle();
+
+} // namespace corma::testing

@@ -1,0 +1,60 @@
+#include "host/host.h"
+#include "platform/platform.h"
+#include "support/RecordingServices.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+using corma::testing::CurrentFolder;
+using corma::testing::RecordingServices;
+using corma::testing::TempFolder;
+
+TEST(TempFolder, HoldsWhatWasWrittenAndGoesAway)
+{
+    std::wstring path;
+    {
+        const TempFolder folder;
+        path = folder.write(L"sub/a.txt", "abc");
+        EXPECT_EQ(folder.read(L"sub/a.txt"), "abc");
+        folder.replace(L"sub/a.txt", "d");
+        EXPECT_EQ(folder.read(L"sub/a.txt"), "d");
+        EXPECT_FALSE(folder.has(L"sub/a.txt.new"));
+        EXPECT_TRUE(corma::platform::exists(path));
+    }
+    EXPECT_FALSE(corma::platform::exists(path));
+}
+
+TEST(CurrentFolder, IsPutBack)
+{
+    const TempFolder folder;
+    const std::wstring before = corma::platform::currentFolder();
+    {
+        const CurrentFolder there(folder.path());
+        EXPECT_EQ(corma::platform::currentFolder(), folder.path());
+    }
+    EXPECT_EQ(corma::platform::currentFolder(), before);
+}
+
+TEST(RecordingServices, KeepsWhatTheLibrarySends)
+{
+    RecordingServices services;
+    acutPrintf(L"%s is %d", L"a", 1);
+    acedAlert(L"stop");
+    services.answer = corma::MessageAnswer::yes;
+    EXPECT_EQ(corma::services().messageBox(L"really?", L"title", corma::MessageIcon::question,
+                                           corma::MessageButtons::yesNo),
+              corma::MessageAnswer::yes);
+    EXPECT_EQ(services.printed, std::vector<std::wstring> {L"a is 1"});
+    EXPECT_EQ(services.alerts, std::vector<std::wstring> {L"stop"});
+    EXPECT_EQ(services.boxes, std::vector<std::wstring> {L"really?"});
+}
+
+TEST(RecordingServices, PutsTheFormerServicesBack)
+{
+    corma::Services* before = &corma::services();
+    {
+        const RecordingServices recording;
+        EXPECT_EQ(&corma::services(), &recording);
+    }
+    EXPECT_EQ(&corma::services(), before);
+}
