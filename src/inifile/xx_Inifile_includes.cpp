@@ -19,7 +19,7 @@ constexpr std::size_t kPathSize = corma::kLongestPath + 1;
 // Links between folders can make a tree of includes that never ends, since each turn gives a path
 // of its own. No real tree comes near these numbers.
 constexpr int kDeepestInclude = 100;
-constexpr int kMostIncluded = 10000;
+constexpr int kMostIncluded = 1000;
 constexpr const wchar_t* kTooDeep = L"Inifile \"%s\" not included: more than %d levels of includes";
 constexpr const wchar_t* kTooMany = L"Inifile \"%s\" not included: more than %d files in the tree";
 
@@ -75,6 +75,9 @@ void xx_Inifile::initIncludedInifiles()
     if (priv == nullptr || getStringOneIdentOld(kInclude, list.data(), kLongestList, 0) != RTNORM) {
         return;
     }
+    if (priv->parent == nullptr) {
+        priv->treeFiles.emplace(filename);
+    }
     corma::Pieces names(corma::view(list.c_str()), kSeparators);
     while (!names.atEnd()) {
         const auto expanded = corma::expandEnvironment(names.next(), corma::kLongestPath);
@@ -100,20 +103,14 @@ void xx_Inifile::includeFile(const wchar_t* path)
     auto& slot = priv->included.back();
     slot.reset(new xx_Inifile(this));
     slot->open(path);
+    place.rootPrivate().treeFiles.emplace(slot->filename);
     slot->initIncludedInifiles();
 }
 
+// Names are compared exactly, as they are written.
 bool xx_Inifile::hasIncludedFileName(const wchar_t* path) const
 {
-    if (corma::compare(path, filename) == 0) {
-        return true;
-    }
-    if (priv == nullptr) {
-        return false;
-    }
-    return std::any_of(priv->included.begin(), priv->included.end(), [&](const auto& child) {
-        return child && child->hasIncludedFileName(path);
-    });
+    return priv->treeFiles.contains(path);
 }
 
 void xx_Inifile::makePathAbsolute(wchar_t* path, size_t size) const

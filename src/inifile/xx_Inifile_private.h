@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace corma {
@@ -40,9 +41,12 @@ struct xx_IniPrivate
     std::vector<std::unique_ptr<xx_Inifile>> included; // a slot per name, null for a skipped one
     xx_Inifile* parent = nullptr; // the including object; null at the root
     corma::ProjectFile project;
-    corma::LookupTrace* trace = nullptr; // at the root: who listens to lookups
-    int treeSize = 1; // at the root: files in the tree
-    bool wasLimited = false; // at the root: the tree was told to be too large
+
+    // Of the whole tree, kept at its root:
+    std::unordered_set<std::wstring> treeFiles; // paths of its files
+    int treeSize = 0; // included files, at any depth
+    bool wasLimited = false; // it was told to be too large
+    corma::LookupTrace* trace = nullptr; // who listens to lookups
 };
 
 namespace corma {

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "support/RecordingServices.h"
+#include "support/TempFolder.h"
+#include <corma/xx_Inifile.h>
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace corma::testing {
+
+/// A file under test: methods that take and give texts without buffers.
+class Ini
+{
+public:
+    explicit Ini(const std::wstring& path, int scrambled = 0, IniBuffer* buffer = nullptr)
+        : m_path(path)
+        , file(m_path.data(), scrambled, buffer)
+    {
+    }
+
+    int status(std::wstring idents, int size = 3000, int report = 0)
+    {
+        value.assign(static_cast<std::size_t>(std::abs(size)), L'#');
+        const int result = file.getString(idents.data(), value.data(), size, report);
+        value = value.c_str();
+        return result;
+    }
+
+    /// The value, or "(none)".
+    std::wstring get(const std::wstring& idents, int size = 3000)
+    {
+        return status(idents, size) == 5100 ? value : L"(none)";
+    }
+
+private:
+    std::wstring m_path;
+
+public:
+    xx_Inifile file;
+    std::wstring value; // what the last call left in its buffer
+};
+
+class InifileTest : public ::testing::Test
+{
+protected:
+    RecordingServices services;
+    TempFolder folder;
+};
+
+} // namespace corma::testing

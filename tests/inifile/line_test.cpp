@@ -1,0 +1,196 @@
+#include "inifile/InifileTest.h"
+#include "inifile/line.h"
+
+using corma::testing::Ini;
+using corma::testing::RecordingServices;
+using corma::testing::TempFolder;
+
+namespace {
+
+using namespace std::string_literals;
+
+struct Row
+{
+    const char* sentence;
+    std::string file;
+    std::wstring ident;
+    std::wstring value; // "(none)" when there is none
+};
+
+const std::wstring kNone = L"(none)";
+
+class OneFileLookup : public testing::TestWithParam<Row>
+{
+};
+
+// Plain and scrambled files follow one grammar, and the index finds what the scan finds.
+TEST_P(OneFileLookup, Gives)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    Ini plain(folder.write(L"tool.ini", GetParam().file));
+    EXPECT_EQ(plain.get(GetParam().ident), GetParam().value) << "by a scan";
+    EXPECT_EQ(plain.get(GetParam().ident), GetParam().value) << "by the index";
+}
+
+std::string sentenceOf(const testing::TestParamInfo<Row>& row)
+{
+    return row.param.sentence;
+}
+
+const std::string kTwoChapters = "Kop=head\r\n[A]\r\nHoogte=2\r\nBreedte=3\r\n[B]\r\nHoogte=5\r\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Lines, OneFileLookup,
+    testing::Values(
+        Row {"AValueEndsAtTheEndOfItsLine", "[A]\nHoogte=2\nBreedte=3", L"[A]Hoogte", L"2"},
+        Row {"TheLastLineNeedsNoLineEnd", "[A]\nHoogte=2", L"[A]Hoogte", L"2"},
+        Row {"ACarriageReturnIsPartOfTheLineEnd", "[A]\r\nHoogte=2\r\n", L"[A]Hoogte", L"2"},
+        Row {"ATabEndsWhatAReaderSees", "X=ab\tcd\nY=1\n", L"X", L"ab"},
+        Row {"ATabBeforeTheEqualsSignLeavesNoEntry", "X\t=1\n", L"X", kNone},
+        Row {"ANulByteEndsIt", "X=ab\0cd\nY=1\n"s, L"X", L"ab"},
+        Row {"AfterANulByteTheNextLineCounts", "X=ab\0cd\nY=1\n"s, L"Y", L"1"},
+        Row {"ALoneCarriageReturnEndsItToo", "X=ab\rY=1\nZ=2\n", L"X", L"ab"},
+        Row {"WhatIsBehindALoneCarriageReturnIsLost", "X=ab\rY=1\nZ=2\n", L"Y", kNone},
+        Row {"ALeadingBlankDisablesALine", " X=1\nX=2\n", L"X", L"2"},
+        Row {"ALeadingBlankDisablesAHeader", " [A]\nX=1\n", L"[A]X", kNone},
+        Row {"ABlankLedLineIsNotFoundByItsName", " X=1\n", L" X", kNone},
+        Row {"ABlankBeforeTheEqualsSignBelongsToTheIdent", "X =1\n", L"X", kNone},
+        Row {"AnIdentMayEndInABlank", "X =1\n", L"X ", L"1"},
+        Row {"ABlankBehindTheEqualsSignBelongsToTheValue", "X= 1 \n", L"X", L" 1 "},
+        Row {"AValueMayHoldEqualsSignsAndCommas", "X=a=b,c\n", L"X", L"a=b,c"},
+        Row {"ASemicolonBeginsNoComment", ";X=1\n", L";X", L"1"},
+        Row {"ALineWithoutEqualsSignIsIgnored", "X\nX=1\n", L"X", L"1"},
+        Row {"AnEmptyValueIsFound", "X=\n", L"X", L""},
+        Row {"AnEmptyLineIsNothing", "\n\r\n\nX=1\n", L"X", L"1"},
+        Row {"TheFirstOfTwoWins", "X=1\nX=2\n", L"X", L"1"},
+        Row {"AnIdentIsFoundInAnyCase", "HOOGTE=1\n", L"hoogte", L"1"},
+        Row {"AnIdentIsFoundInAnyCaseTheOtherWay", "hoogte=1\n", L"HOOGTE", L"1"},
+        Row {"CaseFoldsBeyondAscii", "COÖRDINAAT=1\n", L"coördinaat", L"1"},
+        Row {"CaseFoldsInWindows1252Too", "CO\xD6RDINAAT=1\n", L"coördinaat", L"1"},
+        Row {"ALongerIdentIsAnother", "Hoogtes=1\n", L"Hoogte", kNone},
+        Row {"AShorterIdentIsAnother", "Hoog=1\n", L"Hoogte", kNone},
+        Row {"AnIdentWithAnEqualsSignIsNeverFound", "a=b=c\n", L"a=b", kNone},
+        Row {"AnIdentMayBeEmpty", "[A]\n=1\n", L"[A]", L"1"},
+        Row {"AnEmptyFileHasNothing", "", L"X", kNone},
+        Row {"OnlyLineEnds", "\n\n\n", L"X", kNone}),
+    sentenceOf);
+
+INSTANTIATE_TEST_SUITE_P(
+    Chapters, OneFileLookup,
+    testing::Values(
+        Row {"APlainIdentIsInTheHeadOfTheFile", kTwoChapters, L"Kop", L"head"},
+        Row {"APlainIdentStopsAtTheFirstHeader", kTwoChapters, L"Hoogte", kNone},
+        Row {"AnIdentIsInItsChapter", kTwoChapters, L"[A]Breedte", L"3"},
+        Row {"EachChapterHasItsOwn", kTwoChapters, L"[B]Hoogte", L"5"},
+        Row {"AChapterEndsAtTheNextHeader", kTwoChapters, L"[B]Breedte", kNone},
+        Row {"AChapterIsFoundInAnyCase", kTwoChapters, L"[a]hoogte", L"2"},
+        Row {"AHeadIdentIsInNoChapter", kTwoChapters, L"[A]Kop", kNone},
+        Row {"AnUnknownChapterHasNothing", kTwoChapters, L"[C]Hoogte", kNone},
+        Row {"AChapterIsNotFoundByTheBeginningOfItsName", "[AB]\nX=1\n", L"[A]X", kNone},
+        Row {"AHeaderGoesToItsFirstBracket", "[A]rest]\nX=1\n", L"[A]X", L"1"},
+        Row {"OnlyTheFirstOfTwoChaptersOfANameCounts", "[A]\nX=1\n[B]\n[A]\nY=2\n", L"[A]Y", kNone},
+        Row {"AnEmptyFirstChapterOfANameCounts", "[A]\n[A]\nY=2\n", L"[A]Y", kNone},
+        Row {"AHeaderNeedsItsLastBracket", "[A\nX=1\n", L"X", L"1"},
+        Row {"AHeaderMayHoldAnEqualsSign", "[A=1]\nX=2\n", L"[A=1]X", L"2"},
+        Row {"ALineThatOnlyBeginsLikeAHeaderIsAnEntry", "[A=1\n", L"[A", L"1"},
+        Row {"ABlankBehindAHeaderMakesItNone", "[A] \nX=1\n", L"X", L"1"},
+        Row {"ATabBehindAHeaderIsLost", "[A]\tx\nX=1\n", L"[A]X", L"1"},
+        Row {"AnEmptyChapterInTheIdentIsTheHead", "X=1\n[A]\nX=2\n", L"[]X", L"1"},
+        Row {"WithoutAClosingBracketItIsAPlainName", "[A=1\n", L"[A", L"1"},
+        Row {"TheHeadChapterByNameIsOneFurtherDown", "X=1\n[Algemeen]\nX=2\n", L"[Algemeen]X",
+             L"2"},
+        Row {"ThePlainIdentIsTheOneAbove", "X=1\n[Algemeen]\nX=2\n", L"X", L"1"},
+        Row {"WithoutThatHeaderTheNameFindsNothing", "X=1\n", L"[Algemeen]X", kNone},
+        Row {"ChaptersFoldBeyondAscii", "[COÖRD]\nX=1\n", L"[coörd]X", L"1"}),
+    sentenceOf);
+
+// Lines of up to 3000 characters are whole; what is longer counts as further lines.
+std::string lineOf(std::size_t size, const std::string& begin)
+{
+    return begin + std::string(size - begin.size(), 'x');
+}
+
+std::wstring valueOfSize(std::size_t size)
+{
+    return std::wstring(size, L'x');
+}
+
+TEST(LongLine, OfLessThan3000CharactersIsWhole)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    Ini ini(folder.write(L"a.ini", lineOf(2999, "X=") + "\nY=1\n"));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(ini.get(L"X", 5000), valueOfSize(2997));
+        EXPECT_EQ(ini.get(L"Y"), L"1");
+    }
+}
+
+TEST(LongLine, Of3000CharactersIsWhole)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    for (const char* lineEnd : {"\n", "\r\n"}) {
+        Ini ini(folder.write(L"a.ini", lineOf(3000, "X=") + lineEnd + "Y=1\n"));
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(ini.get(L"X", 5000), valueOfSize(2998));
+            EXPECT_EQ(ini.get(L"Y"), L"1");
+        }
+    }
+}
+
+TEST(LongLine, BeyondThatIsALineOfItsOwn)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    for (const char* lineEnd : {"\n", "\r\n"}) {
+        Ini ini(folder.write(L"a.ini", lineOf(3000, "X=") + "Z=2" + lineEnd + "Y=1\n"));
+        for (int i = 0; i < 2; ++i) {
+            EXPECT_EQ(ini.get(L"X", 5000), valueOfSize(2998));
+            EXPECT_EQ(ini.get(L"Z"), L"2");
+            EXPECT_EQ(ini.get(L"Y"), L"1");
+        }
+    }
+}
+
+TEST(LongLine, ThePiecesFollowTheRulesOfLines)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    const std::string file
+        = lineOf(3000, "X=") + " Z=disabled" + std::string(2989, 'x') + "[A]\nQ=3\n";
+    Ini ini(folder.write(L"a.ini", file));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(ini.get(L"Z"), L"(none)");
+        EXPECT_EQ(ini.get(L"[A]Q"), L"3");
+    }
+}
+
+TEST(LongLine, CountsCharactersAndNotBytes)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    std::string line = "X=";
+    for (int i = 0; i < 2998; ++i) {
+        line += "\xC3\xA9";
+    }
+    Ini ini(folder.write(L"a.ini", line + "Z=2\nY=1\n"));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(ini.get(L"X", 5000), std::wstring(2998, L'é'));
+        EXPECT_EQ(ini.get(L"Z"), L"2");
+        EXPECT_EQ(ini.get(L"Y"), L"1");
+    }
+}
+
+TEST(LongLine, WithoutAnyLineEndIsReadInPieces)
+{
+    const RecordingServices services;
+    const TempFolder folder;
+    Ini ini(folder.write(L"a.ini", std::string(1'000'000 / 3000 * 3000, 'x') + "Y=1"));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(ini.get(L"Y"), L"1");
+    }
+}
+
+} // namespace
