@@ -48,6 +48,9 @@ public:
     /// True when the last reading succeeded.
     bool isOpen() const { return m_isOpen; }
 
+    /// True while there is such a file on disk. One file-status call.
+    bool isOnDisk() const { return platform::fileStamp(m_path).has_value(); }
+
     /// The text without its mark, UTF-8 or Windows-1252. UTF-16 has been turned to UTF-8.
     /// Good until the next refresh(). Behind the last byte stand FileContent::kPadding zero bytes.
     std::string_view bytes() const { return m_text; }

@@ -39,11 +39,30 @@ std::wstring getChecksummedIdent(std::wstring_view ident, std::wstring_view file
 
 ConfigFile* ProjectFile::at(const std::wstring& path)
 {
-    if (!m_file || path != m_path) {
-        m_file = ConfigFile::open(path, 0);
-        m_path = path;
+    const bool isKnown = path == m_path;
+    const bool isStillThere = isKnown && m_file && m_file->lastText().isOnDisk();
+    if (!isStillThere && !(isKnown && isStillAbsent())) {
+        open(path);
     }
     return m_file.get();
+}
+
+bool ProjectFile::isStillAbsent() const
+{
+    return !m_file && m_folderWithoutIt && platform::folderStamp(m_folder) == m_folderWithoutIt;
+}
+
+void ProjectFile::open(const std::wstring& path)
+{
+    m_path = path;
+    m_folder = platform::toNative(platform::splitPath(path).folderPath());
+    m_folderWithoutIt = platform::folderStamp(m_folder);
+    const bool isFresh = m_folderWithoutIt
+        && platform::couldHideAChange(*m_folderWithoutIt, platform::fileClock());
+    m_file = ConfigFile::open(path, 0);
+    if (m_file || isFresh) {
+        m_folderWithoutIt.reset();
+    }
 }
 
 SourceWalk::SourceWalk(xx_Inifile& file, const Ident& ident)

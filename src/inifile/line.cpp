@@ -22,9 +22,12 @@ const char* pieceEnd(const char* begin, const char* end, std::size_t longest, co
     if (text.ends_with('\r')) {
         text.remove_suffix(1); // a line end of two characters counts as none
     }
+    if (file.encoding() == Encoding::windows1252) {
+        return text.size() <= longest ? end : begin + longest;
+    }
     std::size_t at = 0;
     for (std::size_t count = 0; count < longest && at < text.size(); ++count) {
-        nextCharacter(text, at, file.encoding());
+        nextUtf8(text, at);
     }
     return at == text.size() ? end : begin + at;
 }

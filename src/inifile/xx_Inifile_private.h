@@ -1,6 +1,7 @@
 #pragma once
 
 #include "inifile/ConfigFile.h"
+#include "platform/platform.h"
 #include <corma/lookup_trace.h>
 #include <corma/xx_Inifile.h>
 
@@ -28,8 +29,16 @@ public:
     ConfigFile* at(const std::wstring& path);
 
 private:
+    bool isStillAbsent() const;
+    void open(const std::wstring& path);
+
     std::wstring m_path;
     std::unique_ptr<ConfigFile> m_file;
+
+    // Most drawings have no project file. While nothing comes or goes in their folder, one look at
+    // the folder tells that it is still so.
+    platform::NativePath m_folder;
+    std::optional<platform::FileStamp> m_folderWithoutIt;
 };
 
 } // namespace corma

@@ -82,6 +82,9 @@ struct FileStamp
 /// The stamp of a regular file; nothing for anything else and for what cannot be looked at.
 std::optional<FileStamp> fileStamp(const NativePath& path);
 
+/// The same for a folder; it changes when a name comes or goes in it.
+std::optional<FileStamp> folderStamp(const NativePath& path);
+
 /// True when a file changed so shortly before `now` that a further change could bear the same
 /// stamp, because file times move in steps.
 bool couldHideAChange(const FileStamp& stamp, std::int64_t now);

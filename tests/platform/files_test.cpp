@@ -66,6 +66,19 @@ TEST(FileStamp, ATimeThatIsPutBackIsStillAChange)
     EXPECT_NE(fileStamp(path), before);
 }
 
+TEST(FolderStamp, TellsThatANameCame)
+{
+    const TempFolder folder;
+    const auto path = toNative(folder.path());
+    const auto before = folderStamp(path);
+    testing::letFilesSettle();
+    EXPECT_EQ(folderStamp(path), before);
+    const auto file = folder.write(L"a", "");
+    EXPECT_NE(folderStamp(path), before);
+    EXPECT_FALSE(folderStamp(toNative(file)));
+    EXPECT_FALSE(folderStamp(toNative(folder.path(L"none"))));
+}
+
 TEST(CouldHideAChange, ForTwoStepsOfTheClock)
 {
     FileStamp stamp;

@@ -55,6 +55,15 @@ FileStamp stampOf(const struct stat& status)
             nanoseconds(status.st_mtim), nanoseconds(status.st_ctim)};
 }
 
+std::optional<FileStamp> stampOfKind(const NativePath& path, mode_t kind)
+{
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0 || (status.st_mode & S_IFMT) != kind) {
+        return std::nullopt;
+    }
+    return stampOf(status);
+}
+
 // Reads until `size` bytes are there or the file ends; the count, or nothing on an error.
 std::optional<std::size_t> readUpTo(int descriptor, char* bytes, std::size_t size)
 {
@@ -181,11 +190,12 @@ mode_t modeFor(const std::filesystem::path& target)
 
 std::optional<FileStamp> fileStamp(const NativePath& path)
 {
-    struct stat status = {};
-    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
-        return std::nullopt;
-    }
-    return stampOf(status);
+    return stampOfKind(path, S_IFREG);
+}
+
+std::optional<FileStamp> folderStamp(const NativePath& path)
+{
+    return stampOfKind(path, S_IFDIR);
 }
 
 bool couldHideAChange(const FileStamp& stamp, std::int64_t now)
