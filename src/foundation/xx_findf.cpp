@@ -19,10 +19,12 @@ std::wstring& hostLibraryName()
     return name;
 }
 
+// The folder is told in upper case by rule. Where the system heeds case, that would be another
+// folder, so files are looked for in it as it was given.
 struct ModuleFolder
 {
     std::wstring upperCase;
-    std::wstring onDisk; // the same folder as it is spelled on disk, for paths that others open
+    std::wstring asGiven;
 };
 
 std::optional<ModuleFolder>& keptModuleFolder()
@@ -35,11 +37,9 @@ const ModuleFolder& moduleFolder()
 {
     auto& folder = keptModuleFolder();
     if (!folder) {
-        const std::wstring path = corma::upperCase(corma::view(xx_hostModuleName()));
-        const auto parts = corma::platform::splitPath(path);
-        const std::wstring upper = parts.folderPath();
-        const auto onDisk = corma::platform::locate(upper);
-        folder = {upper, corma::platform::fromNative(onDisk)};
+        const std::wstring path
+            = corma::platform::splitPath(corma::view(xx_hostModuleName())).folderPath();
+        folder = {corma::upperCase(path), path};
     }
     return *folder;
 }
@@ -84,7 +84,7 @@ std::optional<std::wstring> findWithHost(const std::wstring& name)
             return found;
         }
     }
-    if (auto found = ifThere(joinPath(moduleFolder().onDisk, name))) {
+    if (auto found = ifThere(joinPath(moduleFolder().asGiven, name))) {
         return found;
     }
     if (auto found = findOnSupportPath(name)) {
@@ -101,7 +101,7 @@ std::optional<std::wstring> findBelowModule(const std::wstring& name)
         return std::nullopt;
     }
     for (const wchar_t* folder : {L"", L"blokken/", L"blocks/"}) {
-        std::wstring path = moduleFolder().onDisk + folder + name;
+        std::wstring path = moduleFolder().asGiven + folder + name;
         if (auto found = ifThere(corma::platform::nativeSeparators(path))) {
             return found;
         }
