@@ -1,0 +1,101 @@
+#pragma once
+
+// What a command is: its arguments, and what it does with them.
+
+#include "output.h"
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+
+namespace CLI {
+class App;
+class Option;
+} // namespace CLI
+
+namespace cfgctl {
+
+/// Wrong usage, or an input that cannot be used at all. The text says what is wrong and what to do.
+class UsageError : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The options that stand behind every command.
+struct Options
+{
+    bool json = false;
+    bool cache = false;
+    int scramble = 0;
+    std::optional<std::wstring> moduleFolder;
+    std::optional<std::wstring> drawing;
+};
+
+/// Declares the arguments and options of a command. The values are written before the command runs.
+class Syntax
+{
+public:
+    explicit Syntax(CLI::App& app)
+        : m_app(app)
+    {
+    }
+
+    void argument(const char* name, const char* meaning, std::wstring& value);
+    void argument(const char* name, const char* meaning, int& value);
+    void optionalArgument(const char* name, const char* meaning,
+                          std::optional<std::wstring>& value);
+
+    /// The names are of the form "--size N".
+    void option(const char* name, const char* meaning, int& value);
+    void option(const char* name, const char* meaning, std::wstring& value);
+    void option(const char* name, const char* meaning, std::optional<std::wstring>& value);
+    void flag(const char* name, const char* meaning, bool& value);
+
+    /// The heading in the help of the options declared from here on.
+    void group(const char* heading) { m_group = heading; }
+
+private:
+    template<class Value> CLI::Option* declare(std::string name, const char* meaning, Value& value);
+    template<class Value> void declareOption(const char* name, const char* meaning, Value& value);
+
+    CLI::App& m_app;
+    const char* m_group = "Options";
+};
+
+class Command
+{
+public:
+    Command() = default;
+    Command(const Command&) = delete;
+    Command& operator=(const Command&) = delete;
+    virtual ~Command() = default;
+
+    virtual void declare(Syntax& syntax) = 0;
+
+    /// Throws UsageError.
+    virtual Answer run(const Options& options) = 0;
+};
+
+enum class Drawing
+{
+    notTaken,
+    taken
+};
+
+/// What the program knows of a command before it makes it.
+struct CommandEntry
+{
+    const char* name;
+    Drawing drawing;
+    std::unique_ptr<Command> (*make)();
+    const char* purpose;
+    const char* examples;
+};
+
+/// All commands, in the order of the help.
+std::span<const CommandEntry> commands();
+
+} // namespace cfgctl

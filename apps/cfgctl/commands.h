@@ -1,0 +1,20 @@
+#pragma once
+
+// The commands by theme; the table in commands.cpp names them.
+
+#include "command.h"
+#include <corma/xx_Inifile.h>
+
+namespace cfgctl {
+
+std::unique_ptr<Command> makeGet();
+std::unique_ptr<Command> makeFind();
+std::unique_ptr<Command> makeLevels();
+std::unique_ptr<Command> makeIncludes();
+std::unique_ptr<Command> makeWhere();
+std::unique_ptr<Command> makeScramble();
+
+/// The file as the options want it opened. It may be one that was not found.
+xx_Inifile openFile(std::wstring name, const Options& options);
+
+} // namespace cfgctl

@@ -1,0 +1,78 @@
+#include "command_line.h"
+#include "console.h"
+#include "text.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <span>
+#include <string>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+void openDrawing(const std::wstring& name)
+{
+    const std::filesystem::path path = cfgctl::toBytes(name);
+    std::error_code failed;
+    if (!std::filesystem::is_regular_file(path, failed) || !std::ifstream(path)) {
+        throw cfgctl::UsageError("the drawing " + cfgctl::quoted(name)
+                                 + " cannot be read; pass an existing file to --drawing");
+    }
+    corma::openDocument(name.c_str());
+}
+
+void setModuleFolder(cfgctl::ConsoleServices& services, const std::wstring& folder)
+{
+    if (folder.empty()) {
+        throw cfgctl::UsageError("--module-dir is empty; pass a folder such as \".\"");
+    }
+    services.setModuleFolder(folder);
+}
+
+int run(std::span<const char* const> words)
+{
+    const auto [options, command] = cfgctl::parseCommandLine(words);
+    if (!command) {
+        return 0;
+    }
+    cfgctl::ConsoleServices services;
+    if (options.moduleFolder) {
+        setModuleFolder(services, *options.moduleFolder);
+    }
+    if (options.drawing) {
+        openDrawing(*options.drawing);
+    }
+    const cfgctl::Answer answer = command->run(options);
+    if (!cfgctl::write(answer, options.json)) {
+        services.print(L"\ncfgctl: the result could not be written to standard output");
+        return kFailed;
+    }
+    return answer.status == RTNORM ? 0 : kFailed;
+}
+
+// An argument that is named in the message may hold line ends.
+int tell(std::string message, int exitStatus)
+{
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    std::replace_if(message.begin(), message.end(), isControl, ' ');
+    std::fprintf(stderr, "cfgctl: %s\n", message.c_str());
+    return exitStatus;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    try {
+        return run({argv, static_cast<std::size_t>(argc)});
+    } catch (const cfgctl::UsageError& error) {
+        return tell(error.what(), kWrongUsage);
+    } catch (const std::exception& error) {
+        return tell(error.what(), kFailed);
+    }
+}
