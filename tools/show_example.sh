@@ -1,0 +1,88 @@
+#!/bin/sh
+# Shows what cfgctl finds in the example of examples/README.md, and fails when it is not what is
+# told there. Usage: tools/show_example.sh CFGCTL
+set -eu
+cfgctl=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
+cd "$(dirname "$0")/../examples/plattegrond"
+unset ACAD
+drawing=project/woonhuis.dxf
+failed=0
+
+heading() {
+    printf '\n%s\n' "$*"
+}
+
+# Prints the command line and leaves its output in $output. Arguments that a shell would split or
+# expand are shown in quotes.
+run() {
+    printf '  $ cfgctl'
+    for word; do
+        case $word in
+            *[!A-Za-z0-9._/:=-]*) printf ' "%s"' "$word" ;;
+            *) printf ' %s' "$word" ;;
+        esac
+    done
+    printf '\n'
+    status=0
+    output=$("$cfgctl" "$@") || status=$?
+    [ -z "$output" ] || printf '%s\n' "$output" | sed "s|$PWD/||; s/^/    /"
+}
+
+wrong() {
+    echo "show_example: expected $1" >&2
+    failed=1
+}
+
+# The output must be the value of the first argument.
+expect() {
+    value=$1
+    shift
+    run "$@"
+    [ "$status" -eq 0 ] && [ "$output" = "$value" ] || wrong "$value"
+}
+
+# A line of the output must hold the first argument.
+expect_line() {
+    part=$1
+    shift
+    run "$@"
+    printf '%s\n' "$output" | grep -qF -- "$part" && [ "$status" -eq 0 ] || wrong "$part"
+}
+
+echo "The settings of Plattegrond, in examples/plattegrond"
+
+heading "The file itself; then its head, above the first chapter"
+expect 188 get plattegrond.ini "[Trappen]OptredeMax"
+expect "m²" get plattegrond.ini OppervlakteEenheid
+
+heading "The office standard is included, and wins over the file"
+expect 2.5 get plattegrond.ini "[Tekst]Hoogte"
+
+heading "The layers are an include of an include"
+expect "21-BUITENWAND,2,CONTINUOUS,0.70" get plattegrond.ini "[Lagen]Buitenwand"
+
+heading "The project file beside the drawing"
+expect 100 get plattegrond.ini "[Plot]Schaal"
+expect 50 get plattegrond.ini "[Plot]Schaal" --drawing $drawing
+
+heading "A list of idents: the first that is found wins"
+expect 2315 get plattegrond.ini "[Deuren]HoogteSchuif,[Deuren]Hoogte" --as int
+
+heading "A scrambled file"
+expect 630 get geheim.ini "[Formules]StapModulusMax" --scramble 7
+
+heading "A line that is switched off is not there"
+run get plattegrond.ini "[Wanden]KleurSloop" --json
+[ "$status" -eq 1 ] && [ "$output" = '{"status":-5001,"value":null}' ] || wrong "no value"
+
+heading "Every level of one ident, the one in force marked"
+expect_line "* project   50 " levels plattegrond.ini "[Plot]Schaal" --drawing $drawing
+
+heading "The tree of included files"
+expect_line "norm/lagen.ini" includes plattegrond.ini
+
+heading "What a chapter holds, by a pattern"
+expect_line "[Wanden]DikteBuiten" find plattegrond.ini "[Wanden]Dikte*"
+
+echo
+exit $failed
