@@ -1,0 +1,49 @@
+#include "CfgctlTest.h"
+
+#include "platform/platform.h"
+
+#include <filesystem>
+
+namespace corma::testing {
+
+ProgramResult CfgctlTest::run(const Words& arguments) const
+{
+    const std::string home = platform::toNative(folder.path());
+    return runProgram({CFGCTL_PROGRAM, arguments, workIn.empty() ? home : workIn, environment, ""});
+}
+
+std::string CfgctlTest::get(const Words& arguments) const
+{
+    Words all = arguments;
+    all.insert(all.begin(), "get");
+    const ProgramResult result = run(all);
+    if (result.exitStatus != 0) {
+        EXPECT_EQ(result.exitStatus, 1) << result.err;
+        EXPECT_EQ(result.out, "");
+        return "(none)";
+    }
+    EXPECT_TRUE(result.out.ends_with('\n')) << result.out;
+    return result.out.substr(0, result.out.size() - 1);
+}
+
+std::string CfgctlTest::json(Words arguments) const
+{
+    arguments.emplace_back("--json");
+    const ProgramResult result = run(arguments);
+    EXPECT_TRUE(result.out.ends_with('\n')) << result.out << result.err;
+    const Json document = Json::parse(result.out, nullptr, false);
+    EXPECT_FALSE(document.is_discarded()) << result.out;
+    return document.is_discarded() ? "(no JSON)" : document.dump();
+}
+
+std::string CfgctlTest::pathOf(std::string_view name) const
+{
+    return (std::filesystem::canonical(platform::toNative(folder.path())) / name).native();
+}
+
+void CfgctlTest::write(std::string_view name, std::string_view bytes) const
+{
+    folder.write(platform::fromNative(name), bytes);
+}
+
+} // namespace corma::testing

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "RunProgram.h"
+#include "support/TempFolder.h"
+
+#include <gtest/gtest.h>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace corma::testing {
+
+using Json = nlohmann::ordered_json;
+using Words = std::vector<std::string>;
+
+/// Runs cfgctl in a folder of its own.
+class CfgctlTest : public ::testing::Test
+{
+protected:
+    ProgramResult run(const Words& arguments) const;
+
+    /// The value that `get` prints with these arguments, without its line end; "(none)" when it
+    /// fails.
+    std::string get(const Words& arguments) const;
+
+    /// The document of a run with --json, which must be the only thing on standard output. Its
+    /// text: keys count with their order.
+    std::string json(Words arguments) const;
+
+    /// Full path of a name in the folder, as the program tells it.
+    std::string pathOf(std::string_view name) const;
+
+    void write(std::string_view name, std::string_view bytes) const;
+
+    TempFolder folder;
+    std::string workIn; // the current folder of the program; empty: the test's folder
+    std::map<std::string, std::string> environment {{"ACAD", ""}};
+};
+
+} // namespace corma::testing
