@@ -59,6 +59,9 @@ std::optional<std::wstring> findOnSupportPath(const std::wstring& name)
         if (!corma::platform::isSeparator(folder.back())) {
             folder.push_back(corma::platform::kSeparator);
         }
+        if (!corma::platform::isAbsolute(folder)) {
+            folder = corma::platform::fullPath(folder);
+        }
         if (auto found = ifThere(corma::platform::nativeSeparators(folder + name))) {
             return found;
         }

@@ -6,6 +6,7 @@
 #include <corma/xx_Inifile.h>
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <optional>
@@ -65,7 +66,7 @@ struct ValueBuffer
 {
     ValueBuffer(wchar_t* where, int size)
         : text(where)
-        , capacity(where == nullptr ? 0 : static_cast<std::size_t>(std::abs(size)))
+        , capacity(where == nullptr ? 0 : static_cast<std::size_t>(std::abs(std::int64_t {size})))
     {
     }
 

@@ -89,6 +89,13 @@ TEST_F(FindFile, ASupportFolderMayEndInASeparator)
     EXPECT_EQ(find(L"a.ini"), path);
 }
 
+TEST_F(FindFile, ARelativeSupportFolderIsBelowTheCurrentOne)
+{
+    services.variables[L"ACAD"] = L"norm";
+    const auto path = folder.write(L"here/norm/a.ini", "");
+    EXPECT_EQ(find(L"a.ini"), path);
+}
+
 TEST_F(FindFile, AMissLeavesTheOutputAsItWas)
 {
     wchar_t out[] = L"before";

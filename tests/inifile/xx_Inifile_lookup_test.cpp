@@ -4,6 +4,7 @@
 #include "platform/text.h"
 #include <corma/lookup_trace.h>
 
+#include <climits>
 #include <cstdlib>
 
 using corma::LevelValue;
@@ -244,6 +245,13 @@ INSTANTIATE_TEST_SUITE_P(Value, ValueSize,
                                          SizeRow {"NothingAtSizeOne", 1, L""},
                                          SizeRow {"NothingIsWrittenAtSizeZero", 0, L""}),
                          [](const auto& row) { return row.param.sentence; });
+
+TEST(SmallestSize, CountsAsTheLargest)
+{
+    wchar_t value[1];
+    EXPECT_EQ(corma::ValueBuffer(value, INT_MIN).capacity, 2147483648U);
+    EXPECT_EQ(corma::ValueBuffer(nullptr, 10).capacity, 0U);
+}
 
 TEST_F(Lookup, SeesWhatAnotherWriterFinished)
 {
