@@ -16,11 +16,19 @@ constexpr const wchar_t* kTooManyDoubles = L"Array too small";
 constexpr const wchar_t* kTooManyInts = L"Array too small !";
 constexpr const wchar_t* kTooFew = L"Only %d of %d numbers found for %s in configuration";
 
+// What a getter is asked.
+struct Query
+{
+    xx_Inifile& file;
+    wchar_t* ident;
+    int report;
+};
+
 // A value as the typed getters read it.
 struct Value
 {
-    Value(xx_Inifile& file, wchar_t* ident, int report)
-        : status(file.getString(ident, buffer.data(), kLongestValue, report))
+    explicit Value(const Query& query)
+        : status(query.file.getString(query.ident, buffer.data(), kLongestValue, query.report))
     {
     }
 
@@ -31,10 +39,10 @@ struct Value
 };
 
 template<class Number, class Convert>
-int getNumber(xx_Inifile& file, wchar_t* ident, Number* number, int report, Convert convert)
+int getNumber(const Query& query, Number* number, Convert convert)
 {
     *number = Number {};
-    const Value value(file, ident, report);
+    const Value value(query);
     if (value.status != RTNORM) {
         return value.status;
     }
@@ -74,10 +82,9 @@ template<class Number> struct NumberArray
 };
 
 template<class Number>
-int getNumbers(xx_Inifile& file, wchar_t* ident, NumberArray<Number>& array, int report,
-               const ArrayKind<Number>& kind)
+int getNumbers(const Query& query, NumberArray<Number>& array, const ArrayKind<Number>& kind)
 {
-    const Value value(file, ident, report);
+    const Value value(query);
     if (value.status != RTNORM) {
         return value.status;
     }
@@ -97,14 +104,13 @@ int getNumbers(xx_Inifile& file, wchar_t* ident, NumberArray<Number>& array, int
 
 // An array of a fixed size is incomplete with fewer numbers, and so it is without any.
 template<class Number>
-int getAllNumbers(xx_Inifile& file, wchar_t* ident, NumberArray<Number> array, int report,
-                  const ArrayKind<Number>& kind)
+int getAllNumbers(const Query& query, NumberArray<Number> array, const ArrayKind<Number>& kind)
 {
-    const int status = getNumbers(file, ident, array, report, kind);
+    const int status = getNumbers(query, array, kind);
     if (array.count == array.capacity) {
         return status;
     }
-    const std::wstring text = corma::formatted(kTooFew, array.count, array.capacity, ident);
+    const std::wstring text = corma::formatted(kTooFew, array.count, array.capacity, query.ident);
     xx_reportError(corma::kInifileSource, __LINE__, text.c_str(), array.count);
     return RTCAN;
 }
@@ -123,14 +129,15 @@ resbuf* newTextNode(std::wstring_view text)
 
 int xx_Inifile::getInt(wchar_t* ident, int* value, int report)
 {
-    return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR,
-                             [&] { return getNumber(*this, ident, value, report, corma::toInt); });
+    return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
+        return getNumber(Query {*this, ident, report}, value, corma::toInt);
+    });
 }
 
 int xx_Inifile::getBool(wchar_t* ident, bool* value, int report)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        return getNumber(*this, ident, value, report,
+        return getNumber(Query {*this, ident, report}, value,
                          [](std::wstring_view text) { return corma::toInt(text) != 0; });
     });
 }
@@ -138,7 +145,7 @@ int xx_Inifile::getBool(wchar_t* ident, bool* value, int report)
 int xx_Inifile::getDouble(wchar_t* ident, double* value, int report)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        return getNumber(*this, ident, value, report, corma::toDouble);
+        return getNumber(Query {*this, ident, report}, value, corma::toDouble);
     });
 }
 
@@ -146,7 +153,7 @@ int xx_Inifile::getDoubleArray(wchar_t* ident, double* values, int* count, int r
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
         NumberArray<double> array {values, *count};
-        const int status = getNumbers(*this, ident, array, report, kDoubles);
+        const int status = getNumbers({*this, ident, report}, array, kDoubles);
         *count = array.count;
         return status;
     });
@@ -155,7 +162,7 @@ int xx_Inifile::getDoubleArray(wchar_t* ident, double* values, int* count, int r
 int xx_Inifile::getDoubleArray(wchar_t* ident, double* values, int count, int report)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        return getAllNumbers(*this, ident, {values, count}, report, kDoubles);
+        return getAllNumbers({*this, ident, report}, {values, count}, kDoubles);
     });
 }
 
@@ -163,7 +170,7 @@ int xx_Inifile::getIntArray(wchar_t* ident, int* values, int* count, int report)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
         NumberArray<int> array {values, *count};
-        const int status = getNumbers(*this, ident, array, report, kInts);
+        const int status = getNumbers({*this, ident, report}, array, kInts);
         *count = array.count;
         return status;
     });
@@ -172,7 +179,7 @@ int xx_Inifile::getIntArray(wchar_t* ident, int* values, int* count, int report)
 int xx_Inifile::getIntArray(wchar_t* ident, int* values, int count, int report)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        return getAllNumbers(*this, ident, {values, count}, report, kInts);
+        return getAllNumbers({*this, ident, report}, {values, count}, kInts);
     });
 }
 
@@ -180,7 +187,7 @@ int xx_Inifile::getStringList(wchar_t* ident, resbuf** list, wchar_t separator, 
 {
     *list = nullptr;
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        const Value value(*this, ident, report);
+        const Value value(Query {*this, ident, report});
         resbuf** end = list;
         if (value.status == RTNORM) {
             forEachPiece(value.text(), separator, [&](std::wstring_view piece) {

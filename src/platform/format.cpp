@@ -127,12 +127,19 @@ void appendText(std::wstring& out, const wchar_t* text, const Conversion& conver
     appendPadded(out, {text, length}, conversion);
 }
 
+// Zeros fill a number unless it has a precision or is none.
+Conversion fillingZerosIf(bool mayFill, Conversion conversion)
+{
+    conversion.zeroFilled = conversion.zeroFilled && mayFill;
+    return conversion;
+}
+
 // Sign or prefix, then zeros, then digits, padded to the width.
 void appendNumber(std::wstring& out, std::wstring prefix, std::string_view digits,
-                  const Conversion& conversion, bool mayZeroFill)
+                  const Conversion& conversion)
 {
     const auto width = static_cast<std::size_t>(conversion.width);
-    if (conversion.zeroFilled && mayZeroFill && !conversion.leftAligned) {
+    if (conversion.zeroFilled && !conversion.leftAligned) {
         const std::size_t used = prefix.size() + digits.size();
         prefix.append(width > used ? width - used : 0, L'0');
     }
@@ -182,8 +189,8 @@ void appendSigned(std::wstring& out, Arguments& arguments, const Conversion& con
     const auto magnitude = value < 0 ? 0ULL - static_cast<unsigned long long>(value)
                                      : static_cast<unsigned long long>(value);
     appendNumber(out, signText(value < 0, conversion),
-                 withPrecision(digitsOf(magnitude, 10, false), conversion.precision), conversion,
-                 conversion.precision < 0);
+                 withPrecision(digitsOf(magnitude, 10, false), conversion.precision),
+                 fillingZerosIf(conversion.precision < 0, conversion));
 }
 
 void appendUnsigned(std::wstring& out, Arguments& arguments, const Conversion& conversion)
@@ -203,7 +210,7 @@ void appendUnsigned(std::wstring& out, Arguments& arguments, const Conversion& c
         = !decimal && (conversion.kind == L'p' || (conversion.alternate && value != 0));
     appendNumber(out, prefixed ? (upper ? L"0X" : L"0x") : L"",
                  withPrecision(digitsOf(value, decimal ? 10 : 16, upper), conversion.precision),
-                 conversion, conversion.precision < 0);
+                 fillingZerosIf(conversion.precision < 0, conversion));
 }
 
 // The digits come from to_chars, which knows no locale.
@@ -219,8 +226,8 @@ void appendReal(std::wstring& out, double value, const Conversion& conversion)
     const auto end
         = std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, format, precision)
               .ptr;
-    appendNumber(out, signText(negative, conversion), {buffer.data(), end}, conversion,
-                 std::isfinite(value));
+    appendNumber(out, signText(negative, conversion), {buffer.data(), end},
+                 fillingZerosIf(std::isfinite(value), conversion));
 }
 
 // False for a conversion that is not known; nothing was taken from the arguments then.
