@@ -18,6 +18,7 @@
 #include <random>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <unordered_map>
@@ -30,27 +31,29 @@ namespace {
 using benchmark::State;
 
 constexpr std::array<std::size_t, 4> kSizes = {100, 1'000, 10'000, 100'000};
-constexpr std::array<const char*, 2> kForms = {"plain", "scrambled"};
+constexpr std::string_view kPlain = "plain";
+constexpr std::string_view kScrambled = "scrambled";
+constexpr std::array kForms = {kPlain, kScrambled};
 constexpr int kLongestValue = 500; // characters, the terminator counted
 
 // The names of what is measured; with form and size they name a benchmark.
-constexpr const char* kOpen = "open";
-constexpr const char* kOneShot = "open, one lookup, close";
-constexpr const char* kHit = "warm lookup, random hit";
-constexpr const char* kLateHit = "warm lookup, last entry";
-constexpr const char* kMiss = "warm lookup, random miss";
-constexpr const char* kInt = "getInt";
-constexpr const char* kDouble = "getDouble";
-constexpr const char* kThree = "getDoubleArray of 3";
-constexpr const char* kWildcard = "getWcString, one chapter";
-constexpr const char* kFloorRead = "floor: read, find line ends";
-constexpr const char* kFloorStat = "floor: file status";
-constexpr const char* kFloorHit = "floor: unordered_map, hit";
-constexpr const char* kFloorMiss = "floor: unordered_map, miss";
+constexpr std::string_view kOpen = "open";
+constexpr std::string_view kOneShot = "open, one lookup, close";
+constexpr std::string_view kHit = "warm lookup, random hit";
+constexpr std::string_view kLateHit = "warm lookup, last entry";
+constexpr std::string_view kMiss = "warm lookup, random miss";
+constexpr std::string_view kInt = "getInt";
+constexpr std::string_view kDouble = "getDouble";
+constexpr std::string_view kThree = "getDoubleArray of 3";
+constexpr std::string_view kWildcard = "getWcString, one chapter";
+constexpr std::string_view kFloorRead = "floor: read, find line ends";
+constexpr std::string_view kFloorStat = "floor: file status";
+constexpr std::string_view kFloorHit = "floor: unordered_map, hit";
+constexpr std::string_view kFloorMiss = "floor: unordered_map, miss";
 
-std::string nameOf(const std::string& what, const std::string& form, std::size_t entries)
+std::string nameOf(std::string_view what, std::string_view form, std::size_t entries)
 {
-    return what + "/" + form + "/" + std::to_string(entries);
+    return std::string(what).append("/").append(form).append("/") + std::to_string(entries);
 }
 
 void require(bool holds, const char* what)
@@ -285,7 +288,7 @@ Map mapOf(const Sample& sample)
 
 struct Case
 {
-    const char* name;
+    std::string_view name;
     void (*run)(State&, const Subject&);
 };
 
@@ -297,8 +300,8 @@ constexpr std::array kCases = {
 
 void registerStore(const Sample& sample, std::size_t entries)
 {
-    for (const char* form : kForms) {
-        const Subject subject {&sample, form == kForms[0] ? 0 : kScrambleNumber};
+    for (const std::string_view form : kForms) {
+        const Subject subject {&sample, form == kPlain ? 0 : kScrambleNumber};
         for (const Case& one : kCases) {
             benchmark::RegisterBenchmark(
                 nameOf(one.name, form, entries).c_str(),
@@ -309,8 +312,8 @@ void registerStore(const Sample& sample, std::size_t entries)
 
 void registerFloors(const Sample& sample, const Map& map, std::size_t entries)
 {
-    const auto add = [&](const char* name, std::function<void(State&)> run) {
-        benchmark::RegisterBenchmark(nameOf(name, kForms[0], entries).c_str(), std::move(run));
+    const auto add = [&](std::string_view name, std::function<void(State&)> run) {
+        benchmark::RegisterBenchmark(nameOf(name, kPlain, entries).c_str(), std::move(run));
     };
     add(kFloorRead, [&](State& state) { timeRead(state, sample); });
     add(kFloorStat, [&](State& state) { timeStat(state, sample); });
@@ -335,7 +338,8 @@ public:
         }
     }
 
-    std::optional<double> of(const char* what, const char* form, std::size_t entries) const
+    std::optional<double> of(std::string_view what, std::string_view form,
+                             std::size_t entries) const
     {
         const auto found = m_times.find(nameOf(what, form, entries));
         return found == m_times.end() ? std::nullopt : std::optional(found->second);
@@ -356,7 +360,7 @@ public:
 
     std::vector<Row> rows()
     {
-        for (const char* form : kForms) {
+        for (const std::string_view form : kForms) {
             for (const Case& one : kCases) {
                 for (const std::size_t entries : kSizes) {
                     add(one.name, form, entries);
@@ -364,9 +368,9 @@ public:
             }
         }
         addComparisons();
-        for (const char* floor : {kFloorRead, kFloorStat, kFloorHit, kFloorMiss}) {
+        for (const std::string_view floor : {kFloorRead, kFloorStat, kFloorHit, kFloorMiss}) {
             for (const std::size_t entries : kSizes) {
-                add(floor, kForms[0], entries);
+                add(floor, kPlain, entries);
             }
         }
         return m_rows;
@@ -378,23 +382,23 @@ private:
     static constexpr double kMostOfMap = 2.5;
     static constexpr double kMostGrowth = 4; // from 1,000 entries to 100,000
 
-    void add(const char* what, const char* form, std::size_t entries)
+    void add(std::string_view what, std::string_view form, std::size_t entries)
     {
         const auto measured = m_medians.of(what, form, entries);
         if (!measured) {
             return;
         }
-        Row row {what, form, entries, *measured, {}, {}};
-        const auto read = m_medians.of(kFloorRead, kForms[0], entries);
-        const auto stat = m_medians.of(kFloorStat, kForms[0], entries);
-        const auto map = m_medians.of(what == kMiss ? kFloorMiss : kFloorHit, kForms[0], entries);
-        const bool isAimed = form == kForms[0] && entries == kAimedSize;
+        Row row {std::string(what), std::string(form), entries, *measured, {}, {}};
+        const auto read = m_medians.of(kFloorRead, kPlain, entries);
+        const auto stat = m_medians.of(kFloorStat, kPlain, entries);
+        const auto map = m_medians.of(what == kMiss ? kFloorMiss : kFloorHit, kPlain, entries);
+        const bool isAimed = form == kPlain && entries == kAimedSize;
         if (what == kOpen || what == kOneShot || what == kWildcard) {
             row.floor = read;
             if (isAimed && what == kOneShot && read) {
                 row.aim = kMostOfRead * *read;
             }
-        } else if (std::strncmp(what, "floor", 5) != 0 && stat && map) {
+        } else if (!what.starts_with("floor") && stat && map) {
             row.floor = *stat + *map;
             if (isAimed && (what == kHit || what == kLateHit || what == kMiss)) {
                 row.aim = *stat + kMostOfMap * *map;
@@ -406,16 +410,17 @@ private:
     // The aims that hold one of our numbers against another.
     void addComparisons()
     {
-        const auto hit = m_medians.of(kHit, kForms[0], kAimedSize);
-        const auto miss = m_medians.of(kMiss, kForms[0], kAimedSize);
+        const auto hit = m_medians.of(kHit, kPlain, kAimedSize);
+        const auto miss = m_medians.of(kMiss, kPlain, kAimedSize);
         if (hit && miss) {
-            m_rows.push_back({"a miss beside a hit", kForms[0], kAimedSize, *miss, hit, hit});
+            m_rows.push_back(
+                {"a miss beside a hit", std::string(kPlain), kAimedSize, *miss, hit, hit});
         }
-        const auto small = m_medians.of(kHit, kForms[0], 1'000);
-        const auto large = m_medians.of(kHit, kForms[0], 100'000);
+        const auto small = m_medians.of(kHit, kPlain, 1'000);
+        const auto large = m_medians.of(kHit, kPlain, 100'000);
         if (small && large) {
-            m_rows.push_back({"a hit beside one in 1,000 entries", kForms[0], 100'000, *large,
-                              small, kMostGrowth * *small});
+            m_rows.push_back({"a hit beside one in 1,000 entries", std::string(kPlain), 100'000,
+                              *large, small, kMostGrowth * *small});
         }
     }
 

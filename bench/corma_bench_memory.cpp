@@ -1,6 +1,7 @@
 // Memory of an open file with its index, each case measured in a process of its own.
 
 #include "bench_table.h"
+#include "platform/text.h"
 #include "sample_files.h"
 #include <corma/host.h>
 #include <corma/xx_Inifile.h>
@@ -12,7 +13,6 @@
 #include <malloc.h>
 #include <stdexcept>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
 
@@ -69,45 +69,48 @@ void openAndUse(std::wstring path, int scrambleNumber, const std::wstring& ident
     use(file, ident);
 }
 
+struct Case
+{
+    std::wstring path;
+    std::wstring ident;
+    int scrambleNumber;
+    std::wstring warmUp;
+    std::wstring warmUpIdent;
+};
+
 struct Memory
 {
     double heap; // bytes in use while the file is open
     double peak; // bytes that the process grew by at its largest
 };
 
-// What libraries set up once was set up for another file.
-Memory measure(const Sample& warmUp, const Sample& sample, int scrambleNumber)
+// The measuring process: what its libraries set up once was set up for another file.
+int measure(const Case& one)
 {
-    openAndUse(warmUp.path, scrambleNumber, warmUp.entries.back().ident);
-    std::wstring path = sample.path;
-    const std::wstring& ident = sample.entries.back().ident;
+    openAndUse(one.warmUp, 0, one.warmUpIdent);
+    // The peak so far, which the setting up of the process made, is not ours.
+    std::ofstream("/proc/self/clear_refs") << 5;
     const double residentBefore = statusBytes("VmRSS");
     const double heapBefore = heapInUse();
-    xx_Inifile file(path.data(), scrambleNumber, nullptr);
-    use(file, ident);
-    return {heapInUse() - heapBefore, statusBytes("VmHWM") - residentBefore};
+    std::wstring path = one.path;
+    xx_Inifile file(path.data(), one.scrambleNumber, nullptr);
+    use(file, one.ident);
+    const double heap = heapInUse() - heapBefore;
+    std::printf("%.0f %.0f\n", heap, statusBytes("VmHWM") - residentBefore);
+    return EXIT_SUCCESS;
 }
 
-// Runs the measurement in a child process, whose peak is its own.
-Memory measureApart(const Sample& warmUp, const Sample& sample, int scrambleNumber)
+// Runs this program anew for one case: no other file has left its memory there.
+Memory measureApart(const Case& one)
 {
-    int ends[2];
-    require(::pipe(ends) == 0, "pipe");
-    const pid_t child = ::fork();
-    require(child >= 0, "fork");
+    const std::string command = "/proc/" + std::to_string(::getpid()) + "/exe '" + toUtf8(one.path)
+        + "' '" + toUtf8(one.ident) + "' " + std::to_string(one.scrambleNumber) + " '"
+        + toUtf8(one.warmUp) + "' '" + toUtf8(one.warmUpIdent) + "'";
+    std::FILE* output = ::popen(command.c_str(), "r");
+    require(output != nullptr, "cannot start the measuring process");
     Memory memory {};
-    if (child == 0) {
-        // The peak of the parent, which made the samples, is not ours.
-        std::ofstream("/proc/self/clear_refs") << 5;
-        memory = measure(warmUp, sample, scrambleNumber);
-        const bool isSent = ::write(ends[1], &memory, sizeof memory) == sizeof memory;
-        ::_exit(isSent ? EXIT_SUCCESS : EXIT_FAILURE);
-    }
-    ::close(ends[1]);
-    const bool isThere = ::read(ends[0], &memory, sizeof memory) == sizeof memory;
-    ::close(ends[0]);
-    ::waitpid(child, nullptr, 0);
-    require(isThere, "the measuring process failed");
+    const bool isThere = std::fscanf(output, "%lf %lf", &memory.heap, &memory.peak) == 2;
+    require(::pclose(output) == 0 && isThere, "the measuring process failed");
     return memory;
 }
 
@@ -137,8 +140,11 @@ int run()
     folder.waitUntilSettled();
     std::vector<Row> rows;
     for (const Sample& sample : samples) {
-        addRows(rows, sample, "plain", measureApart(warmUp, sample, 0));
-        addRows(rows, sample, "scrambled", measureApart(warmUp, sample, kScrambleNumber));
+        Case one {sample.path, sample.entries.back().ident, 0, warmUp.path,
+                  warmUp.entries.back().ident};
+        addRows(rows, sample, "plain", measureApart(one));
+        one.scrambleNumber = kScrambleNumber;
+        addRows(rows, sample, "scrambled", measureApart(one));
     }
     printTable(rows, "B");
     return EXIT_SUCCESS;
@@ -148,10 +154,16 @@ int run()
 
 } // namespace corma::bench
 
-int main()
+// Without arguments it measures all cases; with those of one case, that.
+int main(int argc, char** argv)
 {
+    using namespace corma;
     try {
-        return corma::bench::run();
+        if (argc == 6) {
+            return bench::measure({fromUtf8(argv[1]), fromUtf8(argv[2]), std::atoi(argv[3]),
+                                   fromUtf8(argv[4]), fromUtf8(argv[5])});
+        }
+        return bench::run();
     } catch (const std::exception& error) {
         std::fprintf(stderr, "corma_bench_memory: %s\n", error.what());
         return EXIT_FAILURE;

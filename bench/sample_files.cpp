@@ -56,8 +56,8 @@ public:
 private:
     void chapter(std::size_t count)
     {
-        const std::string header
-            = "[" + pick(kNouns) + std::to_string(m_sample.chapters.size()) + "]";
+        const std::string number = std::to_string(m_sample.chapters.size());
+        const std::string header = std::string("[").append(pick(kNouns)).append(number).append("]");
         line("");
         line(header);
         m_sample.chapters.push_back(fromUtf8(header));

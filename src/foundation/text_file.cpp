@@ -99,7 +99,26 @@ std::optional<Encoding> followMark(platform::FileContent& content, std::string_v
     return std::nullopt;
 }
 
+// The ASCII characters that a text begins with, at most `most`; the count.
+std::size_t asciiInto(std::string_view bytes, wchar_t* out, std::size_t most)
+{
+    const std::size_t end = std::min(bytes.size(), most);
+    std::size_t at = 0;
+    for (; at < end && static_cast<unsigned char>(bytes[at]) < 0x80; ++at) {
+        out[at] = static_cast<wchar_t>(bytes[at]);
+    }
+    return at;
+}
+
 } // namespace
+
+char32_t nextCharacter(std::string_view text, std::size_t& at, Encoding encoding)
+{
+    if (encoding == Encoding::utf8) {
+        return nextUtf8(text, at);
+    }
+    return static_cast<char32_t>(fromWindows1252(static_cast<unsigned char>(text[at++])));
+}
 
 std::size_t decodeInto(std::string_view bytes, Encoding encoding, wchar_t* out,
                        std::size_t capacity)
@@ -107,22 +126,12 @@ std::size_t decodeInto(std::string_view bytes, Encoding encoding, wchar_t* out,
     if (capacity == 0) {
         return 0;
     }
-    const wchar_t* const begin = out;
-    const wchar_t* const end = out + capacity - 1;
-    for (std::size_t at = 0; at < bytes.size() && out != end; ++out) {
-        const auto byte = static_cast<unsigned char>(bytes[at]);
-        if (byte < 0x80) {
-            *out = static_cast<wchar_t>(byte);
-            ++at;
-        } else if (encoding == Encoding::windows1252) {
-            *out = fromWindows1252(byte);
-            ++at;
-        } else {
-            *out = static_cast<wchar_t>(nextUtf8(bytes, at));
-        }
+    std::size_t count = asciiInto(bytes, out, capacity - 1);
+    for (std::size_t at = count; at < bytes.size() && count < capacity - 1; ++count) {
+        out[count] = static_cast<wchar_t>(nextCharacter(bytes, at, encoding));
     }
-    *out = 0;
-    return static_cast<std::size_t>(out - begin);
+    out[count] = 0;
+    return count;
 }
 
 std::wstring decode(std::string_view bytes, Encoding encoding)
@@ -175,6 +184,21 @@ bool TextFile::read()
     m_stated = stated;
     m_encoding = stated;
     return true;
+}
+
+std::size_t TextFile::decodeInto(std::string_view part, wchar_t* out, std::size_t capacity) const
+{
+    const std::size_t most = capacity == 0 ? 0 : capacity - 1;
+    const std::size_t count = asciiInto(part, out, most);
+    const auto encoding = count == part.size() ? Encoding::utf8 : this->encoding();
+    return count + corma::decodeInto(part.substr(count), encoding, out + count, capacity - count);
+}
+
+std::wstring TextFile::decode(std::string_view part) const
+{
+    std::wstring text(part.size() + 1, L'\0');
+    text.resize(decodeInto(part, text.data(), text.size()));
+    return text;
 }
 
 Encoding TextFile::encoding() const

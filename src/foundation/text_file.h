@@ -18,6 +18,9 @@ enum class Encoding
     windows1252
 };
 
+/// The next character at `at`, which moves behind it and must be below the size.
+char32_t nextCharacter(std::string_view text, std::size_t& at, Encoding encoding);
+
 /// Copies at most capacity - 1 decoded characters into out and a terminator behind them; nothing
 /// at capacity 0. Returns the characters copied, the terminator not counted.
 std::size_t decodeInto(std::string_view bytes, Encoding encoding, wchar_t* out,
@@ -58,6 +61,11 @@ public:
     /// Without a mark it is UTF-8 when all of it is valid UTF-8, which is worked out when asked
     /// for.
     Encoding encoding() const;
+
+    /// A part of the text, decoded as the functions above do. For ASCII, as most parts are, the
+    /// encoding is not worked out.
+    std::size_t decodeInto(std::string_view part, wchar_t* out, std::size_t capacity) const;
+    std::wstring decode(std::string_view part) const;
 
 private:
     bool read();

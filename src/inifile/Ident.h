@@ -30,20 +30,18 @@ struct Ident
 class Pieces
 {
 public:
-    Pieces(std::wstring_view text, std::wstring_view separators)
-        : m_rest(text)
-        , m_separators(separators)
-    {
-    }
+    Pieces(std::wstring_view text, std::wstring_view separators);
 
     /// The next piece; empty behind the last one.
     std::wstring_view next();
 
     /// True when no further piece comes.
-    bool atEnd() const;
+    bool atEnd() const { return m_rest.empty(); }
 
 private:
-    std::wstring_view m_rest;
+    void skipSeparators();
+
+    std::wstring_view m_rest; // begins with a piece
     std::wstring_view m_separators;
 };
 
@@ -63,6 +61,9 @@ public:
     bool isAscii() const { return m_isAscii; }
 
 private:
+    // Folds a text that fits inside. False when it is not ASCII.
+    bool foldAscii(std::wstring_view text);
+
     static constexpr std::size_t kPadding = 8; // hashing reads whole words
     std::array<char, 120> m_inside;
     std::string m_outside;

@@ -1,42 +1,18 @@
 #include "inifile/IdentIndex.h"
 
+#include "inifile/words.h"
+
 #include <algorithm>
-#include <bit>
 #include <limits>
 
 namespace corma {
 
 namespace {
 
-std::uint64_t loadWord(const char* bytes)
-{
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return word;
-}
-
-constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-
-// Eight ASCII bytes with their capital letters made small.
-std::uint64_t lowerWord(std::uint64_t word)
-{
-    constexpr std::uint64_t kOnes = 0x0101010101010101U;
-    const std::uint64_t fromA = word + kOnes * (0x80 - 'A');
-    const std::uint64_t behindZ = word + kOnes * (0x80 - 'Z' - 1);
-    return word | ((fromA & ~behindZ & kHighBits) >> 2U);
-}
-
 std::uint64_t mix(std::uint64_t hash, std::uint64_t word)
 {
     hash = (hash ^ word) * 0x9E3779B97F4A7C15U;
     return hash ^ (hash >> 29U);
-}
-
-// Up to seven bytes at the end of a text: the rest of the word is none of its.
-std::uint64_t tailMask(std::size_t count)
-{
-    static_assert(std::endian::native == std::endian::little);
-    return (std::uint64_t {1} << (8 * count)) - 1;
 }
 
 // The hash of a folded text. At least 7 readable bytes must stand behind it.
@@ -48,7 +24,7 @@ std::uint64_t hashFolded(std::string_view folded, std::uint64_t seed)
     for (; left >= 8; left -= 8, at += 8) {
         hash = mix(hash, loadWord(at));
     }
-    return left == 0 ? hash : mix(hash, loadWord(at) & tailMask(left));
+    return left == 0 ? hash : mix(hash, firstBytes(loadWord(at), left));
 }
 
 // The same for a text of the file, which is folded on the way; the file's padding makes the bytes
@@ -62,12 +38,12 @@ std::uint64_t hashOf(std::string_view text, std::uint64_t seed, const TextFile& 
     for (; left >= 8; left -= 8, at += 8) {
         const std::uint64_t word = loadWord(at);
         seen |= word;
-        hash = mix(hash, lowerWord(word & ~kHighBits));
+        hash = mix(hash, lowerWord(word));
     }
     if (left != 0) {
-        const std::uint64_t word = loadWord(at) & tailMask(left);
+        const std::uint64_t word = firstBytes(loadWord(at), left);
         seen |= word;
-        hash = mix(hash, lowerWord(word & ~kHighBits));
+        hash = mix(hash, lowerWord(word));
     }
     if ((seen & kHighBits) == 0) {
         return hash;
@@ -102,6 +78,8 @@ public:
     {
     }
 
+    bool wantsEntries() const { return m_isInChapter; }
+
     bool header(std::string_view text, Line /*line*/)
     {
         if (m_isInChapter) {
@@ -113,10 +91,8 @@ public:
 
     bool entry(Line line)
     {
-        if (!m_isInChapter) {
-            return true;
-        }
-        if (const auto value = valueIn(line, m_key.name, m_file)) {
+        const auto value = m_isInChapter ? valueIn(line, m_key.name, m_file) : std::nullopt;
+        if (value) {
             m_found = {*value, static_cast<std::size_t>(line.begin - m_file.bytes().data())};
         }
         return !m_found;
@@ -131,18 +107,23 @@ private:
     std::optional<FoundEntry> m_found;
 };
 
-// The text before a "=" holds neither "=" nor a control character, so no entry bears such a name.
-bool canBeAName(std::string_view name)
+// From `begin` at least to the end of the line or piece that begins there, and to no more than a
+// few bytes: a line without an end is not read as a whole for each of its pieces.
+Line lineFrom(const char* begin, const TextFile& file)
 {
-    return std::none_of(name.begin(), name.end(), [](char c) { return c == '=' || isControl(c); });
+    constexpr std::size_t kMostBytes = 4 * kLongestLine;
+    const char* const end = file.bytes().data() + file.bytes().size();
+    return {begin, begin + std::min(static_cast<std::size_t>(end - begin), kMostBytes)};
 }
 
-// Where the line ends that begins with what is given.
-const char* endOf(Line fromHere, const TextFile& file)
+// The part of a value that stands in the same piece as the begin of its line.
+std::string_view withinPiece(const char* lineBegin, std::string_view value, const TextFile& file)
 {
-    const std::string_view text = visible(fromHere);
-    const char* const end = text.data() + text.size();
-    return text.size() <= kLongestLine ? end : pieceEnd(text.data(), end, kLongestLine, file);
+    const char* const end = value.data() + value.size();
+    if (static_cast<std::size_t>(end - lineBegin) <= kLongestLine) {
+        return value;
+    }
+    return {value.data(), pieceEnd(lineBegin, end, kLongestLine, file)};
 }
 
 std::size_t mostLines(const TextFile& file)
@@ -161,6 +142,8 @@ public:
         return true;
     }
 
+    bool wantsEntries() const { return false; }
+
     bool entry(Line /*line*/) { return true; }
 
     std::size_t count = 0;
@@ -177,9 +160,6 @@ std::size_t countHeaders(const TextFile& file)
 
 std::optional<FoundEntry> findByScan(const TextFile& file, const IdentKey& key)
 {
-    if (!canBeAName(key.name.bytes())) {
-        return std::nullopt;
-    }
     OneIdent sink(file, key);
     scan(file, kLongestLine, sink);
     return sink.found();
@@ -196,6 +176,9 @@ public:
     {
         m_index.m_chapters.push_back({});
     }
+
+    // What stands in a chapter that no lookup reaches need not be seen.
+    bool wantsEntries() const { return m_isOpen; }
 
     bool header(std::string_view text, Line line)
     {
@@ -239,11 +222,7 @@ private:
         }
     }
 
-    Line lineAt(std::uint32_t at) const
-    {
-        const std::string_view text = m_file.bytes();
-        return {text.data() + at, text.data() + text.size()};
-    }
+    Line lineAt(std::uint32_t at) const { return lineFrom(m_file.bytes().data() + at, m_file); }
 
     bool isSamePrefix(std::uint32_t chapter, std::string_view prefix) const
     {
@@ -322,40 +301,40 @@ IdentIndex::IdentIndex(const TextFile& file)
     builder.finish();
 }
 
+std::optional<std::uint32_t> IdentIndex::findChapter(const TextFile& file,
+                                                     const FoldedText& prefix) const
+{
+    if (prefix.bytes().empty()) {
+        return 0;
+    }
+    const std::uint32_t tag = tagOf(hashFolded(prefix.bytes(), kChapterSeed));
+    return m_chapterTable.find(tag, [&](std::uint32_t number) {
+        const char* const header = file.bytes().data() + m_chapters[number].header;
+        return equalsFolded(prefixOf(visible(lineFrom(header, file))), prefix, file);
+    });
+}
+
 std::optional<FoundEntry> IdentIndex::find(const TextFile& file, const IdentKey& key) const
 {
-    const char* const text = file.bytes().data();
-    const char* const textEnd = text + file.bytes().size();
-    if (!canBeAName(key.name.bytes())) {
+    const auto number = findChapter(file, key.prefix);
+    if (!number) {
         return std::nullopt;
     }
-    std::uint32_t number = 0;
-    if (!key.prefix.bytes().empty()) {
-        const std::uint32_t tag = tagOf(hashFolded(key.prefix.bytes(), kChapterSeed));
-        const auto chapter = m_chapterTable.find(tag, [&](std::uint32_t other) {
-            const Line line {text + m_chapters[other].header, textEnd};
-            return equalsFolded(prefixOf(visible(line)), key.prefix, file);
-        });
-        if (!chapter) {
-            return std::nullopt;
-        }
-        number = *chapter;
-    }
-    const Chapter range = m_chapters[number];
+    const char* const text = file.bytes().data();
+    const Chapter range = m_chapters[*number];
     std::optional<std::string_view> value;
-    const std::uint32_t tag = tagOf(hashFolded(key.name.bytes(), entrySeed(number)));
+    const std::uint32_t tag = tagOf(hashFolded(key.name.bytes(), entrySeed(*number)));
     const auto at = m_entryTable.find(tag, [&](std::uint32_t entry) {
         if (entry < range.header || entry >= range.end) {
             return false;
         }
-        const Line line {text + entry, text + range.end};
-        value = valueIn({line.begin, endOf(line, file)}, key.name, file);
+        value = valueIn(lineFrom(text + entry, file), key.name, file);
         return value.has_value();
     });
     if (!at) {
         return std::nullopt;
     }
-    return FoundEntry {*value, *at};
+    return FoundEntry {withinPiece(text + *at, *value, file), *at};
 }
 
 } // namespace corma

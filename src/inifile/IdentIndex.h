@@ -68,6 +68,8 @@ private:
         std::uint32_t end = 0; // offset behind its last line
     };
 
+    std::optional<std::uint32_t> findChapter(const TextFile& file, const FoldedText& prefix) const;
+
     std::vector<Chapter> m_chapters;
     Table m_chapterTable; // prefix -> number of the chapter
     Table m_entryTable; // chapter and name -> offset of the line

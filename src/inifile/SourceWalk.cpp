@@ -166,7 +166,7 @@ std::wstring SourceWalk::fileAsked() const
 void SourceWalk::copyValue(ValueBuffer out) const
 {
     if (m_text != nullptr) {
-        decodeInto(m_entry.value, m_text->lastText().encoding(), out.text, out.capacity);
+        m_text->lastText().decodeInto(m_entry.value, out.text, out.capacity);
     } else {
         copyBounded(out.text, out.capacity, m_wide);
     }
@@ -174,7 +174,7 @@ void SourceWalk::copyValue(ValueBuffer out) const
 
 std::wstring SourceWalk::value() const
 {
-    return m_text != nullptr ? decode(m_entry.value, m_text->lastText().encoding()) : m_wide;
+    return m_text != nullptr ? m_text->lastText().decode(m_entry.value) : m_wide;
 }
 
 void SourceWalk::keepInCache() const

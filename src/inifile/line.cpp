@@ -4,18 +4,6 @@
 
 namespace corma {
 
-namespace {
-
-char32_t nextCharacter(std::string_view text, std::size_t& at, Encoding encoding)
-{
-    if (encoding == Encoding::utf8) {
-        return nextUtf8(text, at);
-    }
-    return static_cast<char32_t>(fromWindows1252(static_cast<unsigned char>(text[at++])));
-}
-
-} // namespace
-
 const char* pieceEnd(const char* begin, const char* end, std::size_t longest, const TextFile& file)
 {
     std::string_view text(begin, end);

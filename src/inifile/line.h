@@ -5,6 +5,7 @@
 
 #include "foundation/text_file.h"
 #include "inifile/Ident.h"
+#include "inifile/words.h"
 
 #include <cstring>
 #include <optional>
@@ -16,7 +17,8 @@ namespace corma {
 inline constexpr std::size_t kLongestLine = 3000; // characters
 
 /// A line without its line feed. A carriage return before that is still there: like every character
-/// below 32 it ends what a reader sees of the line.
+/// below 32 it ends what a reader sees of the line. It stands in the bytes of a TextFile, whose
+/// padding allows to read it by words.
 struct Line
 {
     const char* begin;
@@ -37,11 +39,7 @@ inline bool isSkipped(Line line)
 /// What a reader sees of the line: up to its first control character.
 inline std::string_view visible(Line line)
 {
-    const char* end = line.begin;
-    while (end != line.end && !isControl(*end)) {
-        ++end;
-    }
-    return {line.begin, end};
+    return {line.begin, firstControl(line.begin, line.end)};
 }
 
 /// The header "[chapter]" that a line is, if it is one.
@@ -81,49 +79,98 @@ inline std::optional<Entry> entryOf(Line line)
 /// first `longest` characters, or at `end`.
 const char* pieceEnd(const char* begin, const char* end, std::size_t longest, const TextFile& file);
 
-/// Calls visit(Line) for each line until one call gives false.
-template<class Visit> void forEachLine(const TextFile& file, std::size_t longest, Visit visit)
+/// Takes the lines of a file from its top.
+class LineReader
 {
-    const std::string_view text = file.bytes();
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    while (at < end) {
-        const auto* feed
-            = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(end - at)));
-        const char* const lineEnd = feed == nullptr ? end : feed;
-        while (static_cast<std::size_t>(lineEnd - at) > longest) {
-            const char* const next = pieceEnd(at, lineEnd, longest, file);
-            if (next == lineEnd) {
-                break;
-            }
-            if (!visit(Line {at, next})) {
-                return;
-            }
-            at = next;
-        }
-        if (!visit(Line {at, lineEnd})) {
-            return;
-        }
-        at = lineEnd + 1;
+public:
+    LineReader(const TextFile& file, std::size_t longest)
+        : m_file(file)
+        , m_longest(longest)
+        , m_at(file.bytes().data())
+        , m_end(m_at + file.bytes().size())
+    {
     }
+
+    /// The next line; false behind the last one.
+    bool next(Line& line)
+    {
+        if (m_at >= m_end) {
+            return false;
+        }
+        const char* const lineEnd = m_rest == nullptr ? findOr('\n', m_end) : m_rest;
+        const bool isLong = static_cast<std::size_t>(lineEnd - m_at) > m_longest;
+        const char* const end = isLong ? pieceEnd(m_at, lineEnd, m_longest, m_file) : lineEnd;
+        line = {m_at, end};
+        m_rest = end == lineEnd ? nullptr : lineEnd;
+        m_at = end == lineEnd ? lineEnd + 1 : end;
+        return true;
+    }
+
+    /// The next line that begins with "[", found without a look at each line before it.
+    bool nextBracketed(Line& line)
+    {
+        do {
+            const char* const bracket = m_at < m_end ? findOr('[', nullptr) : nullptr;
+            if (bracket == nullptr) {
+                return false;
+            }
+            skipLinesBefore(bracket);
+            while (m_at <= bracket) { // more than once only in a line that is taken in pieces
+                next(line);
+            }
+        } while (*line.begin != '[');
+        return true;
+    }
+
+private:
+    const char* findOr(char wanted, const char* otherwise) const
+    {
+        const void* found = std::memchr(m_at, wanted, static_cast<std::size_t>(m_end - m_at));
+        return found == nullptr ? otherwise : static_cast<const char*>(found);
+    }
+
+    void skipLinesBefore(const char* place)
+    {
+        const std::size_t feed = std::string_view(m_at, place).rfind('\n');
+        if (feed != std::string_view::npos) {
+            m_at += feed + 1;
+            m_rest = nullptr;
+        }
+    }
+
+    const TextFile& m_file;
+    std::size_t m_longest;
+    const char* m_at;
+    const char* m_end;
+    const char* m_rest = nullptr; // within a line that is taken in pieces: where that line ends
+};
+
+/// False when nothing but the next header counts for a sink; without wantsEntries() it takes all.
+template<class Sink> bool wantsEntries(const Sink& sink)
+{
+    if constexpr (requires { sink.wantsEntries(); }) {
+        return sink.wantsEntries();
+    }
+    return true;
 }
 
 /// The scan that all lookups rest on: from the top of the file, header(text, line) for each header
 /// and entry(line) for each other line that counts, until one of them gives false. An entry line
-/// need not hold a "=".
+/// need not hold a "=". While wantsEntries() is false, entries may be left out.
 template<class Sink> void scan(const TextFile& file, std::size_t longest, Sink& sink)
 {
-    forEachLine(file, longest, [&](Line line) {
+    LineReader lines(file, longest);
+    Line line {};
+    for (bool goesOn = true; goesOn;) {
+        if (!(wantsEntries(sink) ? lines.next(line) : lines.nextBracketed(line))) {
+            return;
+        }
         if (isSkipped(line)) {
-            return true;
+            continue;
         }
-        if (*line.begin == '[') {
-            if (const auto header = headerOf(line)) {
-                return sink.header(*header, line);
-            }
-        }
-        return sink.entry(line);
-    });
+        const auto header = *line.begin == '[' ? headerOf(line) : std::nullopt;
+        goesOn = header ? sink.header(*header, line) : sink.entry(line);
+    }
 }
 
 /// True when a text of the file and a key are equal without regard to case.
@@ -132,27 +179,42 @@ bool equalsFolded(std::string_view text, const FoldedText& key, const TextFile& 
 /// The folded UTF-8 form of a text of the file.
 std::string foldedForm(std::string_view text, const TextFile& file);
 
+/// True when as many bytes as the folded ASCII text has are equal to it without regard to case.
+/// Both are read by words.
 inline bool equalsFoldedAscii(const char* text, std::string_view folded)
 {
-    for (const char c : folded) {
-        const auto byte = static_cast<unsigned char>(*text++);
-        const bool isUpper = static_cast<unsigned char>(byte - 'A') < 26;
-        if (static_cast<char>(isUpper ? byte | 0x20U : byte) != c) {
+    const char* key = folded.data();
+    std::size_t left = folded.size();
+    for (; left >= 8; left -= 8, text += 8, key += 8) {
+        if (lowerWord(loadWord(text)) != loadWord(key)) {
+            return false;
+        }
+    }
+    return left == 0 || firstBytes(lowerWord(loadWord(text)) ^ loadWord(key), left) == 0;
+}
+
+/// The text before a "=" holds neither "=" nor a control character, so no entry bears another name.
+inline bool canBeAName(std::string_view name)
+{
+    for (std::size_t at = 0; at < name.size(); at += 8) {
+        const std::uint64_t word = loadWord(name.data() + at);
+        const std::uint64_t marks = bytesBelow(word, 32) | bytesBelow(word ^ (kOnes * '='), 1);
+        if (marks != 0 && std::countr_zero(marks) / 8 < static_cast<int>(name.size() - at)) {
             return false;
         }
     }
     return true;
 }
 
-/// The value of a line when it is an entry of that name, which holds no "=" and no control
-/// character. Looks at no more of another line than it must.
+/// The value of a line when it is an entry of that name. Looks at no more of another line than it
+/// must.
 inline std::optional<std::string_view> valueIn(Line line, const FoldedText& name,
                                                const TextFile& file)
 {
     std::size_t size = name.bytes().size();
     if (name.isAscii()) {
         if (static_cast<std::size_t>(line.end - line.begin) <= size || line.begin[size] != '='
-            || !equalsFoldedAscii(line.begin, name.bytes())) {
+            || !equalsFoldedAscii(line.begin, name.bytes()) || !canBeAName(name.bytes())) {
             return std::nullopt;
         }
     } else {

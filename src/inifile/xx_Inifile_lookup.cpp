@@ -77,7 +77,7 @@ int xx_Inifile::getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int s
         const corma::TextFile& file = priv->file->text();
         const corma::IdentKey key(corma::Ident::parse(ident));
         if (const auto entry = corma::findByScan(file, key)) {
-            corma::decodeInto(entry->value, file.encoding(), out.text, out.capacity);
+            file.decodeInto(entry->value, out.text, out.capacity);
             return RTNORM;
         }
         status = kNotThere;

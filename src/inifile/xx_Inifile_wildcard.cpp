@@ -50,12 +50,14 @@ public:
 
     bool foundOne() const { return m_foundOne; }
 
+    bool wantsEntries() const { return m_isIn; }
+
     bool header(std::string_view header, corma::Line /*line*/)
     {
         if (!m_hasChapterPattern) {
             return false; // only the head of the file counts
         }
-        const std::wstring text = corma::decode(header, m_text.encoding());
+        const std::wstring text = m_text.decode(header);
         const std::wstring inside = text.substr(1, text.size() - 2);
         m_isIn = acutWcMatchEx(inside.c_str(), m_chapterPattern.c_str(), true);
         if (m_isIn) {
@@ -71,7 +73,7 @@ public:
     {
         const auto parts = m_isIn ? corma::entryOf(line) : std::nullopt;
         if (parts) {
-            const std::wstring ident = corma::decode(parts->name, m_text.encoding());
+            const std::wstring ident = m_text.decode(parts->name);
             if (ident.size() > m_skip
                 && acutWcMatchEx(ident.c_str(), m_identPattern.c_str(), true)) {
                 add(ident.substr(m_skip), parts->value);
@@ -97,7 +99,7 @@ private:
                 return local.c_str();
             }
         }
-        return corma::decode(fileValue, m_text.encoding());
+        return m_text.decode(fileValue);
     }
 
     xx_Inifile& m_file;

@@ -76,16 +76,12 @@ Decoded decodeOne(std::string_view bytes, std::size_t at)
     return overlong || !isScalar(c) ? Decoded {kReplacement, 0} : Decoded {c, length};
 }
 
+// Large steps without a branch within: most text is ASCII for long stretches.
 std::size_t skipAscii(std::string_view bytes, std::size_t at)
 {
-    constexpr std::uint64_t kHighBits = 0x8080808080808080U;
-    while (at + 8 <= bytes.size()) {
-        std::uint64_t word = 0;
-        bytes.substr(at, 8).copy(reinterpret_cast<char*>(&word), 8);
-        if ((word & kHighBits) != 0) {
-            break;
-        }
-        at += 8;
+    constexpr std::size_t kStep = 64;
+    while (at + kStep <= bytes.size() && isAllAscii(bytes.substr(at, kStep))) {
+        at += kStep;
     }
     while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80) {
         ++at;
@@ -173,6 +169,15 @@ std::string toUtf8(std::wstring_view text)
         appendUtf8(bytes, static_cast<char32_t>(c));
     }
     return bytes;
+}
+
+bool isAllAscii(std::string_view bytes)
+{
+    unsigned char seen = 0;
+    for (const char c : bytes) {
+        seen |= static_cast<unsigned char>(c);
+    }
+    return seen < 0x80;
 }
 
 bool isUtf8(std::string_view bytes)

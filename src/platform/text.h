@@ -36,6 +36,9 @@ char32_t nextUtf8(std::string_view bytes, std::size_t& at);
 /// Appends one code point as UTF-8.
 void appendUtf8(std::string& bytes, char32_t c);
 
+/// True when no byte is above 127.
+bool isAllAscii(std::string_view bytes);
+
 /// True when the bytes are well-formed UTF-8 from the first to the last.
 bool isUtf8(std::string_view bytes);
 

@@ -217,7 +217,8 @@ std::int64_t fileClock()
 bool exists(std::wstring_view path)
 {
     struct stat status = {};
-    return ::stat(locate(path).c_str(), &status) == 0;
+    const NativePath exact = toNative(nativeSeparators(path)); // most often it is this, at one call
+    return ::stat(exact.c_str(), &status) == 0 || ::stat(locate(path).c_str(), &status) == 0;
 }
 
 std::optional<FileContent> readFile(const NativePath& path)
