@@ -49,6 +49,7 @@ constexpr std::string_view kWildcard = "getWcString, one chapter";
 constexpr std::string_view kFloorRead = "floor: read, find line ends";
 constexpr std::string_view kFloorStat = "floor: file status";
 constexpr std::string_view kFloorHit = "floor: unordered_map, hit";
+constexpr std::string_view kFloorBoth = "floor: status and map hit in turn";
 constexpr std::string_view kFloorMiss = "floor: unordered_map, miss";
 
 std::string nameOf(std::string_view what, std::string_view form, std::size_t entries)
@@ -275,6 +276,18 @@ void timeMap(State& state, const Map& map, std::vector<std::wstring> keys)
     }
 }
 
+// What the two cost when they disturb each other, as they do in a lookup.
+void timeStatAndMap(State& state, const Sample& sample, const Map& map)
+{
+    Idents idents(identsOf(sample));
+    const std::string path = sample.nativePath();
+    struct stat status = {};
+    for ([[maybe_unused]] auto step : state) {
+        benchmark::DoNotOptimize(::stat(path.c_str(), &status));
+        benchmark::DoNotOptimize(map.find(idents.next()));
+    }
+}
+
 Map mapOf(const Sample& sample)
 {
     Map map;
@@ -318,6 +331,7 @@ void registerFloors(const Sample& sample, const Map& map, std::size_t entries)
     add(kFloorRead, [&](State& state) { timeRead(state, sample); });
     add(kFloorStat, [&](State& state) { timeStat(state, sample); });
     add(kFloorHit, [&](State& state) { timeMap(state, map, identsOf(sample)); });
+    add(kFloorBoth, [&](State& state) { timeStatAndMap(state, sample, map); });
     add(kFloorMiss, [&](State& state) { timeMap(state, map, missesOf(sample)); });
 }
 
@@ -368,7 +382,8 @@ public:
             }
         }
         addComparisons();
-        for (const std::string_view floor : {kFloorRead, kFloorStat, kFloorHit, kFloorMiss}) {
+        for (const std::string_view floor :
+             {kFloorRead, kFloorStat, kFloorHit, kFloorMiss, kFloorBoth}) {
             for (const std::size_t entries : kSizes) {
                 add(floor, kPlain, entries);
             }
