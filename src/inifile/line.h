@@ -97,7 +97,8 @@ public:
         if (m_at >= m_end) {
             return false;
         }
-        const char* const lineEnd = m_rest == nullptr ? findOr('\n', m_end) : m_rest;
+        const char* const feed = m_rest == nullptr ? find('\n') : m_rest;
+        const char* const lineEnd = feed == nullptr ? m_end : feed;
         const bool isLong = static_cast<std::size_t>(lineEnd - m_at) > m_longest;
         const char* const end = isLong ? pieceEnd(m_at, lineEnd, m_longest, m_file) : lineEnd;
         line = {m_at, end};
@@ -109,24 +110,23 @@ public:
     /// The next line that begins with "[", found without a look at each line before it.
     bool nextBracketed(Line& line)
     {
-        do {
-            const char* const bracket = m_at < m_end ? findOr('[', nullptr) : nullptr;
-            if (bracket == nullptr) {
-                return false;
-            }
+        while (const char* const bracket = find('[')) {
             skipLinesBefore(bracket);
-            while (m_at <= bracket) { // more than once only in a line that is taken in pieces
+            do { // more than once only in a line that is taken in pieces
                 next(line);
+            } while (m_at <= bracket);
+            if (line.begin == bracket) {
+                return true;
             }
-        } while (*line.begin != '[');
-        return true;
+        }
+        return false;
     }
 
 private:
-    const char* findOr(char wanted, const char* otherwise) const
+    const char* find(char wanted) const
     {
-        const void* found = std::memchr(m_at, wanted, static_cast<std::size_t>(m_end - m_at));
-        return found == nullptr ? otherwise : static_cast<const char*>(found);
+        const auto left = static_cast<std::size_t>(m_end - m_at);
+        return m_at < m_end ? static_cast<const char*>(std::memchr(m_at, wanted, left)) : nullptr;
     }
 
     void skipLinesBefore(const char* place)
