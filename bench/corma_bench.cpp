@@ -413,9 +413,9 @@ private:
             if (isAimed && what == kOneShot && read) {
                 row.aim = kMostOfRead * *read;
             }
-        } else if (!what.starts_with("floor") && stat && map) {
-            row.floor = *stat + *map;
-            if (isAimed && (what == kHit || what == kLateHit || what == kMiss)) {
+        } else if (!what.starts_with("floor")) {
+            row.floor = m_medians.of(kFloorBoth, kPlain, entries);
+            if (isAimed && stat && map && (what == kHit || what == kLateHit || what == kMiss)) {
                 row.aim = *stat + kMostOfMap * *map;
             }
         }
