@@ -42,7 +42,7 @@ public:
     LookupTrace& operator=(const LookupTrace&) = delete;
     ~LookupTrace();
 
-    const std::vector<SourceAsked>& asked() const;
+    [[nodiscard]] const std::vector<SourceAsked>& asked() const;
 
 private:
     friend struct InifileInside;

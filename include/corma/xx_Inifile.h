@@ -43,8 +43,8 @@ public:
     xx_Inifile& operator=(xx_Inifile& other);
 
     /// Full path of the file; empty when it was not found. Good for the life of the object.
-    const wchar_t* getFilename() const;
-    int getScrambled() const;
+    [[nodiscard]] const wchar_t* getFilename() const;
+    [[nodiscard]] int getScrambled() const;
 
     /// Version of the interface.
     static short getIniVersion();
@@ -53,8 +53,8 @@ public:
     /// abortOnMismatch the host is stopped.
     static bool checkIniVersion(bool abortOnMismatch, short applicationVersion);
 
-    /// Number of names in `#INCLUDE`, those included.
-    int getIncludedFiles() const;
+    /// Number of names in `#INCLUDE`, also of those that were skipped.
+    [[nodiscard]] int getIncludedFiles() const;
 
     /// Copies the path of an included file, at most length characters (a terminator only behind a
     /// shorter one); empty for a name whose file could not be found. Does nothing for an index out
@@ -76,7 +76,8 @@ public:
     int getDoubleArray(wchar_t* ident, double* values, int* count, int report);
     int getIntArray(wchar_t* ident, int* values, int* count, int report);
 
-    /// Exactly count numbers. RTCAN, with a report, when there are more or fewer.
+    /// Exactly count numbers. RTCAN, with a report, when there are fewer, also for want of the
+    /// ident. The first count of more are taken, with a report.
     int getDoubleArray(wchar_t* ident, double* values, int count, int report);
     int getIntArray(wchar_t* ident, int* values, int count, int report);
 

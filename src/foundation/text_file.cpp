@@ -23,7 +23,7 @@ public:
     {
     }
 
-    bool atEnd() const { return m_at >= m_bytes.size(); }
+    [[nodiscard]] bool atEnd() const { return m_at >= m_bytes.size(); }
 
     char32_t next()
     {

@@ -58,7 +58,7 @@ public:
     explicit AcApDocument(const ACHAR* fileName);
 
     /// Full file name of the drawing; empty for an unnamed one.
-    const ACHAR* fileName() const;
+    [[nodiscard]] const ACHAR* fileName() const;
 
 private:
     const std::wstring m_fileName;
@@ -68,7 +68,7 @@ class AcApDocManager
 {
 public:
     /// The document that the user works in, or null.
-    AcApDocument* curDocument() const;
+    [[nodiscard]] AcApDocument* curDocument() const;
 };
 
 AcApDocManager* acDocManagerPtr();
@@ -77,7 +77,7 @@ class AcDbHostApplicationServices
 {
 public:
     /// The database that drawing operations work on, or null.
-    AcDbDatabase* workingDatabase() const;
+    [[nodiscard]] AcDbDatabase* workingDatabase() const;
 
     /// Value of an environment variable such as "ACAD", the support folders separated by ";".
     /// Null when it is not set; the text lives until the next call.

@@ -26,10 +26,10 @@ public:
     const TextFile& text();
 
     /// The text that the last call looked at.
-    const TextFile& lastText() const { return *m_text; }
+    [[nodiscard]] const TextFile& lastText() const { return *m_text; }
 
     /// Line, 1 for the first, of an offset that find() gave.
-    int lineNumber(std::size_t at) const;
+    [[nodiscard]] int lineNumber(std::size_t at) const;
 
 private:
     explicit ConfigFile(std::unique_ptr<TextFile> text);

@@ -23,7 +23,7 @@ struct Ident
     static Ident parse(std::wstring_view text);
 
     /// The chapter without brackets; kHeadChapter for the head of the file.
-    std::wstring_view chapter() const;
+    [[nodiscard]] std::wstring_view chapter() const;
 };
 
 /// The pieces of a text between separators, empty ones left out.
@@ -36,7 +36,7 @@ public:
     std::wstring_view next();
 
     /// True when no further piece comes.
-    bool atEnd() const { return m_rest.empty(); }
+    [[nodiscard]] bool atEnd() const { return m_rest.empty(); }
 
 private:
     void skipSeparators();
@@ -55,10 +55,10 @@ public:
     FoldedText& operator=(const FoldedText&) = delete;
     ~FoldedText() = default;
 
-    std::string_view bytes() const { return m_bytes; }
+    [[nodiscard]] std::string_view bytes() const { return m_bytes; }
 
     /// ASCII folds to ASCII and nothing else does, so such a text can be compared byte by byte.
-    bool isAscii() const { return m_isAscii; }
+    [[nodiscard]] bool isAscii() const { return m_isAscii; }
 
 private:
     // Folds a text that fits inside. False when it is not ASCII.

@@ -78,7 +78,7 @@ public:
     {
     }
 
-    bool wantsEntries() const { return m_isInChapter; }
+    [[nodiscard]] bool wantsEntries() const { return m_isInChapter; }
 
     bool header(std::string_view text, Line /*line*/)
     {
@@ -98,7 +98,7 @@ public:
         return !m_found;
     }
 
-    std::optional<FoundEntry> found() const { return m_found; }
+    [[nodiscard]] std::optional<FoundEntry> found() const { return m_found; }
 
 private:
     const TextFile& m_file;
@@ -142,7 +142,7 @@ public:
         return true;
     }
 
-    bool wantsEntries() const { return false; }
+    [[nodiscard]] bool wantsEntries() const { return false; }
 
     bool entry(Line /*line*/) { return true; }
 
@@ -178,7 +178,7 @@ public:
     }
 
     // What stands in a chapter that no lookup reaches need not be seen.
-    bool wantsEntries() const { return m_isOpen; }
+    [[nodiscard]] bool wantsEntries() const { return m_isOpen; }
 
     bool header(std::string_view text, Line line)
     {
@@ -222,16 +222,19 @@ private:
         }
     }
 
-    Line lineAt(std::uint32_t at) const { return lineFrom(m_file.bytes().data() + at, m_file); }
+    [[nodiscard]] Line lineAt(std::uint32_t at) const
+    {
+        return lineFrom(m_file.bytes().data() + at, m_file);
+    }
 
-    bool isSamePrefix(std::uint32_t chapter, std::string_view prefix) const
+    [[nodiscard]] bool isSamePrefix(std::uint32_t chapter, std::string_view prefix) const
     {
         const Line line = lineAt(m_index.m_chapters[chapter].header);
         return isSameText(prefixOf(visible(line)), prefix);
     }
 
     // Among the entries of the chapter that is being read.
-    bool isSame(std::uint32_t at, std::string_view name) const
+    [[nodiscard]] bool isSame(std::uint32_t at, std::string_view name) const
     {
         if (at < m_index.m_chapters.back().header) {
             return false;
@@ -240,7 +243,7 @@ private:
         return entry && isSameText(entry->name, name);
     }
 
-    bool isSameText(std::string_view a, std::string_view b) const
+    [[nodiscard]] bool isSameText(std::string_view a, std::string_view b) const
     {
         return a == b || foldedForm(a, m_file) == foldedForm(b, m_file);
     }

@@ -30,7 +30,7 @@ public:
 
     explicit IdentIndex(const TextFile& file);
 
-    std::optional<FoundEntry> find(const TextFile& file, const IdentKey& key) const;
+    [[nodiscard]] std::optional<FoundEntry> find(const TextFile& file, const IdentKey& key) const;
 
 private:
     friend class IndexBuilder;
@@ -56,7 +56,7 @@ private:
             std::uint32_t valuePlus1 = 0; // 0: free
         };
 
-        std::size_t slotFor(std::uint32_t tag) const;
+        [[nodiscard]] std::size_t slotFor(std::uint32_t tag) const;
 
         std::vector<Slot> m_slots;
     };
@@ -68,7 +68,8 @@ private:
         std::uint32_t end = 0; // offset behind its last line
     };
 
-    std::optional<std::uint32_t> findChapter(const TextFile& file, const FoldedText& prefix) const;
+    [[nodiscard]] std::optional<std::uint32_t> findChapter(const TextFile& file,
+                                                           const FoldedText& prefix) const;
 
     std::vector<Chapter> m_chapters;
     Table m_chapterTable; // prefix -> number of the chapter

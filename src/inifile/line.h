@@ -123,7 +123,7 @@ public:
     }
 
 private:
-    const char* find(char wanted) const
+    [[nodiscard]] const char* find(char wanted) const
     {
         const auto left = static_cast<std::size_t>(m_end - m_at);
         return m_at < m_end ? static_cast<const char*>(std::memchr(m_at, wanted, left)) : nullptr;

@@ -28,7 +28,10 @@ struct PlaceInTree
     const xx_Inifile* root;
     int depth; // includes between the root and a new child
 
-    xx_IniPrivate& rootPrivate() const { return *corma::InifileInside::privateOf(*root); }
+    [[nodiscard]] xx_IniPrivate& rootPrivate() const
+    {
+        return *corma::InifileInside::privateOf(*root);
+    }
 };
 
 PlaceInTree placeBelow(const xx_Inifile& file)

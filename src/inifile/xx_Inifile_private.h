@@ -30,7 +30,7 @@ public:
     ConfigFile* at(const std::wstring& path);
 
 private:
-    bool isStillAbsent() const;
+    [[nodiscard]] bool isStillAbsent() const;
     void open(const std::wstring& path);
 
     std::wstring m_path;
@@ -92,14 +92,14 @@ public:
 
     SourceWalk(xx_Inifile& file, const Ident& ident);
 
-    bool applies(Source source) const;
+    [[nodiscard]] bool applies(Source source) const;
 
     /// Asks a source that applies. The other calls tell of the last one that was asked.
     bool ask(Source source);
 
-    SourceAsked asked() const;
+    [[nodiscard]] SourceAsked asked() const;
     void copyValue(ValueBuffer out) const;
-    std::wstring value() const;
+    [[nodiscard]] std::wstring value() const;
 
     /// Puts the value into the read cache if the object has one.
     void keepInCache() const;
@@ -108,7 +108,7 @@ private:
     bool askCache();
     bool askDrawing();
     bool askText(ConfigFile* text);
-    std::wstring fileAsked() const;
+    [[nodiscard]] std::wstring fileAsked() const;
 
     xx_Inifile& m_file;
     const Ident& m_ident;

@@ -32,7 +32,7 @@ struct Value
     {
     }
 
-    std::wstring_view text() const { return buffer.data(); }
+    [[nodiscard]] std::wstring_view text() const { return buffer.data(); }
 
     std::array<wchar_t, kLongestValue> buffer {};
     int status;

@@ -48,9 +48,9 @@ public:
         m_skip = static_cast<std::size_t>(std::max(skip, 0));
     }
 
-    bool foundOne() const { return m_foundOne; }
+    [[nodiscard]] bool foundOne() const { return m_foundOne; }
 
-    bool wantsEntries() const { return m_isIn; }
+    [[nodiscard]] bool wantsEntries() const { return m_isIn; }
 
     bool header(std::string_view header, corma::Line /*line*/)
     {

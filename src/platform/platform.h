@@ -39,9 +39,9 @@ struct PathParts
     std::wstring base; // file name without extension
     std::wstring extension; // with its dot, or empty
 
-    std::wstring folderPath() const { return drive + folder; }
+    [[nodiscard]] std::wstring folderPath() const { return drive + folder; }
 
-    std::wstring fileName() const { return base + extension; }
+    [[nodiscard]] std::wstring fileName() const { return base + extension; }
 };
 
 PathParts splitPath(std::wstring_view path);
@@ -104,7 +104,7 @@ struct FileContent
 
     static constexpr std::size_t kPadding = 16;
 
-    std::string_view view() const { return {bytes.get(), size}; }
+    [[nodiscard]] std::string_view view() const { return {bytes.get(), size}; }
 };
 
 /// Reads a regular file. Nothing when it cannot be opened or read, or is no regular file.

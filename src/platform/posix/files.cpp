@@ -30,9 +30,9 @@ public:
 
     ~Descriptor() { close(); }
 
-    bool isOpen() const { return m_descriptor >= 0; }
+    [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
 
-    int get() const { return m_descriptor; }
+    [[nodiscard]] int get() const { return m_descriptor; }
 
     bool close()
     {
