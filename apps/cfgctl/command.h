@@ -79,17 +79,10 @@ public:
     virtual Answer run(const Options& options) = 0;
 };
 
-enum class Drawing
-{
-    notTaken,
-    taken
-};
-
 /// What the program knows of a command before it makes it.
 struct CommandEntry
 {
     const char* name;
-    Drawing drawing;
     std::unique_ptr<Command> (*make)();
     const char* purpose;
     const char* examples;

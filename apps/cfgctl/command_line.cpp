@@ -56,7 +56,7 @@ void assign(std::optional<std::wstring>& value, const std::string& text,
     value = toWide(text);
 }
 
-void declareCommon(Syntax& syntax, Options& options, Drawing drawing)
+void declareCommon(Syntax& syntax, Options& options)
 {
     syntax.group("Common options");
     syntax.option("--scramble N", "Scramble number of FILE; 0 is a plain file", options.scramble);
@@ -64,10 +64,8 @@ void declareCommon(Syntax& syntax, Options& options, Drawing drawing)
     syntax.option("--module-dir DIR", "Folder searched first for files, in place of the program's",
                   options.moduleFolder);
     syntax.flag("--json", "One JSON document in place of the plain form", options.json);
-    if (drawing == Drawing::taken) {
-        syntax.option("--drawing FILE", "The current drawing; the project file lies beside it",
-                      options.drawing);
-    }
+    syntax.option("--drawing FILE", "The current drawing; the project file lies beside it",
+                  options.drawing);
 }
 
 std::string commandNames()
@@ -129,7 +127,7 @@ ParsedLine parseCommand(const CommandEntry& entry, std::span<const char* const> 
     dress(app, entry.examples);
     Syntax syntax(app);
     line.command->declare(syntax);
-    declareCommon(syntax, line.options, entry.drawing);
+    declareCommon(syntax, line.options);
     if (!parse(app, words, "; see " + app.get_name() + " --help")) {
         line.command.reset();
     }

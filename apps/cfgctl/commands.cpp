@@ -8,7 +8,7 @@ namespace {
 
 // Each example stands before what it prints.
 constexpr std::array kCommands = {
-    CommandEntry {"get", Drawing::taken, makeGet, "The value of an ident",
+    CommandEntry {"get", makeGet, "The value of an ident",
                   R"(  cfgctl get plattegrond.ini "[Trappen]OptredeMax"
       188
   cfgctl get plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
@@ -24,7 +24,7 @@ constexpr std::array kCommands = {
 
 An ident is "name" for the head of the file, or "[chapter]name". One that begins with "-" goes
 behind "--": cfgctl get tool.ini -- -name)"},
-    CommandEntry {"find", Drawing::taken, makeFind, "All idents that fit a pattern, with values",
+    CommandEntry {"find", makeFind, "All idents that fit a pattern, with values",
                   R"(  cfgctl find plattegrond.ini "[Plot]*"
       the chapter Plot: a line for its header, then name and value of each entry
   cfgctl find plattegrond.ini "[*]Hoogte"
@@ -33,21 +33,20 @@ behind "--": cfgctl get tool.ini -- -name)"},
       two entries of the head of the file
   cfgctl find plattegrond.ini "[Wanden]Dikte*" --skip 5
       the same without the first 5 letters of each name)"},
-    CommandEntry {"levels", Drawing::taken, makeLevels,
-                  "The value of one ident at every level, strongest first",
+    CommandEntry {"levels", makeLevels, "The value of one ident at every level, strongest first",
                   R"(  cfgctl levels plattegrond.ini "[Tekst]Hoogte"
       2.5 of norm/kantoor.ini is in force, over 3.5 of plattegrond.ini
   cfgctl levels plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
       the same with the project file among the levels)"},
-    CommandEntry {"includes", Drawing::notTaken, makeIncludes, "The tree of included files",
+    CommandEntry {"includes", makeIncludes, "The tree of included files",
                   R"(  cfgctl includes plattegrond.ini
       plattegrond.ini, and below it norm/kantoor.ini, norm/lagen.ini and norm/arcering.ini)"},
-    CommandEntry {"where", Drawing::notTaken, makeWhere, "The full path of a file that is found",
+    CommandEntry {"where", makeWhere, "The full path of a file that is found",
                   R"(  cfgctl where plattegrond.ini
       its path in the current folder
   ACAD="norm" cfgctl where lagen.ini
       its path in a support folder)"},
-    CommandEntry {"scramble", Drawing::notTaken, makeScramble, "Write a scrambled copy of a file",
+    CommandEntry {"scramble", makeScramble, "Write a scrambled copy of a file",
                   R"(  cfgctl scramble geheim.ini 7
       writes geheim7.ini beside it
   cfgctl scramble geheim.ini 7 /tmp/geheim7.ini

@@ -348,21 +348,25 @@ TEST_F(CfgctlOptions, ModuleFolderGoesBeforeTheCurrentOne)
     EXPECT_EQ(get({"tool.ini", "X", "--module-dir", pathOf("module/")}), "module");
 }
 
-TEST_F(CfgctlOptions, DrawingIsTakenWhereSomethingIsLookedUp)
+TEST_F(CfgctlOptions, DrawingIsTakenByEveryCommand)
 {
     write("werk/plan.dxf", "");
     for (const Words& words : {Words {"get", "tool.ini", "X"}, Words {"find", "tool.ini", "X"},
-                               Words {"levels", "tool.ini", "X"}}) {
+                               Words {"levels", "tool.ini", "X"}, Words {"includes", "tool.ini"},
+                               Words {"where", "tool.ini"}, Words {"scramble", "tool.ini", "1"}}) {
         Words all = words;
         all.emplace_back("--drawing=werk/plan.dxf");
         EXPECT_EQ(run(all).exitStatus, 0) << words.front();
     }
-    for (const Words& words : {Words {"includes", "tool.ini"}, Words {"where", "tool.ini"},
-                               Words {"scramble", "tool.ini", "1"}}) {
-        Words all = words;
-        all.emplace_back("--drawing=werk/plan.dxf");
-        EXPECT_EQ(run(all).exitStatus, 2) << words.front();
-    }
+}
+
+TEST_F(CfgctlOptions, FilesBesideTheDrawingAreFound)
+{
+    write("werk/plan.dxf", "");
+    write("werk/naast.ini", "");
+    EXPECT_EQ(run({"where", "naast.ini"}).exitStatus, 1);
+    EXPECT_EQ(run({"where", "naast.ini", "--drawing", "werk/plan.dxf"}).out,
+              pathOf("werk/naast.ini") + "\n");
 }
 
 TEST_F(CfgctlOptions, MessagesStandOneBelowTheOther)
