@@ -1,10 +1,7 @@
-#include "foundation/at_boundary.h"
 #include "foundation/wide_text.h"
-#include "support/RecordingServices.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <stdexcept>
 #include <string>
 
 namespace corma {
@@ -71,15 +68,6 @@ TEST(WideText, FindsTheFirstPlaceOfACharacter)
     const wchar_t text[] = L"a=b=c";
     EXPECT_EQ(find(text, L'='), text + 1);
     EXPECT_EQ(find(text, L'x'), nullptr);
-}
-
-TEST(Boundary, TurnsWhatIsThrownIntoAReport)
-{
-    testing::RecordingServices services;
-    const int status
-        = atBoundary(L"a.cpp", 9, RTERROR, []() -> int { throw std::runtime_error("no memory"); });
-    EXPECT_EQ(status, RTERROR);
-    EXPECT_EQ(services.allPrinted(), L"\nError in file a.cpp on line 9\n(no memory, ec = 0)");
 }
 
 } // namespace

@@ -52,7 +52,7 @@ TEST(Variables, ReadInAnyCase)
 
 TEST(Variables, TextsAreCopiesForTheCaller)
 {
-    const RecordingServices services;
+    RecordingServices services;
     corma::host::setVariable(L"CMDNAMES", L"PLOT");
     resbuf value {};
     ASSERT_EQ(acedGetVar(L"CMDNAMES", &value), RTNORM);
@@ -63,7 +63,7 @@ TEST(Variables, TextsAreCopiesForTheCaller)
 
 TEST(Variables, ChangeByASetOfTheSameType)
 {
-    const RecordingServices services;
+    RecordingServices services;
     resbuf value {};
     value.restype = RTSHORT;
     value.resval.rint = 0;
@@ -89,7 +89,7 @@ TEST(Variables, UnknownAndReadOnlyOnesAreRefused)
 
 TEST(Documents, TheOpenedOneIsCurrent)
 {
-    const RecordingServices services;
+    RecordingServices services;
     EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
     EXPECT_TRUE(corma::openDocument(L"/plans/house.dwg"));
     ASSERT_NE(acDocManagerPtr()->curDocument(), nullptr);
@@ -100,7 +100,7 @@ TEST(Documents, TheOpenedOneIsCurrent)
 
 TEST(Documents, ARelativeNameIsMadeWhole)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     const CurrentFolder there(folder.path());
     EXPECT_TRUE(corma::openDocument(L"house.dwg"));
@@ -109,7 +109,7 @@ TEST(Documents, ARelativeNameIsMadeWhole)
 
 TEST(Documents, NeedAName)
 {
-    const RecordingServices services;
+    RecordingServices services;
     EXPECT_FALSE(corma::openDocument(nullptr));
     EXPECT_FALSE(corma::openDocument(L""));
     EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
@@ -144,7 +144,7 @@ TEST(FindFile, TakesAFullPathAsItStands)
 
 TEST(FindFile, DoesNotWriteWhatDoesNotFit)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     const auto path = folder.write(L"a.txt", "");
     std::wstring buffer(path.size() + 1, L'#');

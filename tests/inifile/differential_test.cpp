@@ -132,7 +132,7 @@ class Differential : public testing::TestWithParam<int>
 TEST_P(Differential, TheIndexFindsWhatThePlainScanFinds)
 {
     const int number = GetParam();
-    const corma::testing::RecordingServices services;
+    corma::testing::RecordingServices services;
     const TempFolder folder;
     Random random(static_cast<unsigned>(20 + number));
     std::string text;
@@ -197,7 +197,7 @@ std::map<std::pair<std::wstring, std::wstring>, std::wstring> plainRules(const s
 
 TEST(Differential, EveryEntryIsFoundByTheRulesWrittenPlainly)
 {
-    const corma::testing::RecordingServices services;
+    corma::testing::RecordingServices services;
     const TempFolder folder;
     Random random(7);
     const std::vector<std::string> names = {"a", "b", "ab", "hoogte", "x y", "longer-than-eight"};

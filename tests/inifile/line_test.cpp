@@ -26,7 +26,7 @@ class OneFileLookup : public testing::TestWithParam<Row>
 // Plain and scrambled files follow one grammar, and the index finds what the scan finds.
 TEST_P(OneFileLookup, Gives)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     Ini plain(folder.write(L"tool.ini", GetParam().file));
     EXPECT_EQ(plain.get(GetParam().ident), GetParam().value) << "by a scan";
@@ -118,7 +118,7 @@ std::wstring valueOfSize(std::size_t size)
 
 TEST(LongLine, OfLessThan3000CharactersIsWhole)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     Ini ini(folder.write(L"a.ini", lineOf(2999, "X=") + "\nY=1\n"));
     for (int i = 0; i < 2; ++i) {
@@ -129,7 +129,7 @@ TEST(LongLine, OfLessThan3000CharactersIsWhole)
 
 TEST(LongLine, Of3000CharactersIsWhole)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     for (const char* lineEnd : {"\n", "\r\n"}) {
         Ini ini(folder.write(L"a.ini", lineOf(3000, "X=") + lineEnd + "Y=1\n"));
@@ -142,7 +142,7 @@ TEST(LongLine, Of3000CharactersIsWhole)
 
 TEST(LongLine, BeyondThatIsALineOfItsOwn)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     for (const char* lineEnd : {"\n", "\r\n"}) {
         Ini ini(folder.write(L"a.ini", lineOf(3000, "X=") + "Z=2" + lineEnd + "Y=1\n"));
@@ -156,7 +156,7 @@ TEST(LongLine, BeyondThatIsALineOfItsOwn)
 
 TEST(LongLine, ThePiecesFollowTheRulesOfLines)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     const std::string file
         = lineOf(3000, "X=") + " Z=disabled" + std::string(2989, 'x') + "[A]\nQ=3\n";
@@ -169,7 +169,7 @@ TEST(LongLine, ThePiecesFollowTheRulesOfLines)
 
 TEST(LongLine, CountsCharactersAndNotBytes)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     std::string line = "X=";
     for (int i = 0; i < 2998; ++i) {
@@ -185,7 +185,7 @@ TEST(LongLine, CountsCharactersAndNotBytes)
 
 TEST(LongLine, WithoutAnyLineEndIsReadInPieces)
 {
-    const RecordingServices services;
+    RecordingServices services;
     const TempFolder folder;
     Ini ini(folder.write(L"a.ini", std::string(1'000'000 / 3000 * 3000, 'x') + "Y=1"));
     for (int i = 0; i < 2; ++i) {

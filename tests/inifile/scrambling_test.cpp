@@ -163,7 +163,7 @@ class ScrambledLookup : public testing::TestWithParam<Row>
 
 TEST_P(ScrambledLookup, Gives)
 {
-    const corma::testing::RecordingServices services;
+    corma::testing::RecordingServices services;
     const corma::testing::TempFolder folder;
     Ini ini(folder.write(L"tool.ini", formOf(GetParam().text, 7)), 7);
     EXPECT_EQ(ini.get(GetParam().ident), GetParam().value) << "by a scan";

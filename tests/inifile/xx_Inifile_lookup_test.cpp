@@ -226,7 +226,7 @@ class ValueSize : public testing::TestWithParam<SizeRow>
 
 TEST_P(ValueSize, BoundsTheValue)
 {
-    const corma::testing::RecordingServices services;
+    corma::testing::RecordingServices services;
     const corma::testing::TempFolder folder;
     Ini ini(folder.write(L"a.ini", "X=1234567890\n"));
     for (int i = 0; i < 2; ++i) {

@@ -53,7 +53,7 @@ TEST(RecordingServices, PutsTheFormerServicesBack)
 {
     corma::Services* before = &corma::services();
     {
-        const RecordingServices recording;
+        RecordingServices recording;
         EXPECT_EQ(&corma::services(), &recording);
     }
     EXPECT_EQ(&corma::services(), before);
