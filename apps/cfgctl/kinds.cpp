@@ -12,8 +12,8 @@ namespace cfgctl {
 
 namespace {
 
-// A value counts with its first 499 characters here, which hold no more numbers than that.
-constexpr int kMostNumbers = 500;
+// Far more than a value can hold; it keeps a slip of the finger from asking for all memory.
+constexpr int kMostNumbers = 1'000'000;
 
 struct Free
 {
@@ -121,13 +121,13 @@ constexpr std::wstring_view kListPrefix = L"list:";
 
 int countIn(std::wstring_view kind, std::wstring_view digits)
 {
-    int count = 0;
+    int count = digits.empty() ? kMostNumbers + 1 : 0;
     for (const wchar_t digit : digits) {
         const bool isDigit = digit >= L'0' && digit <= L'9';
         count = isDigit && count <= kMostNumbers ? 10 * count + (digit - L'0') : kMostNumbers + 1;
     }
-    if (count < 1 || count > kMostNumbers) {
-        throw UsageError("--as " + toBytes(kind) + " needs a count; pass one of 1 to "
+    if (count > kMostNumbers) {
+        throw UsageError("--as " + toBytes(kind) + " needs a count; pass one of 0 to "
                          + std::to_string(kMostNumbers));
     }
     return count;
