@@ -111,8 +111,10 @@ struct FileContent
 std::optional<FileContent> readFile(const NativePath& path);
 
 /// Puts new content in the place of a file, or makes the file: through a temporary file beside it
-/// that is flushed to disk and then takes its name in one step. A link stays a link, mode bits
-/// stay. False when that fails; the old content is then untouched and nothing is left behind.
+/// that is flushed to disk and then takes its name in one step. A link stays a link; mode bits
+/// stay, and so does the owner where the system allows it. False when that fails, when the path is
+/// that of a folder, a device or a pipe, and when the file may not be written; what was there is
+/// then untouched and nothing is left behind.
 [[nodiscard]] bool replaceFile(std::wstring_view path, std::string_view bytes);
 
 // --- environment ---------------------------------------------------------------------------------

@@ -139,6 +139,41 @@ TEST(ReplaceFile, LeavesNothingBehindWhenItFails)
     EXPECT_TRUE(folder.has(L"taken/inside"));
 }
 
+TEST(ReplaceFile, RefusesWhatIsNoRegularFile)
+{
+    const TempFolder folder;
+    const auto pipe = toNative(folder.path(L"pipe"));
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(replaceFile(folder.path(L"pipe"), "x"));
+    EXPECT_TRUE(fs::is_fifo(pipe));
+    EXPECT_FALSE(replaceFile(L"/dev/null", "x"));
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+}
+
+TEST(ReplaceFile, RefusesAFileThatMayNotBeWritten)
+{
+    const TempFolder folder;
+    const auto path = folder.write(L"a", "one");
+    fs::permissions(toNative(path), fs::perms::owner_read);
+    const bool isRoot = ::geteuid() == 0; // root may write every file
+    EXPECT_EQ(replaceFile(path, "two"), isRoot);
+    EXPECT_EQ(folder.read(L"a"), isRoot ? "two" : "one");
+    EXPECT_EQ(fs::status(toNative(path)).permissions(), fs::perms::owner_read);
+}
+
+TEST(ReplaceFile, KeepsTheOwnerWhereTheSystemAllowsIt)
+{
+    const TempFolder folder;
+    const auto path = toNative(folder.write(L"a", "one"));
+    const bool isRoot = ::geteuid() == 0;
+    const uid_t owner = isRoot ? 12345 : ::geteuid();
+    ASSERT_EQ(::chown(path.c_str(), owner, static_cast<gid_t>(-1)), 0);
+    EXPECT_TRUE(replaceFile(folder.path(L"a"), "two"));
+    struct stat status = {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, owner);
+}
+
 TEST(Exists, InAnyCase)
 {
     const TempFolder folder;

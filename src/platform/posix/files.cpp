@@ -122,6 +122,14 @@ void flushFolder(const std::filesystem::path& folder)
     }
 }
 
+// What a file that takes the place of another takes over from it.
+struct Belongings
+{
+    mode_t mode = 0;
+    uid_t owner = 0;
+    gid_t group = 0;
+};
+
 // A temporary file that goes away unless it was renamed.
 class TemporaryFile
 {
@@ -142,10 +150,10 @@ public:
         }
     }
 
-    bool write(std::string_view bytes, mode_t mode)
+    bool write(std::string_view bytes, const Belongings& belongings)
     {
-        m_written = m_descriptor.isOpen() && ::fchmod(m_descriptor.get(), mode) == 0
-            && writeAll(m_descriptor.get(), bytes) && ::fsync(m_descriptor.get()) == 0;
+        m_written = m_descriptor.isOpen() && take(belongings) && writeAll(m_descriptor.get(), bytes)
+            && ::fsync(m_descriptor.get()) == 0;
         return m_written && m_descriptor.close();
     }
 
@@ -159,6 +167,16 @@ public:
     }
 
 private:
+    // Only root can give a file to another owner; for anyone else the file is their own from now
+    // on.
+    bool take(const Belongings& belongings)
+    {
+        const int file = m_descriptor.get();
+        const bool isGiven = ::fchown(file, belongings.owner, belongings.group) == 0;
+        const mode_t asOwner = belongings.mode & 0777;
+        return ::fchmod(file, isGiven ? belongings.mode : asOwner) == 0;
+    }
+
     std::string m_path;
     Descriptor m_descriptor;
     bool m_written = false;
@@ -175,15 +193,25 @@ std::filesystem::path behindLinks(const std::filesystem::path& path)
     return failed ? path : target;
 }
 
-mode_t modeFor(const std::filesystem::path& target)
+mode_t modeOfNewFile()
 {
-    struct stat status = {};
-    if (::stat(target.c_str(), &status) == 0) {
-        return status.st_mode & 07777;
-    }
     const mode_t mask = ::umask(0);
     ::umask(mask);
     return 0666 & ~mask;
+}
+
+// Nothing for a target that must not be replaced: a folder, a device or a pipe, and a file that may
+// not be written, although its folder would allow to put another in its place.
+std::optional<Belongings> belongingsOf(const std::filesystem::path& target)
+{
+    struct stat status = {};
+    if (::stat(target.c_str(), &status) != 0) {
+        return Belongings {modeOfNewFile(), ::geteuid(), ::getegid()};
+    }
+    if (!S_ISREG(status.st_mode) || ::access(target.c_str(), W_OK) != 0) {
+        return std::nullopt;
+    }
+    return Belongings {status.st_mode & 07777, status.st_uid, status.st_gid};
 }
 
 } // namespace
@@ -223,7 +251,11 @@ bool exists(std::wstring_view path)
 
 std::optional<FileContent> readFile(const NativePath& path)
 {
-    // Not blocking, so that a pipe that nobody writes to is refused and not waited for.
+    // Opening alone can do harm where the path is a device's, so it is looked at before.
+    if (!fileStamp(path)) {
+        return std::nullopt;
+    }
+    // Not blocking: what has become a pipe meanwhile is refused and not waited for.
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     return file.isOpen() ? readOpen(file.get()) : std::nullopt;
 }
@@ -231,8 +263,12 @@ std::optional<FileContent> readFile(const NativePath& path)
 bool replaceFile(std::wstring_view path, std::string_view bytes)
 {
     const std::filesystem::path target = behindLinks(locate(path));
+    const auto belongings = belongingsOf(target);
+    if (!belongings) {
+        return false;
+    }
     TemporaryFile temporary(target);
-    if (!temporary.write(bytes, modeFor(target)) || !temporary.takeNameOf(target)) {
+    if (!temporary.write(bytes, *belongings) || !temporary.takeNameOf(target)) {
         return false;
     }
     flushFolder(target.has_parent_path() ? target.parent_path() : ".");
