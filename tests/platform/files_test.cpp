@@ -125,6 +125,41 @@ TEST(ReplaceFile, KeepsModeBitsAndLinks)
               fs::perms::owner_read | fs::perms::owner_write);
 }
 
+TEST(ReplaceFile, KeepsALinkWhoseFileIsNotThereYet)
+{
+    const TempFolder folder;
+    folder.makeFolder(L"real");
+    fs::create_symlink("real/b", toNative(folder.path(L"first")));
+    fs::create_symlink("first", toNative(folder.path(L"second")));
+    EXPECT_TRUE(replaceFile(folder.path(L"second"), "new"));
+    EXPECT_TRUE(fs::is_symlink(toNative(folder.path(L"second"))));
+    EXPECT_TRUE(fs::is_symlink(toNative(folder.path(L"first"))));
+    EXPECT_EQ(folder.read(L"real/b"), "new");
+}
+
+TEST(ReplaceFile, RefusesLinksThatGoInACircle)
+{
+    const TempFolder folder;
+    fs::create_symlink("b", toNative(folder.path(L"a")));
+    fs::create_symlink("a", toNative(folder.path(L"b")));
+    EXPECT_FALSE(replaceFile(folder.path(L"a"), "x"));
+    EXPECT_TRUE(fs::is_symlink(toNative(folder.path(L"a"))));
+}
+
+TEST(ReplaceFile, ANewFileHasTheGroupThatItsFolderGives)
+{
+    const TempFolder folder;
+    const auto shared = toNative(folder.makeFolder(L"shared"));
+    const bool isRoot = ::geteuid() == 0; // others can only give their own groups
+    const gid_t group = isRoot ? 12345 : ::getegid();
+    ASSERT_EQ(::chown(shared.c_str(), static_cast<uid_t>(-1), group), 0);
+    ASSERT_EQ(::chmod(shared.c_str(), 02775), 0);
+    EXPECT_TRUE(replaceFile(folder.path(L"shared/a"), "x"));
+    struct stat status = {};
+    ASSERT_EQ(::stat((shared + "/a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, group);
+}
+
 TEST(ReplaceFile, LeavesNothingBehindWhenItFails)
 {
     const TempFolder folder;

@@ -126,8 +126,10 @@ void flushFolder(const std::filesystem::path& folder)
 struct Belongings
 {
     mode_t mode = 0;
-    uid_t owner = 0;
-    gid_t group = 0;
+    uid_t owner = kAsItIs;
+    gid_t group = kAsItIs;
+
+    static constexpr auto kAsItIs = static_cast<uid_t>(-1); // what the folder gives to a new file
 };
 
 // A temporary file that goes away unless it was renamed.
@@ -182,15 +184,19 @@ private:
     bool m_written = false;
 };
 
-// The file that a link means, so that the link itself stays.
-std::filesystem::path behindLinks(const std::filesystem::path& path)
+// The file that a link means, so that the link itself stays; it need not be there. Nothing for
+// links that go in a circle.
+std::optional<std::filesystem::path> behindLinks(std::filesystem::path path)
 {
+    constexpr int kMostLinks = 40; // as the kernel follows
     std::error_code failed;
-    if (!std::filesystem::is_symlink(path, failed)) {
-        return path;
+    for (int i = 0; i < kMostLinks; ++i) {
+        if (!std::filesystem::is_symlink(path, failed)) {
+            return path;
+        }
+        path = path.parent_path() / std::filesystem::read_symlink(path, failed);
     }
-    std::filesystem::path target = std::filesystem::weakly_canonical(path, failed);
-    return failed ? path : target;
+    return std::nullopt;
 }
 
 mode_t modeOfNewFile()
@@ -206,7 +212,7 @@ std::optional<Belongings> belongingsOf(const std::filesystem::path& target)
 {
     struct stat status = {};
     if (::stat(target.c_str(), &status) != 0) {
-        return Belongings {modeOfNewFile(), ::geteuid(), ::getegid()};
+        return Belongings {modeOfNewFile()};
     }
     if (!S_ISREG(status.st_mode) || ::access(target.c_str(), W_OK) != 0) {
         return std::nullopt;
@@ -262,16 +268,16 @@ std::optional<FileContent> readFile(const NativePath& path)
 
 bool replaceFile(std::wstring_view path, std::string_view bytes)
 {
-    const std::filesystem::path target = behindLinks(locate(path));
-    const auto belongings = belongingsOf(target);
+    const auto target = behindLinks(locate(path));
+    const auto belongings = target ? belongingsOf(*target) : std::nullopt;
     if (!belongings) {
         return false;
     }
-    TemporaryFile temporary(target);
-    if (!temporary.write(bytes, *belongings) || !temporary.takeNameOf(target)) {
+    TemporaryFile temporary(*target);
+    if (!temporary.write(bytes, *belongings) || !temporary.takeNameOf(*target)) {
         return false;
     }
-    flushFolder(target.has_parent_path() ? target.parent_path() : ".");
+    flushFolder(target->has_parent_path() ? target->parent_path() : ".");
     return true;
 }
 
