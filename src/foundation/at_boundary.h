@@ -1,13 +1,9 @@
 #pragma once
 
-#include "foundation/messages.h"
-#include "host/host.h"
-#include "platform/text.h"
-
-#include <exception>
-#include <new>
-
 namespace corma {
+
+/// Reports what is being handled by a catch; never throws.
+void reportCaught(const wchar_t* sourceName, int line) noexcept;
 
 /// Runs the body of an exported function: nothing that is thrown leaves the library. What is
 /// thrown, in practice only for want of memory, is reported under the source name, and the result
@@ -17,11 +13,8 @@ Result atBoundary(const wchar_t* sourceName, int line, Result failed, Body body)
 {
     try {
         return body();
-    } catch (const std::bad_alloc&) {
-        xx_reportError(sourceName, line, L"not enough memory", 0);
-        return failed;
-    } catch (const std::exception& error) {
-        xx_reportError(sourceName, line, fromUtf8(error.what()).c_str(), 0);
+    } catch (...) {
+        reportCaught(sourceName, line);
         return failed;
     }
 }

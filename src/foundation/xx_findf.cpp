@@ -1,5 +1,6 @@
 #include "foundation/xx_findf.h"
 
+#include "foundation/at_boundary.h"
 #include "foundation/messages.h"
 #include "foundation/wide_text.h"
 #include "host/host.h"
@@ -96,14 +97,15 @@ std::optional<std::wstring> findWithHost(const std::wstring& name)
     return askHost(name);
 }
 
-// The folders below the module's in which drawings of blocks lie; the Dutch name goes first. The
-// system's own folders hold nothing of ours on this platform and are not looked into.
+// The folders below the module's in which drawings of blocks lie; the Dutch name goes first. In the
+// module's folder itself the name was looked for before, and the system's own folders hold nothing
+// of ours on this platform.
 std::optional<std::wstring> findBelowModule(const std::wstring& name)
 {
     if (corma::platform::isAbsolute(name)) {
         return std::nullopt;
     }
-    for (const wchar_t* folder : {L"", L"blokken/", L"blocks/"}) {
+    for (const wchar_t* folder : {L"blokken/", L"blocks/"}) {
         std::wstring path = moduleFolder().asGiven + folder + name;
         if (auto found = ifThere(corma::platform::nativeSeparators(path))) {
             return found;
@@ -139,7 +141,8 @@ int xx_findfile(const wchar_t* name, wchar_t* out, std::size_t outLength)
 
 int xx_findfile_arx(const wchar_t* name, wchar_t* out, std::size_t outLength)
 {
-    return xx_findfile(name, out, outLength);
+    return corma::atBoundary(kSource, __LINE__, RTERROR,
+                             [&] { return xx_findfile(name, out, outLength); });
 }
 
 int xx_fileExists(const wchar_t* path)

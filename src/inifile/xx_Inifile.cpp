@@ -159,14 +159,16 @@ bool xx_Inifile::checkIniVersion(bool abortOnMismatch, short applicationVersion)
     if (applicationVersion == kVersion) {
         return true;
     }
-    const bool isOld = applicationVersion < kVersion;
-    corma::showUserMessage(corma::formatted(kOtherVersion, int {applicationVersion},
-                                            isOld ? L"old" : L"new", int {kVersion},
-                                            isOld ? L"application" : L"ini dll"));
-    if (abortOnMismatch) {
-        acdbFail(kAborting);
-    }
-    return false;
+    return corma::atBoundary(corma::kInifileSource, __LINE__, false, [&] {
+        const bool isOld = applicationVersion < kVersion;
+        corma::showUserMessage(corma::formatted(kOtherVersion, int {applicationVersion},
+                                                isOld ? L"old" : L"new", int {kVersion},
+                                                isOld ? L"application" : L"ini dll"));
+        if (abortOnMismatch) {
+            acdbFail(kAborting);
+        }
+        return false;
+    });
 }
 
 void xx_Inifile::flushIniBuffer()
@@ -179,6 +181,8 @@ void xx_Inifile::flushIniBuffer()
 wchar_t* xx_Inifile::Id(wchar_t* first, wchar_t* second)
 {
     static std::wstring joined;
-    joined = std::wstring(corma::view(first)).append(corma::view(second));
-    return joined.data();
+    return corma::atBoundary(corma::kInifileSource, __LINE__, joined.data(), [&] {
+        joined = std::wstring(corma::view(first)).append(corma::view(second));
+        return joined.data();
+    });
 }

@@ -1,5 +1,6 @@
 #include "foundation/at_boundary.h"
 #include "foundation/messages.h"
+#include "host/host.h"
 #include "inifile/scrambling.h"
 #include "inifile/xx_Inifile_private.h"
 #include "platform/platform.h"

@@ -25,6 +25,26 @@ TEST(Boundary, TurnsWhatIsThrownIntoAReport)
     EXPECT_EQ(services.allPrinted(), L"\nError in file a.cpp on line 9\n(what, ec = 0)");
 }
 
+TEST(Boundary, StopsWhatIsNoExceptionOfTheLanguageToo)
+{
+    RecordingServices services;
+    EXPECT_EQ(corma::atBoundary(L"a.cpp", 9, RTERROR, []() -> int { throw 7; }), RTERROR);
+    EXPECT_EQ(services.allPrinted(),
+              L"\nError in file a.cpp on line 9\n(unexpected failure, ec = 0)");
+}
+
+TEST(Boundary, HoldsWhenTheReportFailsAsWell)
+{
+    struct Throwing : corma::Services
+    {
+        void print(const wchar_t* /*text*/) override { throw std::runtime_error("no console"); }
+    } throwing;
+
+    corma::Services* const former = corma::setServices(&throwing);
+    EXPECT_EQ(corma::atBoundary(L"a.cpp", 9, RTERROR, []() -> int { throw 7; }), RTERROR);
+    corma::setServices(former);
+}
+
 TEST(Boundary, SaysInWordsThatMemoryIsShort)
 {
     RecordingServices services;
