@@ -24,8 +24,9 @@ struct InifileInside;
 /// count for files with the extension ".ini" only.
 ///
 /// Text arguments are terminated; sizes are in characters with the terminator; report asks for a
-/// notice on the command line when nothing is found. Nothing throws. A file that changes on disk is
-/// seen changed by the next call. Objects are not for use by two threads at once.
+/// notice on the command line when nothing is found. Nothing throws. Values that change on disk are
+/// seen changed by the next call; `#INCLUDE` is read once, when the object is made. Objects are not
+/// for use by two threads at once.
 class CORMA_EXPORT xx_Inifile
 {
 public:

@@ -190,7 +190,8 @@ std::size_t TextFile::decodeInto(std::string_view part, wchar_t* out, std::size_
 {
     const std::size_t most = capacity == 0 ? 0 : capacity - 1;
     const std::size_t count = asciiInto(part, out, most);
-    const auto encoding = count == part.size() ? Encoding::utf8 : this->encoding();
+    const bool isDone = count == part.size() || count == most;
+    const auto encoding = isDone ? Encoding::utf8 : this->encoding();
     return count + corma::decodeInto(part.substr(count), encoding, out + count, capacity - count);
 }
 

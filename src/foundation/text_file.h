@@ -34,8 +34,8 @@ enum class OpenMode
     binary ///< "rb": Windows-1252 bytes as they are
 };
 
-/// An open file: a snapshot of its content that follows the file on disk. A file
-/// that vanishes or cannot be read any more keeps its last content, as an open stream would.
+/// An open file: a snapshot of its content that follows the file on disk. A file that vanishes or
+/// cannot be read any more keeps its last content, as an open stream would.
 class TextFile
 {
 public:
@@ -48,7 +48,7 @@ public:
     /// One file-status call when nothing changed. True when the text is another one now.
     bool refresh();
 
-    /// True when the last reading succeeded.
+    /// True when it could be read at all.
     bool isOpen() const { return m_isOpen; }
 
     /// True while there is such a file on disk. One file-status call.

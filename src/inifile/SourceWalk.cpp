@@ -9,13 +9,6 @@
 
 namespace corma {
 
-namespace {
-
-// A value that the drawing holds; longer ones are cut.
-constexpr int kLongestDrawingValue = 3000;
-
-} // namespace
-
 std::optional<std::wstring> projectPathFor(std::wstring_view configPath)
 {
     const AcApDocument* document = acDocManagerPtr()->curDocument();
@@ -74,14 +67,13 @@ SourceWalk::SourceWalk(xx_Inifile& file, const Ident& ident)
 
 bool SourceWalk::applies(Source source) const
 {
-    const bool isIni = InifileInside::isIni(m_file);
     switch (source) {
     case Source::cache:
         return InifileInside::bufferOf(m_file) != nullptr;
     case Source::drawing:
-        return isIni && acdbHostApplicationServices()->workingDatabase() != nullptr;
+        return InifileInside::seesDrawing(m_file);
     case Source::project:
-        return isIni && acDocManagerPtr()->curDocument() != nullptr;
+        return InifileInside::isIni(m_file) && acDocManagerPtr()->curDocument() != nullptr;
     case Source::included:
     case Source::file:
         break;
@@ -131,10 +123,9 @@ bool SourceWalk::askCache()
 
 bool SourceWalk::askDrawing()
 {
-    m_wide.resize(kLongestDrawingValue);
-    const bool found = InifileInside::getLocalString(m_file, m_ident, m_wide);
-    m_wide.resize(found ? length(m_wide.c_str()) : 0);
-    return found;
+    const auto value = InifileInside::getLocalString(m_file, m_ident);
+    m_wide = value.value_or(std::wstring());
+    return value.has_value();
 }
 
 bool SourceWalk::askText(ConfigFile* text)

@@ -29,11 +29,16 @@ std::vector<LevelValue> ownLevels(xx_Inifile& file, const Ident& ident)
     return levels;
 }
 
+template<class Levels> auto firstFound(Levels& levels)
+{
+    return std::find_if(levels.begin(), levels.end(),
+                        [](const auto& level) { return level.where.found; });
+}
+
 // An included file is looked up whole: what it gives is what its strongest source gives.
 LevelValue strongest(const std::vector<LevelValue>& levels)
 {
-    const auto found = std::find_if(levels.begin(), levels.end(),
-                                    [](const auto& level) { return level.where.found; });
+    const auto found = firstFound(levels);
     LevelValue whole = found == levels.end() ? levels.back() : *found;
     whole.where.source = Source::included;
     return whole;
@@ -119,19 +124,11 @@ void InifileInside::note(LookupTrace& trace, const xx_Inifile& file, const Sourc
     trace.m_asked.push_back(std::move(asked));
 }
 
-bool InifileInside::getLocalString(xx_Inifile& file, const Ident& ident, std::wstring& value)
-{
-    return file.getLocalString(std::wstring(ident.chapter()).c_str(),
-                               std::wstring(ident.name).c_str(), value.data(),
-                               static_cast<int>(value.size()));
-}
-
 std::vector<LevelValue> levelsOf(xx_Inifile& file, const wchar_t* ident)
 {
     std::vector<LevelValue> levels;
     addLevels(file, Ident::parse(view(ident)), levels);
-    const auto found = std::find_if(levels.begin(), levels.end(),
-                                    [](const auto& level) { return level.where.found; });
+    const auto found = firstFound(levels);
     if (found != levels.end()) {
         found->inForce = true;
     }

@@ -11,10 +11,6 @@ namespace {
 constexpr const wchar_t* kNotFound = L"%s not found in configurationfile\n";
 constexpr const wchar_t* kNotFoundInFile = L"%s not found in configurationfile (old)\n";
 
-// What the lookup in one file says besides RTNORM.
-constexpr int kNotThere = 2;
-constexpr int kNoOpenFile = 3;
-
 constexpr int kLongestValue = 3000; // characters, the terminator counted
 
 } // namespace
@@ -72,7 +68,7 @@ int xx_Inifile::getStringOneIdent(std::wstring_view text, wchar_t* value, int si
 int xx_Inifile::getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int size, int report)
 {
     const corma::ValueBuffer out(value, size);
-    int status = kNoOpenFile;
+    int status = corma::kNoOpenFile;
     if (priv != nullptr && priv->file) {
         const corma::TextFile& file = priv->file->text();
         const corma::IdentKey key(corma::Ident::parse(ident));
@@ -80,7 +76,7 @@ int xx_Inifile::getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int s
             file.decodeInto(entry->value, out.text, out.capacity);
             return RTNORM;
         }
-        status = kNotThere;
+        status = corma::kNotThere;
     }
     if (report != 0) {
         xx_printMessage(kNotFoundInFile, ident, 0);
@@ -96,13 +92,36 @@ bool xx_Inifile::getLocalString(const wchar_t* /*chapter*/, const wchar_t* /*ide
     return false;
 }
 
+namespace corma {
+
+bool InifileInside::seesDrawing(const xx_Inifile& file)
+{
+    return file.isIni && acdbHostApplicationServices()->workingDatabase() != nullptr;
+}
+
+std::optional<std::wstring> InifileInside::getLocalString(xx_Inifile& file, const Ident& ident)
+{
+    std::wstring value(kLongestValue, L'\0');
+    const std::wstring chapter(ident.chapter());
+    const std::wstring name(ident.name);
+    if (!seesDrawing(file)
+        || !file.getLocalString(chapter.c_str(), name.c_str(), value.data(), kLongestValue)) {
+        return std::nullopt;
+    }
+    value.resize(length(value.c_str()));
+    return value;
+}
+
+} // namespace corma
+
 wchar_t* getStringFromIni(wchar_t* fileName, wchar_t* ident, int size, int report)
 {
     wchar_t* const none = nullptr;
     return corma::atBoundary(corma::kInifileSource, __LINE__, none, [&] {
         xx_Inifile file(fileName, 0, nullptr);
         std::wstring value(kLongestValue, L'\0');
-        file.getString(ident, value.data(), std::min(size, kLongestValue), report);
+        const int bounded = std::clamp(size, -kLongestValue, kLongestValue);
+        file.getString(ident, value.data(), bounded, report);
         return corma::duplicate(value.c_str());
     });
 }

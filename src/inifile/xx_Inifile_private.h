@@ -21,6 +21,10 @@ inline constexpr const wchar_t* kInifileSource = L"xx_Inifile.cpp";
 
 inline constexpr std::size_t kLongestPath = 260;
 
+// What a lookup in one file says besides RTNORM.
+inline constexpr int kNotThere = 2;
+inline constexpr int kNoOpenFile = 3;
+
 /// The project file that belongs to a configuration file and the current drawing. It is kept open
 /// from one lookup to the next, for as long as it is the one to ask.
 class ProjectFile
@@ -135,7 +139,11 @@ struct InifileInside
         return file.hasBuffer ? file.buffer : nullptr;
     }
 
-    static bool getLocalString(xx_Inifile& file, const Ident& ident, std::wstring& value);
+    /// Only an ".ini" file has values in a drawing, and only while one is open.
+    static bool seesDrawing(const xx_Inifile& file);
+
+    /// The value that the drawing holds for an ident, cut to 2999 characters.
+    static std::optional<std::wstring> getLocalString(xx_Inifile& file, const Ident& ident);
 
     static int getStringOneIdentOld(xx_Inifile& file, const wchar_t* ident, wchar_t* value,
                                     int size, int report)

@@ -17,10 +17,6 @@ constexpr const wchar_t* kChapterMarker = L"XXINIFRUBR";
 
 constexpr std::size_t kLongestLineHere = 2999;
 constexpr std::size_t kLongestName = 2999;
-constexpr std::size_t kLongestDrawingValue = 3000; // characters, the terminator counted
-
-constexpr int kNotThere = 2;
-constexpr int kNoOpenFile = 3;
 
 void append(xx_VarArray& results, const std::wstring& name, const std::wstring& value)
 {
@@ -34,6 +30,7 @@ public:
     WildcardSink(xx_Inifile& file, const corma::TextFile& text, const corma::Ident& pattern)
         : m_file(file)
         , m_text(text)
+        , m_seesDrawing(corma::InifileInside::seesDrawing(file))
         , m_chapterPattern(pattern.prefix.empty() ? L"" : pattern.chapter())
         , m_identPattern(pattern.name)
         , m_hasChapterPattern(!pattern.prefix.empty())
@@ -93,10 +90,10 @@ private:
     // A value in the drawing goes before the file's, except in the head of the file.
     std::wstring valueFor(const std::wstring& ident, std::string_view fileValue)
     {
-        if (!m_chapter.empty()) {
-            std::wstring local(kLongestDrawingValue, L'\0');
-            if (corma::InifileInside::getLocalString(m_file, {m_chapter, ident}, local)) {
-                return local.c_str();
+        if (m_seesDrawing && !m_chapter.empty()) {
+            if (const auto local
+                = corma::InifileInside::getLocalString(m_file, {m_chapter, ident})) {
+                return *local;
             }
         }
         return m_text.decode(fileValue);
@@ -104,6 +101,7 @@ private:
 
     xx_Inifile& m_file;
     const corma::TextFile& m_text;
+    bool m_seesDrawing;
     std::wstring m_chapterPattern;
     std::wstring m_identPattern;
     bool m_hasChapterPattern;
@@ -121,7 +119,7 @@ private:
 int xx_Inifile::getWcString(wchar_t* pattern, xx_VarArray* results, int report, int skip)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        int status = kNoOpenFile;
+        int status = corma::kNoOpenFile;
         for (size_t i = 0; priv != nullptr && i < priv->included.size(); ++i) {
             if (const auto& child = priv->included[i]) {
                 child->getWcString(pattern, results, 0, skip);
@@ -132,7 +130,7 @@ int xx_Inifile::getWcString(wchar_t* pattern, xx_VarArray* results, int report, 
             WildcardSink sink(*this, text, corma::Ident::parse(corma::view(pattern)));
             sink.into(*results, skip);
             corma::scan(text, kLongestLineHere, sink);
-            status = sink.foundOne() ? RTNORM : kNotThere;
+            status = sink.foundOne() ? RTNORM : corma::kNotThere;
         }
         if (status != RTNORM && report != 0 && results->length() == 0) {
             xx_printMessage(kNotFound, pattern, 0);

@@ -295,6 +295,17 @@ TEST_F(Lookup, ForOnceGivesAHeapText)
     EXPECT_EQ(services.allPrinted(), L"\n[A]Y not found in configurationfile\n");
 }
 
+TEST_F(Lookup, ForOnceTakesNoMoreThan3000CharactersEitherWay)
+{
+    auto path = folder.write(L"a.ini", "X=" + std::string(2998, 'x') + "\n");
+    wchar_t ident[] = L"X";
+    for (const int size : {3000, 5000, -5000, INT_MIN, INT_MAX}) {
+        wchar_t* value = getStringFromIni(path.data(), ident, size, 0);
+        EXPECT_EQ(std::wstring(value), std::wstring(2998, L'x')) << size;
+        std::free(value);
+    }
+}
+
 using Trace = Lookup;
 
 TEST_F(Trace, TellsTheSourcesInTheOrderAsked)
