@@ -21,6 +21,9 @@ inline constexpr int RTCAN = -5002;
 inline constexpr int RTKWORD = -5005;
 
 using ACHAR = wchar_t;
+
+class AcDbDatabase;
+class AcDbStub;
 using ads_real = double;
 using ads_point = ads_real[3];
 
@@ -39,6 +42,30 @@ union ads_u_val {
     int rlong;
     long long mnInt64;
     ads_binary rbinary;
+};
+
+/// Names an object of a drawing, for as long as the drawing is in memory.
+class AcDbObjectId
+{
+public:
+    constexpr AcDbObjectId() = default;
+
+    constexpr explicit AcDbObjectId(AcDbStub* stub)
+        : m_stub(stub)
+    {
+    }
+
+    [[nodiscard]] constexpr bool isNull() const { return m_stub == nullptr; }
+
+    constexpr void setNull() { m_stub = nullptr; }
+
+    constexpr bool operator==(const AcDbObjectId&) const = default;
+
+    /// What the host keeps behind the id.
+    [[nodiscard]] constexpr AcDbStub* stub() const { return m_stub; }
+
+private:
+    AcDbStub* m_stub = nullptr;
 };
 
 /// A node of the host's result lists; `restype` tells which member of `resval` is live.
@@ -123,11 +150,25 @@ CORMA_EXPORT Services& services();
 /// The caller keeps ownership; null puts the default ones back.
 CORMA_EXPORT Services* setServices(Services* replacement);
 
-/// Makes a document of that file name the current one. The name decides where project files are
-/// looked for; the file itself is not opened. False when the name is null or empty.
+/// Reads a drawing and makes it the current document: its settings and the project file beside it
+/// then count in lookups, and drawing operations work on it. The content of the file decides the
+/// format: text or binary DXF. False, with a message that tells why, when the file cannot be read;
+/// the document that was current stays so then.
 CORMA_EXPORT bool openDocument(const wchar_t* fileName);
 
-/// Closes the current document, if there is one; then none is current.
+/// Makes a new, empty drawing the current document. Nothing is written before it is saved; the name
+/// decides where it goes then, and where project files are looked for. False when the name is null
+/// or empty.
+CORMA_EXPORT bool newDocument(const wchar_t* fileName);
+
+/// True when the drawing of the current document differs from its file.
+CORMA_EXPORT bool isDocumentModified();
+
+/// Writes the drawing of the current document to a file, or for null to its own, in one step.
+/// False, with a message that tells why, when that fails; the file is then as it was.
+CORMA_EXPORT bool saveDocument(const wchar_t* fileName = nullptr);
+
+/// Closes the current document without saving it, if there is one; then none is current.
 CORMA_EXPORT void closeDocument();
 
 /// The folder search keeps the folder of Services::moduleFile() once it has asked. Call this

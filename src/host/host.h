@@ -4,11 +4,13 @@
 // standalone host behind them is ours; inside the CAD host the same names come from the host. Only
 // what the library calls is here.
 
+#include "host/acdb_database.h"
+#include "host/error_status.h"
+#include "host/geometry.h"
 #include <corma/host.h>
 
+#include <memory>
 #include <string>
-
-class AcDbDatabase;
 
 // --- text and messages ---------------------------------------------------------------------------
 
@@ -48,20 +50,65 @@ int acedFindFile(const ACHAR* name, ACHAR* result, std::size_t length);
 /// The module that runs on the host's behalf, as a full path, or null.
 const ACHAR* acedGetAppName();
 
+/// Runs a command to its end. The arguments are pairs of a result type and a value, such as RTSTR
+/// and a text, and end with RTNONE. One empty text stands for Enter. RTNORM when the command
+/// ran; RTERROR, with a message, when it is unknown or failed.
+int acedCommandS(int type, ...);
+
 // --- result lists: acutNewRb and acutRelRb are in <corma/host.h> ---------------------------------
 
+/// Frees a text that the host handed out on the heap, and makes the pointer null. Null is allowed.
+void acutDelString(ACHAR*& text);
+
+// --- coordinates ---------------------------------------------------------------------------------
+
+/// The matrix from the user's coordinate system to the world. False without a drawing; the matrix
+/// is then the identity.
+bool acdbUcsMatrix(AcGeMatrix3d& matrix, AcDbDatabase* database = nullptr);
+
+/// Turns user coordinates into those of the world; a vector is not moved. q may be p. False
+/// without a drawing; q is then p.
+bool acdbUcs2Wcs(const ads_point p, ads_point q, bool isVector);
+
+/// The viewport that the user works in: in the model's own view the active record of the viewport
+/// table, in a layout the VIEWPORT that was last active. Null when there is none.
+AcDbObjectId acedGetCurViewportObjectId();
+
 // --- documents -----------------------------------------------------------------------------------
+
+namespace AcAp {
+
+enum DocLockMode
+{
+    kNone = 0x00,
+    kAutoWrite = 0x01,
+    kNotLocked = 0x02,
+    kWrite = 0x04,
+    kRead = 0x14,
+    kXWrite = 0x20
+};
+
+} // namespace AcAp
 
 class AcApDocument
 {
 public:
-    explicit AcApDocument(const ACHAR* fileName);
+    AcApDocument(const ACHAR* fileName, std::unique_ptr<AcDbDatabase> database);
 
     /// Full file name of the drawing; empty for an unnamed one.
     [[nodiscard]] const ACHAR* fileName() const;
 
+    [[nodiscard]] AcDbDatabase* database() const { return m_database.get(); }
+
+    /// The strongest lock that is held, kNotLocked when there is none.
+    [[nodiscard]] AcAp::DocLockMode lockMode() const;
+
 private:
+    friend class AcApDocManager;
+
     const std::wstring m_fileName;
+    const std::unique_ptr<AcDbDatabase> m_database;
+    std::vector<AcAp::DocLockMode> m_locks;
 };
 
 class AcApDocManager
@@ -69,6 +116,12 @@ class AcApDocManager
 public:
     /// The document that the user works in, or null.
     [[nodiscard]] AcApDocument* curDocument() const;
+
+    /// Locks nest: each needs its unlocking. eInvalidInput for null. Everything runs on one thread
+    /// here, so nobody ever waits.
+    Acad::ErrorStatus lockDocument(AcApDocument* document, AcAp::DocLockMode mode = AcAp::kWrite);
+    Acad::ErrorStatus
+    unlockDocument(AcApDocument* document); // eNotApplicable when it is not locked
 };
 
 AcApDocManager* acDocManagerPtr();
@@ -78,6 +131,9 @@ class AcDbHostApplicationServices
 public:
     /// The database that drawing operations work on, or null.
     [[nodiscard]] AcDbDatabase* workingDatabase() const;
+
+    /// Makes a database the one to work on; null puts that of the current document back.
+    void setWorkingDatabase(AcDbDatabase* database);
 
     /// Value of an environment variable such as "ACAD", the support folders separated by ";".
     /// Null when it is not set; the text lives until the next call.

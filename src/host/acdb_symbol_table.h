@@ -1,0 +1,159 @@
+#pragma once
+
+// The symbol tables of a drawing and their records; blocks are in host/acdb_block.h.
+
+#include "host/acdb_object.h"
+
+#include <memory>
+#include <string>
+
+class AcDbSymbolTable;
+class AcDbSymbolTableIterator;
+
+namespace AcDb {
+
+/// Widths of lines in hundredths of a millimetre, and the three words.
+enum LineWeight
+{
+    kLnWtByLwDefault = -3,
+    kLnWtByBlock = -2,
+    kLnWtByLayer = -1,
+    kLnWt000 = 0,
+    kLnWt211 = 211 // the widest
+};
+
+} // namespace AcDb
+
+/// A colour by its index: 0 by block, 1 to 255, 256 by layer.
+class AcCmColor
+{
+public:
+    [[nodiscard]] unsigned short colorIndex() const { return m_index; }
+
+    Acad::ErrorStatus setColorIndex(unsigned short index); // eInvalidInput above 256
+
+private:
+    unsigned short m_index = 256;
+};
+
+class AcDbSymbolTableRecord : public AcDbObject
+{
+    CORMA_HOST_CLASS(AcDbSymbolTableRecord)
+
+public:
+    /// A heap copy that the caller frees by acutDelString().
+    Acad::ErrorStatus getName(ACHAR*& name) const;
+    Acad::ErrorStatus getName(std::wstring& name) const;
+    Acad::ErrorStatus setName(const ACHAR* name); // eInvalidInput for an empty one
+
+protected:
+    using AcDbObject::AcDbObject;
+};
+
+/// Named records. Names compare without regard to case.
+class AcDbSymbolTable : public AcDbObject
+{
+    CORMA_HOST_CLASS(AcDbSymbolTable)
+
+public:
+    /// eKeyNotFound when there is no such record; `id` is then null. An erased record is found only
+    /// when it is asked for.
+    Acad::ErrorStatus getIdAt(const ACHAR* name, AcDbObjectId& id,
+                              bool getErasedRecord = false) const;
+    Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id,
+                            bool getErasedRecord = false) const;
+    Acad::ErrorStatus getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
+                            bool openErasedRecord = false) const;
+    bool has(const ACHAR* name) const;
+    bool has(AcDbObjectId id) const;
+
+    /// Puts a new record into the table; it must be open for write. The record belongs to the
+    /// drawing then, and the caller closes it; on failure it stays the caller's. eDuplicateKey for
+    /// a name that is there, eInvalidInput for a record without a name.
+    Acad::ErrorStatus add(AcDbSymbolTableRecord* record);
+    Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
+
+    /// A walk in the order of the table; the caller deletes it.
+    Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning = true,
+                                  bool skipDeleted = true) const;
+};
+
+class AcDbSymbolTableIterator
+{
+public:
+    void start(bool atBeginning = true, bool skipDeleted = true);
+    [[nodiscard]] bool done() const;
+    void step(bool forward = true, bool skipDeleted = true);
+    Acad::ErrorStatus getRecordId(AcDbObjectId& id) const; // eInvalidIndex behind the end
+    Acad::ErrorStatus getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
+                                bool openErased = false) const;
+
+private:
+    friend class AcDbSymbolTable;
+    AcDbSymbolTableIterator(AcDbStub* table, bool atBeginning, bool skipDeleted);
+
+    AcDbStub* m_table;
+    AcDbStub* m_at = nullptr;
+};
+
+class AcDbLayerTableRecord : public AcDbSymbolTableRecord
+{
+    CORMA_HOST_CLASS(AcDbLayerTableRecord)
+
+public:
+    /// White, continuous, without a name.
+    AcDbLayerTableRecord();
+
+    [[nodiscard]] AcCmColor color() const; // a layer that is off has its colour all the same
+    Acad::ErrorStatus setColor(const AcCmColor& color);
+    [[nodiscard]] AcDbObjectId linetypeObjectId() const;
+    Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId id);
+    [[nodiscard]] AcDb::LineWeight lineWeight() const;
+    [[nodiscard]] bool isFrozen() const;
+    [[nodiscard]] bool isOff() const;
+    [[nodiscard]] bool isLocked() const;
+};
+
+class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord
+{
+    CORMA_HOST_CLASS(AcDbLinetypeTableRecord)
+
+public:
+    AcDbLinetypeTableRecord();
+};
+
+class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord
+{
+    CORMA_HOST_CLASS(AcDbTextStyleTableRecord)
+
+public:
+    AcDbTextStyleTableRecord();
+};
+
+class AcDbViewportTableRecord : public AcDbSymbolTableRecord
+{
+    CORMA_HOST_CLASS(AcDbViewportTableRecord)
+
+public:
+    AcDbViewportTableRecord();
+};
+
+class AcDbLayerTable : public AcDbSymbolTable
+{
+    CORMA_HOST_CLASS(AcDbLayerTable)
+};
+
+class AcDbLinetypeTable : public AcDbSymbolTable
+{
+    CORMA_HOST_CLASS(AcDbLinetypeTable)
+};
+
+class AcDbTextStyleTable : public AcDbSymbolTable
+{
+    CORMA_HOST_CLASS(AcDbTextStyleTable)
+};
+
+class AcDbViewportTable : public AcDbSymbolTable
+{
+    CORMA_HOST_CLASS(AcDbViewportTable)
+};

@@ -1,0 +1,158 @@
+#pragma once
+
+// The host's geometry, as far as the library needs it. Coordinates and lengths are in drawing
+// units, angles in radians.
+
+#include "host/error_status.h"
+
+class AcGeMatrix3d;
+class AcGeVector3d;
+
+class AcGePoint3d
+{
+public:
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+
+    static const AcGePoint3d kOrigin;
+
+    AcGePoint3d() = default;
+
+    AcGePoint3d(double xx, double yy, double zz)
+        : x(xx)
+        , y(yy)
+        , z(zz)
+    {
+    }
+
+    AcGePoint3d& transformBy(const AcGeMatrix3d& matrix);
+    [[nodiscard]] AcGeVector3d asVector() const;
+    bool operator==(const AcGePoint3d&) const = default;
+
+    double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
+};
+
+class AcGeVector3d
+{
+public:
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+
+    static const AcGeVector3d kIdentity; // the zero vector
+    static const AcGeVector3d kXAxis;
+    static const AcGeVector3d kYAxis;
+    static const AcGeVector3d kZAxis;
+
+    AcGeVector3d() = default;
+
+    AcGeVector3d(double xx, double yy, double zz)
+        : x(xx)
+        , y(yy)
+        , z(zz)
+    {
+    }
+
+    /// Turned and scaled, but not moved.
+    AcGeVector3d& transformBy(const AcGeMatrix3d& matrix);
+    [[nodiscard]] double length() const;
+    [[nodiscard]] bool isZeroLength() const;
+
+    /// Of length 1; a zero vector stays one.
+    [[nodiscard]] AcGeVector3d normal() const;
+    [[nodiscard]] double dotProduct(const AcGeVector3d& other) const;
+    [[nodiscard]] AcGeVector3d crossProduct(const AcGeVector3d& other) const;
+
+    /// The angle from this one to other around axis, counter-clockwise, from 0 up to 2 pi.
+    [[nodiscard]] double angleTo(const AcGeVector3d& other, const AcGeVector3d& axis) const;
+
+    AcGeVector3d operator*(double factor) const;
+    AcGeVector3d operator+(const AcGeVector3d& other) const;
+    AcGeVector3d operator-(const AcGeVector3d& other) const;
+    AcGeVector3d operator-() const;
+    bool operator==(const AcGeVector3d&) const = default;
+
+    double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
+};
+
+AcGePoint3d operator+(const AcGePoint3d& point, const AcGeVector3d& vector);
+AcGePoint3d operator-(const AcGePoint3d& point, const AcGeVector3d& vector);
+AcGeVector3d operator-(const AcGePoint3d& to, const AcGePoint3d& from);
+
+class AcGeScale3d
+{
+public:
+    double sx = 1.0;
+    double sy = 1.0;
+    double sz = 1.0;
+
+    AcGeScale3d() = default;
+
+    AcGeScale3d(double x, double y, double z)
+        : sx(x)
+        , sy(y)
+        , sz(z)
+    {
+    }
+
+    bool operator==(const AcGeScale3d&) const = default;
+};
+
+/// An affine transformation: the columns are the images of the axes and of the origin.
+class AcGeMatrix3d
+{
+public:
+    double entry[4][4]; // [row][column]
+
+    static const AcGeMatrix3d kIdentity;
+
+    /// The identity.
+    AcGeMatrix3d();
+
+    AcGeMatrix3d& setToIdentity();
+
+    /// this = this * right: right is done first.
+    AcGeMatrix3d& postMultBy(const AcGeMatrix3d& right);
+
+    /// this = left * this: left is done last.
+    AcGeMatrix3d& preMultBy(const AcGeMatrix3d& left);
+    AcGeMatrix3d operator*(const AcGeMatrix3d& right) const;
+
+    AcGeMatrix3d& operator*=(const AcGeMatrix3d& right) { return postMultBy(right); }
+
+    AcGeMatrix3d& setToTranslation(const AcGeVector3d& vector);
+
+    /// Turned by an angle, counter-clockwise about an axis through a center.
+    AcGeMatrix3d& setToRotation(double angle, const AcGeVector3d& axis,
+                                const AcGePoint3d& center = AcGePoint3d::kOrigin);
+    AcGeMatrix3d& setToScaling(double factor, const AcGePoint3d& center = AcGePoint3d::kOrigin);
+    AcGeMatrix3d& setCoordSystem(const AcGePoint3d& origin, const AcGeVector3d& xAxis,
+                                 const AcGeVector3d& yAxis, const AcGeVector3d& zAxis);
+    void getCoordSystem(AcGePoint3d& origin, AcGeVector3d& xAxis, AcGeVector3d& yAxis,
+                        AcGeVector3d& zAxis) const;
+
+    /// From the plane through the origin with that normal (an object's own coordinates, by the
+    /// arbitrary axis rule) to world coordinates, and back.
+    AcGeMatrix3d& setToPlaneToWorld(const AcGeVector3d& normal);
+    AcGeMatrix3d& setToWorldToPlane(const AcGeVector3d& normal);
+
+    [[nodiscard]] double det() const;
+    [[nodiscard]] bool isSingular(double tolerance = 1e-10) const;
+
+    /// The inverse; the identity for a matrix that has none (ask isSingular()).
+    [[nodiscard]] AcGeMatrix3d inverse() const;
+
+    /// The factor by which all lengths grow, when it is the same in every direction and axes stay
+    /// at right angles; a mirroring counts. 0 when it is not the same.
+    [[nodiscard]] double uniformScale(double tolerance = 1e-9) const;
+
+    double operator()(unsigned int row, unsigned int column) const { return entry[row][column]; }
+
+    double& operator()(unsigned int row, unsigned int column) { return entry[row][column]; }
+
+    bool operator==(const AcGeMatrix3d& other) const;
+};
+
+AcGePoint3d operator*(const AcGeMatrix3d& matrix, const AcGePoint3d& point);
+AcGeVector3d operator*(const AcGeMatrix3d& matrix, const AcGeVector3d& vector);

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "host/error_status.h"
+#include "host/model/Group.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+class AcDbStub;
+
+namespace corma::platform {
+struct FileContent;
+}
+
+namespace corma::host {
+
+class Store;
+
+/// Versions of drawings by the number behind "AC" in $ACADVER.
+enum class DrawingVersion : short
+{
+    unknown = 0,
+    r10 = 1006,
+    r12 = 1009,
+    r13 = 1012,
+    r14 = 1014,
+    r2000 = 1015,
+    r2004 = 1018,
+    r2007 = 1021,
+    r2010 = 1024,
+    r2013 = 1027,
+    r2018 = 1032
+};
+
+/// How a drawing stands in its file. A format keeps the bytes of the file that it read; a record
+/// is decoded from them when it is asked for.
+class DrawingFormat
+{
+public:
+    DrawingFormat() = default;
+    DrawingFormat(const DrawingFormat&) = delete;
+    DrawingFormat& operator=(const DrawingFormat&) = delete;
+    virtual ~DrawingFormat() = default;
+
+    /// The groups of a record as it stands in the file. Never fails: what cannot be understood in a
+    /// group comes as an empty value that keeps its bytes.
+    [[nodiscard]] virtual Groups decode(const AcDbStub& stub) const = 0;
+
+    /// Writes the drawing in this format, in one step: the file is the old or the new one. Records
+    /// that were not changed are written as the bytes that they were.
+    [[nodiscard]] virtual Acad::ErrorStatus write(const Store& store,
+                                                  const std::wstring& path) const = 0;
+};
+
+} // namespace corma::host
