@@ -201,6 +201,9 @@ class Drawing:
         self._last_handle += 1
         return f"{self._last_handle:X}"
 
+    def skip_handles(self, count: int) -> None:
+        self._last_handle += count
+
     @property
     def seed(self) -> str:
         return f"{self._last_handle + 1:X}"
