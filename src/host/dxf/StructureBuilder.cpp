@@ -142,6 +142,7 @@ StructureBuilder::Section StructureBuilder::sectionNamed(std::string_view name)
         std::string_view name;
         Section section;
     };
+
     constexpr std::array kKnown
         = {Known {"TABLES", Section::tables}, Known {"BLOCKS", Section::blocks},
            Known {"ENTITIES", Section::entities}, Known {"OBJECTS", Section::objects}};
@@ -183,25 +184,11 @@ void StructureBuilder::closeSection()
     }
 }
 
-// Of several sections with one name the last one's end is the end of them all.
+// Of several sections with one name the first is the one that new records go to.
 void StructureBuilder::sectionEnds(AcDbStub* end)
 {
-    switch (m_section) {
-    case Section::tables:
-        m_structure.tablesEnd = end;
-        break;
-    case Section::blocks:
-        m_structure.blocksEnd = end;
-        break;
-    case Section::entities:
-        m_structure.entitiesEnd = end;
-        break;
-    case Section::objects:
-        m_structure.objectsEnd = end;
-        break;
-    case Section::none:
-    case Section::other:
-        break;
+    if (AcDbStub** const place = endOf(m_section); place != nullptr && *place == nullptr) {
+        *place = end;
     }
     m_section = Section::none;
     m_owner = nullptr;
@@ -259,7 +246,7 @@ void StructureBuilder::addToBlocks()
     } else if (m_block == nullptr) {
         append(RecordKind::structure);
     } else if (m_type == RecordType::blockEnd) {
-        blockEnds(appendObject(RecordKind::blockEnd, m_block));
+        blockEnds(appendObject(RecordKind::blockEnd, nullptr));
     } else {
         addEntity(m_block);
     }
@@ -277,10 +264,7 @@ void StructureBuilder::addBlock()
 void StructureBuilder::closeBlock()
 {
     if (m_block != nullptr) {
-        AcDbStub* const end = appendImplied(RecordKind::blockEnd, RecordType::blockEnd);
-        end->container = m_block;
-        m_store.giveHandle(*end, Handle::none);
-        blockEnds(end);
+        blockEnds(appendImplied(RecordKind::blockEnd, RecordType::blockEnd));
     }
 }
 
@@ -316,6 +300,24 @@ void StructureBuilder::addEntity(AcDbStub* block)
     } else if (!isOwned || m_type == RecordType::sequenceEnd) {
         m_owner = nullptr;
     }
+}
+
+AcDbStub** StructureBuilder::endOf(Section section)
+{
+    switch (section) {
+    case Section::tables:
+        return &m_structure.tablesEnd;
+    case Section::blocks:
+        return &m_structure.blocksEnd;
+    case Section::entities:
+        return &m_structure.entitiesEnd;
+    case Section::objects:
+        return &m_structure.objectsEnd;
+    case Section::none:
+    case Section::other:
+        break;
+    }
+    return nullptr;
 }
 
 Table& StructureBuilder::tableOf(TableKind kind)

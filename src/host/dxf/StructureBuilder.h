@@ -68,6 +68,7 @@ private:
     AcDbStub* appendImplied(RecordKind kind, RecordType type);
 
     static Section sectionNamed(std::string_view name);
+    AcDbStub** endOf(Section section);
     Table& tableOf(TableKind kind);
 
     void addInSection();
