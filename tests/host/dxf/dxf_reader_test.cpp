@@ -19,11 +19,11 @@ struct Row
     const char* records;
 };
 
-class Structure : public ::testing::TestWithParam<Row>
+class DxfStructure : public ::testing::TestWithParam<Row>
 {
 };
 
-TEST_P(Structure, EveryRecordHasItsPart)
+TEST_P(DxfStructure, EveryRecordHasItsPart)
 {
     for (const std::string& bytes : {dxfText(GetParam().groups), dxfText(GetParam().groups, "\r\n"),
                                      binaryDxf(GetParam().groups)}) {
@@ -159,7 +159,7 @@ structure EOF
 )"};
 
 INSTANTIATE_TEST_SUITE_P(
-    Whole, Structure,
+    Whole, DxfStructure,
     ::testing::Values(kWhole, Row {"OfNothingButAnEnd", "0 EOF\n", "\nstructure EOF\n"},
                       Row {"OfEntitiesAlone", R"(
 0 SECTION
@@ -276,7 +276,7 @@ structure EOF
 )"}),
     [](const auto& row) { return std::string(row.param.test); });
 
-INSTANTIATE_TEST_SUITE_P(Damaged, Structure,
+INSTANTIATE_TEST_SUITE_P(Damaged, DxfStructure,
                          ::testing::Values(Row {"WithoutTheEndOfTheFile", R"(
 0 SECTION
 2 ENTITIES
@@ -515,7 +515,7 @@ structure EOF
 
 // --- what leads to the records ---------------------------------------------------------------
 
-TEST(Reader, TheStoreFindsWhatTheFileHas)
+TEST(DxfReader, TheStoreFindsWhatTheFileHas)
 {
     DxfDrawing drawing(dxfText(kWhole.groups));
     Store& store = drawing.store;
@@ -536,7 +536,7 @@ TEST(Reader, TheStoreFindsWhatTheFileHas)
     EXPECT_EQ(store.firstEntity(*paper)->handle, Handle {0x30});
 }
 
-TEST(Reader, NewRecordsFindTheirPlaceInADamagedFile)
+TEST(DxfReader, NewRecordsFindTheirPlaceInADamagedFile)
 {
     DxfDrawing drawing(dxfText("0 SECTION\n2 ENTITIES\n0 LINE\n5 A\n0 EOF\n"));
     Block* const model = drawing.store.findBlock(L"*Model_Space");
@@ -546,7 +546,7 @@ TEST(Reader, NewRecordsFindTheirPlaceInADamagedFile)
     EXPECT_TRUE(entity->next->isImplied);
 }
 
-TEST(Reader, KeepsAByteOrderMarkAndEmptyLinesAheadOfEverything)
+TEST(DxfReader, KeepsAByteOrderMarkAndEmptyLinesAheadOfEverything)
 {
     for (const std::string preface :
          {"\xEF\xBB\xBF", "\n", " \r\n\r\n", "\xEF\xBB\xBF\n\n", "\n999\ncomment\n"}) {
@@ -559,7 +559,7 @@ TEST(Reader, KeepsAByteOrderMarkAndEmptyLinesAheadOfEverything)
     }
 }
 
-TEST(Reader, KeepsWhatStandsBehindTheEnd)
+TEST(DxfReader, KeepsWhatStandsBehindTheEnd)
 {
     const std::string whole = dxfText("0 SECTION\n2 ENTITIES\n0 ENDSEC\n");
     for (const std::string tail :
@@ -580,11 +580,11 @@ struct Refusal
     const wchar_t* message;
 };
 
-class Damage : public ::testing::TestWithParam<Refusal>
+class DxfDamage : public ::testing::TestWithParam<Refusal>
 {
 };
 
-TEST_P(Damage, IsToldInOneMessage)
+TEST_P(DxfDamage, IsToldInOneMessage)
 {
     const DxfDrawing drawing(GetParam().bytes, L"DIR/FILE");
     EXPECT_EQ(drawing.result.status, Acad::eBadDxfFile);
@@ -596,7 +596,7 @@ TEST_P(Damage, IsToldInOneMessage)
     L"; the file was not saved or copied to its end: copy it again, or use a backup"
 
 INSTANTIATE_TEST_SUITE_P(
-    Reader, Damage,
+    Reader, DxfDamage,
     ::testing::Values(
         Refusal {"NoCode", "0\nSECTION\n2\nENTITIES\n0\nLINE\nabc\nx\n",
                  L"DIR/FILE, line 7: a group code was expected, found \"abc\"" DAMAGED},
@@ -632,7 +632,7 @@ INSTANTIATE_TEST_SUITE_P(
                  L"DIR/FILE: ends in the middle of a group (byte 32)" NOT_TO_ITS_END}),
     [](const auto& row) { return std::string(row.param.test); });
 
-TEST(Reader, AFileThatIsCutAnywhereIsRefusedOrComesBack)
+TEST(DxfReader, AFileThatIsCutAnywhereIsRefusedOrComesBack)
 {
     for (const std::string& whole : {dxfText(kWhole.groups), binaryDxf(kWhole.groups)}) {
         std::size_t loaded = 0;

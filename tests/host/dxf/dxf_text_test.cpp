@@ -23,11 +23,11 @@ std::string nameOf(const ::testing::TestParamInfo<Row>& row)
     return row.param.test;
 }
 
-class BothWays : public ::testing::TestWithParam<Row>
+class TextAndValue : public ::testing::TestWithParam<Row>
 {
 };
 
-TEST_P(BothWays, AValueIsAText)
+TEST_P(TextAndValue, AValueIsAText)
 {
     const Row& row = GetParam();
     EXPECT_EQ(decodeText(row.value, pageOf(row)), row.text);
@@ -35,7 +35,7 @@ TEST_P(BothWays, AValueIsAText)
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    DxfText, BothWays,
+    DxfText, TextAndValue,
     ::testing::Values(
         Row {"Nothing", "ANSI_1252", "", L""}, Row {"Ascii", "ANSI_1252", " a b ", L" a b "},
         Row {"OfTheCodePage", "ANSI_1252", "caf\xE9", L"café"},
@@ -60,17 +60,17 @@ INSTANTIATE_TEST_SUITE_P(
         Row {"ACaretByteOfACharacter", "ANSI_932", "\x83\x5EJ", L"タJ"}),
     nameOf);
 
-class OneWay : public ::testing::TestWithParam<Row>
+class ValueAsText : public ::testing::TestWithParam<Row>
 {
 };
 
-TEST_P(OneWay, AValueIsReadAs)
+TEST_P(ValueAsText, AValueIsReadAs)
 {
     EXPECT_EQ(decodeText(GetParam().value, pageOf(GetParam())), GetParam().text);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    DxfText, OneWay,
+    DxfText, ValueAsText,
     ::testing::Values(Row {"AnEscapeThatNeedsNone", "ANSI_1252", "\\U+00E9\\U+0041", L"éA"},
                       Row {"AnEscapeInSmallLetters", "ANSI_1252", "\\U+00e9", L"é"},
                       Row {"AnEscapeInUtf8", nullptr, "\\U+00E9\xC3\xA9", L"éé"},

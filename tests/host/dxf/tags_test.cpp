@@ -32,17 +32,17 @@ struct TextRow
     const char* steps;
 };
 
-class TextFile : public ::testing::TestWithParam<TextRow>
+class TextDxfFile : public ::testing::TestWithParam<TextRow>
 {
 };
 
-TEST_P(TextFile, IsWalkedGroupByGroup)
+TEST_P(TextDxfFile, IsWalkedGroupByGroup)
 {
     EXPECT_EQ(walked(TextTags(GetParam().bytes)), GetParam().steps);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Tags, TextFile,
+    Tags, TextDxfFile,
     ::testing::Values(TextRow {"NothingAtAll", "", "end"},
                       TextRow {"LinesEndWithLf", "0\nA\n1\nB\n", "0=A|1=B|end"},
                       TextRow {"LinesEndWithCrLf", "0\r\nA\r\n1\r\nB\r\n", "0=A|1=B|end"},
@@ -83,18 +83,18 @@ std::string operator""_b(const char* bytes, std::size_t size)
     return {bytes, size};
 }
 
-class BinaryFile : public ::testing::TestWithParam<BinaryRow>
+class BinaryDxfFile : public ::testing::TestWithParam<BinaryRow>
 {
 };
 
-TEST_P(BinaryFile, IsWalkedGroupByGroup)
+TEST_P(BinaryDxfFile, IsWalkedGroupByGroup)
 {
     const std::string& bytes = GetParam().bytes;
     EXPECT_EQ(walked(BinaryTags(bytes, codesOf(bytes))), GetParam().steps);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Tags, BinaryFile,
+    Tags, BinaryDxfFile,
     ::testing::Values(
         BinaryRow {"NothingAtAll", "", "end"},
         BinaryRow {"CodesOfTwoBytes", "\0\0A\0\x08\0B\0"_b, "0=A|8=B|end"},
