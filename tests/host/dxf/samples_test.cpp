@@ -20,6 +20,8 @@ using corma::testing::described;
 using corma::testing::DxfDrawing;
 namespace fs = std::filesystem;
 
+constexpr const char* kTestData = CORMA_SOURCE_FOLDER "/tests/data";
+
 std::vector<fs::path> drawingsBelow(const fs::path& folder)
 {
     std::vector<fs::path> found;
@@ -164,7 +166,7 @@ TEST(DxfSamples, RealDrawingsKeepEveryByteAndValue)
 TEST(DxfSamples, WholeDrawingsKeepEveryByteAndValue)
 {
     int count = 0;
-    for (const fs::path& path : drawingsBelow(CORMA_TEST_DATA)) {
+    for (const fs::path& path : drawingsBelow(kTestData)) {
         if (path.parent_path().filename() != "damaged") {
             checkDrawing(path);
             ++count;
@@ -199,7 +201,7 @@ TEST(DxfSamples, DamagedDrawingsComeBackOrAreRefused)
                                            "truncated_value",
                                            "xml"};
     std::set<std::string> found;
-    for (const fs::path& path : drawingsBelow(fs::path(CORMA_TEST_DATA) / "damaged")) {
+    for (const fs::path& path : drawingsBelow(fs::path(kTestData) / "damaged")) {
         const DxfDrawing drawing(bytesOf(path));
         if (drawing.result.status == Acad::eOk) {
             checkDrawing(path);
