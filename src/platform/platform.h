@@ -117,6 +117,30 @@ std::optional<FileContent> readFile(const NativePath& path);
 /// then untouched and nothing is left behind.
 [[nodiscard]] bool replaceFile(std::wstring_view path, std::string_view bytes);
 
+/// The same for content that comes in pieces. What was not committed goes away with the object.
+class FileReplacement
+{
+public:
+    explicit FileReplacement(std::wstring_view path);
+    FileReplacement(const FileReplacement&) = delete;
+    FileReplacement& operator=(const FileReplacement&) = delete;
+    ~FileReplacement();
+
+    /// Puts bytes behind those before. Small ones are gathered. False once something failed.
+    bool write(std::string_view bytes);
+
+    /// The file takes its place; nothing can be written any more. False, and what was there is
+    /// untouched, when anything failed since the beginning.
+    [[nodiscard]] bool commit();
+
+    /// True when there was no room for the file.
+    [[nodiscard]] bool wasDiskFull() const;
+
+private:
+    class Target;
+    std::unique_ptr<Target> m_target;
+};
+
 // --- environment ---------------------------------------------------------------------------------
 
 std::optional<std::wstring> environmentVariable(std::wstring_view name);

@@ -139,6 +139,7 @@ public:
     explicit TemporaryFile(const std::filesystem::path& target)
         : m_path(target.native() + ".XXXXXX")
         , m_descriptor(::mkostemp(m_path.data(), O_CLOEXEC))
+        , m_isThere(m_descriptor.isOpen())
     {
     }
 
@@ -147,28 +148,11 @@ public:
 
     ~TemporaryFile()
     {
-        if (m_descriptor.isOpen() || m_written) {
+        if (m_isThere) {
             ::unlink(m_path.c_str());
         }
     }
 
-    bool write(std::string_view bytes, const Belongings& belongings)
-    {
-        m_written = m_descriptor.isOpen() && take(belongings) && writeAll(m_descriptor.get(), bytes)
-            && ::fsync(m_descriptor.get()) == 0;
-        return m_written && m_descriptor.close();
-    }
-
-    bool takeNameOf(const std::filesystem::path& target)
-    {
-        if (::rename(m_path.c_str(), target.c_str()) != 0) {
-            return false;
-        }
-        m_written = false;
-        return true;
-    }
-
-private:
     // Only root can give a file to another owner; for anyone else the file is their own from now
     // on.
     bool take(const Belongings& belongings)
@@ -176,12 +160,25 @@ private:
         const int file = m_descriptor.get();
         const bool isGiven = ::fchown(file, belongings.owner, belongings.group) == 0;
         const mode_t asOwner = belongings.mode & 0777;
-        return ::fchmod(file, isGiven ? belongings.mode : asOwner) == 0;
+        return m_isThere && ::fchmod(file, isGiven ? belongings.mode : asOwner) == 0;
     }
 
+    bool write(std::string_view bytes) { return writeAll(m_descriptor.get(), bytes); }
+
+    bool takeNameOf(const std::filesystem::path& target)
+    {
+        if (::fsync(m_descriptor.get()) != 0 || !m_descriptor.close()
+            || ::rename(m_path.c_str(), target.c_str()) != 0) {
+            return false;
+        }
+        m_isThere = false;
+        return true;
+    }
+
+private:
     std::string m_path;
     Descriptor m_descriptor;
-    bool m_written = false;
+    bool m_isThere;
 };
 
 // The file that a link means, so that the link itself stays; it need not be there. Nothing for
@@ -266,19 +263,99 @@ std::optional<FileContent> readFile(const NativePath& path)
     return file.isOpen() ? readOpen(file.get()) : std::nullopt;
 }
 
+class FileReplacement::Target
+{
+public:
+    explicit Target(std::wstring_view path)
+        : m_path(behindLinks(locate(path)))
+    {
+        const auto belongings = m_path ? belongingsOf(*m_path) : std::nullopt;
+        if (belongings) {
+            m_file.emplace(*m_path);
+            m_hasFailed = !note(m_file->take(*belongings));
+        }
+    }
+
+    bool write(std::string_view bytes)
+    {
+        constexpr std::size_t kMostGathered = 0x10000;
+        if (m_gathered.size() + bytes.size() > kMostGathered) {
+            flush();
+        }
+        if (bytes.size() < kMostGathered) {
+            m_gathered += bytes;
+        } else if (!m_hasFailed) {
+            m_hasFailed = !note(m_file->write(bytes));
+        }
+        return !m_hasFailed;
+    }
+
+    bool commit()
+    {
+        flush();
+        if (!m_hasFailed) {
+            m_hasFailed = !note(m_file->takeNameOf(*m_path));
+        }
+        m_file.reset();
+        if (m_hasFailed) {
+            return false;
+        }
+        m_hasFailed = true; // there is no file any more to write to
+        flushFolder(m_path->has_parent_path() ? m_path->parent_path() : ".");
+        return true;
+    }
+
+    [[nodiscard]] bool wasDiskFull() const { return m_wasDiskFull; }
+
+private:
+    void flush()
+    {
+        if (!m_hasFailed && !m_gathered.empty()) {
+            m_hasFailed = !note(m_file->write(m_gathered));
+        }
+        m_gathered.clear();
+    }
+
+    // Of a failure the reason that can be told from the others.
+    bool note(bool isDone)
+    {
+        m_wasDiskFull = !isDone && (errno == ENOSPC || errno == EDQUOT || errno == EFBIG);
+        return isDone;
+    }
+
+    std::optional<std::filesystem::path> m_path;
+    std::optional<TemporaryFile> m_file;
+    std::string m_gathered;
+    bool m_hasFailed = true;
+    bool m_wasDiskFull = false;
+};
+
+FileReplacement::FileReplacement(std::wstring_view path)
+    : m_target(std::make_unique<Target>(path))
+{
+}
+
+FileReplacement::~FileReplacement() = default;
+
+bool FileReplacement::write(std::string_view bytes)
+{
+    return m_target->write(bytes);
+}
+
+bool FileReplacement::commit()
+{
+    return m_target->commit();
+}
+
+bool FileReplacement::wasDiskFull() const
+{
+    return m_target->wasDiskFull();
+}
+
 bool replaceFile(std::wstring_view path, std::string_view bytes)
 {
-    const auto target = behindLinks(locate(path));
-    const auto belongings = target ? belongingsOf(*target) : std::nullopt;
-    if (!belongings) {
-        return false;
-    }
-    TemporaryFile temporary(*target);
-    if (!temporary.write(bytes, *belongings) || !temporary.takeNameOf(*target)) {
-        return false;
-    }
-    flushFolder(target->has_parent_path() ? target->parent_path() : ".");
-    return true;
+    FileReplacement file(path);
+    return file.write(bytes) && file.commit();
 }
 
 } // namespace corma::platform

@@ -1,0 +1,227 @@
+#include "host/dxf/dxf_reader.h"
+
+#include "host/dxf/DxfFormat.h"
+#include "host/dxf/StructureBuilder.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace corma::host::dxf {
+
+namespace {
+
+constexpr const wchar_t* kNoCode = L"a group code was expected, found ";
+constexpr const wchar_t* kNotToItsEnd = L"; the file was not saved or copied to its end: copy it "
+                                        L"again, or use a backup";
+constexpr const wchar_t* kDamaged = L"; the file is damaged: use a backup, or save the drawing "
+                                    L"again in the CAD program";
+
+constexpr std::uint64_t kMostOfRecord = std::numeric_limits<std::uint32_t>::max();
+
+// What stopped the reading, and where.
+struct Trouble
+{
+    enum class Kind : unsigned char
+    {
+        none,
+        noCode,
+        cutOff,
+        cutOffSection,
+        tooLarge
+    };
+
+    Kind kind = Kind::none;
+    const char* at = nullptr;
+    std::wstring found {}; // in place of a group code, or the name of a section
+};
+
+// Makes the records of a file in one pass over its groups.
+template<class Tags> class FileReader
+{
+public:
+    FileReader(Tags tags, std::string_view file, Store& store)
+        : m_tags(tags)
+        , m_file(file)
+        , m_builder(store)
+    {
+    }
+
+    Trouble read()
+    {
+        Step step = Step::group;
+        do {
+            step = m_tags.next();
+        } while (step == Step::group && m_tags.code() != code::type);
+        const auto preface = static_cast<std::uint64_t>(m_tags.begin() - m_file.data());
+        if (preface > kMostOfRecord) {
+            return {Trouble::Kind::tooLarge, m_file.data()};
+        }
+        m_builder.addPreface(static_cast<std::uint32_t>(preface));
+        bool hasRecords = false;
+        while (step == Step::group) {
+            step = readRecord();
+            hasRecords = true;
+        }
+        return troubleAfter(step, hasRecords);
+    }
+
+    Store::Structure finish() { return m_builder.finish(); }
+
+private:
+    // From a group of code 0 to the next one.
+    Step readRecord()
+    {
+        const char* const begin = m_tags.begin();
+        m_record = {};
+        m_record.type = trimmed(m_tags.value());
+        Step step = Step::end;
+        if (m_record.type == "EOF") {
+            m_tags.skipAll();
+            m_hasEnd = true;
+        } else {
+            step = readGroups();
+        }
+        if (step != Step::group && step != Step::end) {
+            return step;
+        }
+        const char* const end = step == Step::group ? m_tags.begin() : m_tags.end();
+        const auto size = static_cast<std::uint64_t>(end - begin);
+        if (size > kMostOfRecord) {
+            m_isTooLarge = true;
+            return Step::cutOff;
+        }
+        m_record.offset = static_cast<std::uint64_t>(begin - m_file.data());
+        m_record.size = static_cast<std::uint32_t>(size);
+        m_builder.add(m_record);
+        return step;
+    }
+
+    // Behind the first subclass marker the code of the handle is data, behind the second one that
+    // of paper space, and in embedded objects and extended data both are.
+    Step readGroups()
+    {
+        const int handleCode = m_record.type == "DIMSTYLE" ? code::dimStyleHandle : code::handle;
+        int partsOver = 0;
+        for (;;) {
+            const Step step = m_tags.next();
+            const int groupCode = m_tags.code();
+            if (step != Step::group || groupCode == code::type) {
+                return step;
+            }
+            if (groupCode == handleCode && partsOver == 0 && m_record.handle.empty()) {
+                m_record.handle = m_tags.value();
+            } else if (groupCode == code::name && m_record.name.empty()) {
+                m_record.name = trimmed(m_tags.value());
+            } else if (groupCode == code::paperSpace && partsOver < 2) {
+                m_record.isPaperSpace = m_tags.smallNumber() != 0;
+            } else if (groupCode == code::subclass) {
+                ++partsOver;
+            } else if (groupCode == code::braces) {
+                partsOver = std::max(partsOver, 1);
+            } else if (groupCode == code::embeddedObject || groupCode == code::application) {
+                partsOver = 2;
+            }
+        }
+    }
+
+    Trouble troubleAfter(Step step, bool hasRecords) const
+    {
+        if (m_isTooLarge) {
+            return {Trouble::Kind::tooLarge, m_tags.begin()};
+        }
+        if (step == Step::noCode) {
+            return {Trouble::Kind::noCode, m_tags.begin()};
+        }
+        if (step == Step::cutOff || !hasRecords) {
+            return {Trouble::Kind::cutOff, m_tags.begin()};
+        }
+        if (!m_hasEnd && m_builder.isInSection()) {
+            return {Trouble::Kind::cutOffSection, m_tags.begin(),
+                    fromUtf8(m_builder.sectionName())};
+        }
+        return {};
+    }
+
+    Tags m_tags;
+    std::string_view m_file;
+    StructureBuilder m_builder;
+    FileRecord m_record;
+    bool m_hasEnd = false;
+    bool m_isTooLarge = false;
+};
+
+// What stands in place of a group code: the line, or the number that it would be.
+std::wstring foundAt(std::string_view bytes, bool isBinary)
+{
+    if (isBinary) {
+        return std::to_wstring(static_cast<unsigned char>(bytes[0])
+                               + 256 * static_cast<unsigned char>(bytes[1]));
+    }
+    constexpr std::size_t kMostShown = 40;
+    std::wstring line
+        = fromUtf8(bytes.substr(0, std::min(bytes.find_first_of("\r\n"), kMostShown)));
+    std::replace_if(
+        line.begin(), line.end(), [](wchar_t c) { return c < L' '; }, L'?');
+    return L'"' + line + L'"';
+}
+
+std::wstring described(const Trouble& trouble, const std::wstring& path, std::string_view file,
+                       bool isBinary)
+{
+    const auto at = static_cast<std::size_t>(trouble.at - file.data());
+    const auto lines = std::count(file.data(), trouble.at, '\n') + 1;
+    const std::wstring place
+        = isBinary ? L"byte " + std::to_wstring(at) : L"line " + std::to_wstring(lines);
+    switch (trouble.kind) {
+    case Trouble::Kind::none:
+        break;
+    case Trouble::Kind::noCode:
+        return path + L", " + place + L": " + kNoCode + foundAt(file.substr(at), isBinary)
+            + kDamaged;
+    case Trouble::Kind::cutOff:
+        return path + L": ends in the middle of a group (" + place + L")" + kNotToItsEnd;
+    case Trouble::Kind::cutOffSection:
+        return path + L": ends in the middle of the section " + trouble.found + L" (" + place + L")"
+            + kNotToItsEnd;
+    case Trouble::Kind::tooLarge:
+        return path + L", " + place + L": an object has more than 4 GB" + kDamaged;
+    }
+    return {};
+}
+
+template<class Tags>
+ReadResult readAll(Tags tags, std::unique_ptr<DxfFormat> format, const std::wstring& path,
+                   Store& store)
+{
+    FileReader<Tags> reader(tags, format->bytes(), store);
+    const Trouble trouble = reader.read();
+    if (trouble.kind != Trouble::Kind::none) {
+        return {Acad::eBadDxfFile,
+                described(trouble, path, format->bytes(), format->form().isBinary)};
+    }
+    Store::Structure structure = reader.finish();
+    if (structure.header != nullptr) {
+        format->learnCharacters(*structure.header);
+    }
+    store.finishLoading(std::move(structure), std::move(format));
+    return {};
+}
+
+} // namespace
+
+ReadResult readDxf(platform::FileContent content, const std::wstring& path, Store& store)
+{
+    constexpr std::size_t kUsualSizeOfRecord = 200;
+    store.reserve(content.size / kUsualSizeOfRecord);
+    auto format = std::make_unique<DxfFormat>(std::move(content));
+    const std::string_view file = format->bytes();
+    const std::string_view groups = file.substr(prefaceOf(file));
+    if (format->form().isBinary) {
+        const BinaryTags tags(groups, format->form().codes);
+        return readAll(tags, std::move(format), path, store);
+    }
+    return readAll(TextTags(groups), std::move(format), path, store);
+}
+
+} // namespace corma::host::dxf
