@@ -44,9 +44,8 @@ public:
     /// eInvalidDwgVersion in a drawing that has no place for it.
     Acad::ErrorStatus setAt(const ACHAR* name, AcDbObject* value, AcDbObjectId& id);
 
-    /// Takes an entry out. The object is no longer anyone's and is erased with it when this
-    /// dictionary owns it and nobody has it open; one that is open is left to be erased by who has
-    /// it.
+    /// Takes an entry out. The object is not erased, but is no longer anyone's: it is not saved
+    /// unless it is put into another dictionary. eKeyNotFound, eNotOpenForWrite.
     Acad::ErrorStatus remove(const ACHAR* name);
     Acad::ErrorStatus remove(const ACHAR* name, AcDbObjectId& formerId);
     Acad::ErrorStatus remove(AcDbObjectId id);
@@ -70,7 +69,7 @@ private:
     struct Entry
     {
         corma::host::Group name;
-        corma::host::Group object; // a handle
+        corma::host::Group object; // its handle; the code tells whether it is owned
         bool isRemoved = false;
     };
 

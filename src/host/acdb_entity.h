@@ -28,11 +28,7 @@ public:
     /// entity then stays as it was.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
 
-protected:
     using AcDbObject::AcDbObject;
-    AcDbEntity() = default;
-
-    friend class corma::host::Store;
 };
 
 /// A single line of text.

@@ -146,9 +146,10 @@ public:
 
     [[nodiscard]] AcDbStub* stub() const { return m_stub; }
 
-protected:
+    /// An object without groups, for a record of a drawing that has them.
     AcDbObject() = default;
 
+protected:
     /// A new record of that type name, such as L"XRECORD", without a handle.
     explicit AcDbObject(const wchar_t* dxfType);
 
@@ -196,6 +197,10 @@ namespace corma::host {
 
 /// How many openings there are that were not closed, over all drawings.
 int openObjectCount();
+
+/// Marks an object that has just got into a drawing as open for write: whoever put it there closes
+/// it.
+void openForWrite(AcDbObject& newObject);
 
 /// An open object that is closed when the guard goes.
 template<class Object> class Opened

@@ -46,7 +46,6 @@ public:
     Acad::ErrorStatus getName(std::wstring& name) const;
     Acad::ErrorStatus setName(const ACHAR* name); // eInvalidInput for an empty one
 
-protected:
     using AcDbObject::AcDbObject;
 };
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -74,6 +75,16 @@ struct Group
     Group(int groupCode, GroupValue groupValue)
         : code(groupCode)
         , value(std::move(groupValue))
+    {
+    }
+
+    Group(int groupCode, double number)
+        : Group(groupCode, GroupValue(number))
+    {
+    }
+
+    Group(int groupCode, Handle named)
+        : Group(groupCode, GroupValue(named))
     {
     }
 
@@ -188,7 +199,7 @@ public:
     /// Takes the first group with that code out of a range, if there is one.
     void remove(int code, GroupRange in);
 
-    /// Its own handle, from code 5 or 105 ahead of the first subclass.
+    /// Its own handle, ahead of the first subclass: code 5, or for a DIMSTYLE code 105.
     [[nodiscard]] Handle ownHandle() const;
 
     /// The handle of its owner: the 330 outside braces and ahead of the first subclass.

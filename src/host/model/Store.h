@@ -48,11 +48,24 @@ struct Table
 /// of the current paper space, which stand in a section of their own.
 struct Block
 {
+    /// Which records of the section ENTITIES are its own.
+    enum class Share : std::uint8_t
+    {
+        none,
+        modelSpace,
+        paperSpace
+    };
+
     AcDbStub* record = nullptr; // the BLOCK_RECORD, or the BLOCK itself where there are none (R12)
     AcDbStub* begin = nullptr; // null for an implied one
-    AcDbStub* end = nullptr;
+    AcDbStub* end = nullptr; // null where the file lacks it
     std::wstring name;
+    Share share = Share::none;
+    std::size_t position = 0; // among the blocks
 };
+
+/// The table that the blocks of a drawing are entries of.
+inline constexpr TableKind kBlockTable = TableKind::blockRecord;
 
 /// The records of one drawing, in the order of its file, and what leads to them: handles, tables,
 /// blocks, header variables. It owns the records, and the objects that are in memory for them.
@@ -102,86 +115,122 @@ public:
 
     [[nodiscard]] AcDbStub* find(Handle handle) const;
 
+    /// The first record of the file; the others follow by AcDbStub::next.
     [[nodiscard]] AcDbStub* first() const { return m_first; }
 
-    [[nodiscard]] std::size_t recordCount() const { return m_stubs.size(); }
+    [[nodiscard]] std::size_t recordCount() const { return m_count; }
 
     /// The groups of a record: those in memory where there are any, else decoded from the file.
     [[nodiscard]] Groups groupsOf(const AcDbStub& stub) const;
 
-    /// A text of a record without keeping the record in memory.
+    /// A text of a record, without keeping the record in memory.
     [[nodiscard]] std::wstring textOf(const AcDbStub& stub, int code) const;
 
-    /// A new record with a new handle, before another one. Its object is given by setResident().
-    AcDbStub* insertBefore(AcDbStub& place, RecordKind kind, RecordType type);
+    /// A new entity at the end of a block, or a sub-entity before the end of its entity's. The
+    /// record has a handle; its object, with groups, is still to be given by setResident().
+    AcDbStub* appendEntity(Block& block, RecordType type);
+    AcDbStub* appendSubEntity(AcDbStub& entity, RecordType type);
 
-    /// The same as the last object of the drawing; makes the section OBJECTS where it is missing.
+    /// A new record as the last object of the drawing, in the same way.
     AcDbStub* appendObject(RecordType type);
+
+    /// A new entry at the end of a table, in the same way; makes the table where the file lacks it.
+    AcDbStub* appendEntry(TableKind table, RecordType type, std::wstring_view name);
 
     /// The object in memory for a record, made from its groups when there is none yet.
     AcDbObject& resident(AcDbStub& stub);
-    void setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object);
 
-    /// Lets go of an object that nobody has open and that holds nothing that the file does not.
+    /// Gives a new record its object. Handle and owner are put into its groups.
+    void setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Handle owner);
+
+    /// Lets go of the object in memory when it holds nothing that the file does not.
     void release(AcDbStub& stub);
+
+    /// Marks a record as erased, with all that it owns, or takes the marks away.
+    void erase(AcDbStub& stub, bool erasing);
+
+    /// The record that owns another by its place or by what it says; null when there is none.
+    [[nodiscard]] AcDbStub* ownerOf(const AcDbStub& stub) const;
 
     /// A handle that was never used in the drawing; $HANDSEED grows.
     Handle newHandle();
 
-    // --- what leads to records -----------------------------------------------------------------
+    /// True when the records of the drawing bear their handles.
+    [[nodiscard]] bool writesHandles() const;
 
-    /// Implied where the file lacks it. Entries: see firstIn() and the chain.
-    AcDbStub* table(TableKind kind);
+    // --- tables --------------------------------------------------------------------------------
+
+    /// Implied where the file lacks it.
+    AcDbStub& table(TableKind kind);
     [[nodiscard]] std::optional<TableKind> kindOfTable(const AcDbStub& table) const;
 
-    /// The entry of a table by its name, without regard to case; erased ones only when asked for.
+    // The entries of a table in order, erased ones included; null at the end.
+    AcDbStub* firstEntry(TableKind table);
+    AcDbStub* lastEntry(TableKind table);
+    AcDbStub* entryBehind(TableKind table, const AcDbStub& entry);
+    AcDbStub* entryBefore(TableKind table, const AcDbStub& entry);
+
+    /// The entry of a name, without regard to case; an erased one only when asked for and when
+    /// there is no other.
     AcDbStub* findEntry(TableKind table, std::wstring_view name, bool evenErased = false);
 
-    /// Puts a new entry at the end of a table, and makes the table where the file lacks it.
-    AcDbStub* addEntry(TableKind table, const std::wstring& name);
+    /// The name of a table's entry.
+    [[nodiscard]] std::wstring nameOfEntry(const AcDbStub& entry);
 
-    /// A name came, went or changed: the names of a table are looked at anew.
+    /// A name changed: the names of a table are looked at anew.
     void forgetNames(TableKind table);
 
-    /// The definition that a record of the block table stands for; null for another record.
+    // --- blocks --------------------------------------------------------------------------------
+
+    /// The definition that a record of the block table, a BLOCK or an ENDBLK stands for.
     Block* blockOf(const AcDbStub& record);
+
+    /// By name, without regard to case; null when there is none, or an erased one only.
     Block* findBlock(std::wstring_view name);
     std::deque<Block>& blocks();
 
-    /// A new definition: its record, BLOCK and ENDBLK. The name must not be there yet.
-    Block& addBlock(const std::wstring& name, std::wstring_view layer = L"0");
+    /// A new definition; the name must not be there yet.
+    Block& addBlock(const std::wstring& name);
+
+    /// Gives a block another name; it must be open for that in no other way.
+    void renameBlock(Block& block, const std::wstring& name);
 
     /// The block that an entity is in; null for a record that is in none.
     Block* spaceOf(const AcDbStub& entity);
 
-    // Entities of a block, erased ones included: null at the end. Sub-entities are passed over.
-    AcDbStub* firstEntity(const Block& block) const;
-    AcDbStub* lastEntity(const Block& block) const;
-    AcDbStub* entityBehind(const Block& block, const AcDbStub& entity) const;
-    AcDbStub* entityBefore(const Block& block, const AcDbStub& entity) const;
-
-    /// The record before which a new entity of a block goes.
-    AcDbStub& placeForEntity(Block& block);
+    // Entities of a block in order, erased ones included: null at the end. Sub-entities are passed
+    // over.
+    [[nodiscard]] AcDbStub* firstEntity(const Block& block) const;
+    [[nodiscard]] AcDbStub* lastEntity(const Block& block) const;
+    [[nodiscard]] AcDbStub* entityBehind(const Block& block, const AcDbStub& entity) const;
+    [[nodiscard]] AcDbStub* entityBefore(const Block& block, const AcDbStub& entity) const;
 
     // The sub-entities of an entity, erased ones included, SEQEND among them.
-    AcDbStub* firstSubEntity(const AcDbStub& entity) const;
-    AcDbStub* subEntityBehind(const AcDbStub& subEntity) const;
+    [[nodiscard]] static AcDbStub* firstSubEntity(const AcDbStub& entity);
+    [[nodiscard]] static AcDbStub* subEntityBehind(const AcDbStub& subEntity);
 
-    /// The dictionary that all others hang on; null where the drawing cannot have one (R12).
-    AcDbStub* namedObjects();
+    // --- dictionaries --------------------------------------------------------------------------
+
+    /// The dictionary that all others hang on. Implied where the file lacks it.
+    AcDbStub& namedObjects();
+
+    /// Gives an implied root dictionary its place in the file. eInvalidDwgVersion when the version
+    /// of the drawing has none (R12 and before).
+    Acad::ErrorStatus makeRoomForObjects();
 
     // --- header --------------------------------------------------------------------------------
 
     [[nodiscard]] DrawingVersion version() const { return m_version; }
 
-    /// $ACADVER as it stands, such as "AC1015"; empty when there is none.
-    [[nodiscard]] const std::string& versionText() const { return m_versionText; }
+    /// $ACADVER as it stands, such as L"AC1015"; empty when there is none.
+    [[nodiscard]] const std::wstring& versionText() const { return m_versionText; }
 
     /// The groups of a header variable; empty when the drawing does not have it.
-    [[nodiscard]] std::vector<Group> variable(std::wstring_view name) const; // "$TILEMODE"
-    [[nodiscard]] std::int64_t integerVariable(std::wstring_view name, std::int64_t fallback) const;
-    [[nodiscard]] Point pointVariable(std::wstring_view name, Point fallback) const;
-    void setVariable(std::wstring_view name, Group value);
+    [[nodiscard]] Groups variable(std::wstring_view name) const; // L"$TILEMODE"
+
+    /// Gives a variable a value, in place of the one of the same code. Nothing happens in a drawing
+    /// that has no header.
+    void setVariable(std::wstring_view name, const Group& value);
 
     // --- saving --------------------------------------------------------------------------------
 
@@ -196,51 +245,78 @@ public:
     void markSaved() { m_isChanged = false; }
 
 private:
-    struct HeaderVariables;
+    struct Header;
+    using Names = std::unordered_map<std::wstring, AcDbStub*>; // folded name; erased ones, too
 
-    AcDbStub* newStub(RecordKind kind, RecordType type);
-    void link(AcDbStub& stub, AcDbStub* before);
-    AcDbStub* structureBefore(AcDbStub& place, RecordType type, std::vector<Group> groups);
-    void ensureTablesSection();
-    void ensureTable(TableKind kind);
-    void ensureObjectsSection();
-    void buildBlocks();
-    HeaderVariables& header() const;
-
-    AcDbDatabase* m_database;
-    std::unique_ptr<DrawingFormat> m_format;
-    std::deque<AcDbStub> m_stubs;
-    AcDbStub* m_first = nullptr;
-    AcDbStub* m_last = nullptr;
-    Structure m_structure;
-    DrawingVersion m_version = DrawingVersion::unknown;
-    std::string m_versionText;
-    bool m_isChanged = false;
-    std::uint64_t m_nextHandle = 1;
-
-    // Open addressing; the load stays below one half.
+    // Open addressing; at most half of the slots are taken.
     struct HandleSlot
     {
         Handle handle = Handle::none;
         AcDbStub* stub = nullptr;
     };
 
+    AcDbStub* newStub(RecordKind kind, RecordType type);
+    AcDbStub* insertBefore(AcDbStub* place, RecordKind kind, RecordType type);
+    AcDbStub* insertStructure(AcDbStub* place, RecordKind kind, std::vector<Group> groups);
+    void link(AcDbStub& stub, AcDbStub* before);
     void growHandles(std::size_t count);
+    bool enterHandle(AcDbStub& stub);
+    void giveMissingHandles();
+    Handle nextHandle();
+    void noteHandles();
+    void readVersion();
+    void implyTables();
+    void implyNamedObjects();
+    void ensureTablesSection();
+    void ensureTable(TableKind kind);
+    void ensureEntitiesSection();
+    void ensureBlocksSection();
+    AcDbStub* insertBlockRecord(RecordKind kind, std::vector<Group> groups, Handle owner);
+    AcDbStub* nextOfTable(TableKind table, AcDbStub* at) const;
+    void buildBlocks();
+    Block& enterBlock(Block block);
+    void buildNames(TableKind table);
+    Names& names(TableKind table);
+    AcDbStub* impliedStub(RecordKind kind, RecordType type, std::vector<Group> groups);
+    [[nodiscard]] bool isOwn(const Block& block, const AcDbStub& stub) const;
+    [[nodiscard]] AcDbStub* sectionBehind(const Block& block) const;
+    AcDbStub* placeBehind(const Block& block) const;
+    void collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned) const;
+    Header& header() const;
+
+    AcDbDatabase* m_database;
+    std::unique_ptr<DrawingFormat> m_format;
+
+    static constexpr std::size_t kStubsInPiece = 4096;
+    std::vector<std::unique_ptr<AcDbStub[]>> m_pieces;
+    std::size_t m_count = 0;
+    AcDbStub* m_first = nullptr;
+    AcDbStub* m_last = nullptr;
+    Structure m_structure;
+    AcDbStub* m_namedObjects = nullptr;
+    std::unordered_map<const AcDbStub*, Groups> m_newGroups; // of new records without an object
+
+    DrawingVersion m_version = DrawingVersion::unknown;
+    std::wstring m_versionText;
+    bool m_isChanged = false;
+
+    std::uint64_t m_nextHandle = 1;
     std::vector<HandleSlot> m_handles;
     std::size_t m_handleCount = 0;
 
     std::vector<std::string> m_typeNames;
     std::unordered_map<std::string, RecordType> m_types;
-
-    using Names = std::unordered_map<std::wstring, AcDbStub*>; // by folded name; erased ones, too
     std::array<std::optional<Names>, kTableCount> m_names;
 
     bool m_hasBlocks = false;
     std::deque<Block> m_blocks;
-    std::unordered_map<const AcDbStub*, Block*> m_blocksByStub; // of record and begin
+    std::unordered_map<const AcDbStub*, Block*> m_blocksByStub; // of record, begin and end
     std::unordered_map<std::wstring, Block*> m_blocksByName; // folded
 
-    mutable std::unique_ptr<HeaderVariables> m_header;
+    mutable std::unique_ptr<Header> m_header;
 };
+
+/// The text of names in tables and dictionaries as they compare: without regard to case.
+std::wstring foldedName(std::wstring_view name);
 
 } // namespace corma::host

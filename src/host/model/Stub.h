@@ -81,6 +81,7 @@ public:
     bool isErased : 1 = false;
     bool isChanged : 1 = false; // its groups in memory are what gets written, not its bytes
     bool isImplied : 1 = false; // the file means it without saying it; it is not written
+    bool isLoose : 1 = false; // taken out of its dictionary; not written unless it finds another
     bool isPaperSpace : 1 = false; // an entity of the section ENTITIES that is in paper space
     bool ownsHandle : 1 = false; // its handle stands in its record; else it has it in memory only
 

@@ -1,0 +1,465 @@
+#include "host/model/Store.h"
+
+#include "host/acdb_object.h"
+#include "host/model/Header.h"
+#include "host/object_factory.h"
+#include "platform/text.h"
+
+#include <algorithm>
+
+namespace corma::host {
+
+namespace {
+
+// In the order of RecordType.
+constexpr std::array<std::string_view, static_cast<std::size_t>(RecordType::firstOther)> kTypeNames
+    = {"",
+       "SECTION",
+       "ENDSEC",
+       "EOF",
+       "TABLE",
+       "ENDTAB",
+       "BLOCK",
+       "ENDBLK",
+       "DICTIONARY",
+       "ACDBDICTIONARYWDFLT",
+       "XRECORD",
+       "LAYOUT",
+       "LAYER",
+       "LTYPE",
+       "STYLE",
+       "DIMSTYLE",
+       "VPORT",
+       "APPID",
+       "VIEW",
+       "UCS",
+       "BLOCK_RECORD",
+       "INSERT",
+       "ATTRIB",
+       "ATTDEF",
+       "SEQEND",
+       "VERTEX",
+       "POLYLINE",
+       "TEXT",
+       "MTEXT",
+       "VIEWPORT"};
+
+std::size_t slotOf(Handle handle, std::size_t mask)
+{
+    constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15ULL; // odd, with bits all over
+    constexpr int kUpperBits = 32;
+    return static_cast<std::size_t>((static_cast<std::uint64_t>(handle) * kSpread) >> kUpperBits)
+        & mask;
+}
+
+} // namespace
+
+Store::Store(AcDbDatabase* database)
+    : m_database(database)
+{
+    for (const std::string_view name : kTypeNames) {
+        typeNamed(name);
+    }
+    growHandles(1);
+}
+
+Store::~Store()
+{
+    for (const auto& piece : m_pieces) {
+        for (std::size_t i = 0; i < kStubsInPiece; ++i) {
+            delete piece[i].resident;
+        }
+    }
+}
+
+// --- loading -------------------------------------------------------------------------------------
+
+AcDbStub* Store::newStub(RecordKind kind, RecordType type)
+{
+    if (m_count % kStubsInPiece == 0) {
+        m_pieces.push_back(std::make_unique<AcDbStub[]>(kStubsInPiece));
+    }
+    AcDbStub* const stub = &m_pieces.back()[m_count % kStubsInPiece];
+    ++m_count;
+    stub->store = this;
+    stub->kind = kind;
+    stub->type = type;
+    return stub;
+}
+
+AcDbStub* Store::append(RecordKind kind, RecordType type, std::uint64_t offset, std::uint32_t size)
+{
+    AcDbStub* const stub = newStub(kind, type);
+    stub->offset = offset;
+    stub->size = size;
+    link(*stub, nullptr);
+    return stub;
+}
+
+void Store::link(AcDbStub& stub, AcDbStub* before)
+{
+    AcDbStub* const behind = before == nullptr ? m_last : before->previous;
+    stub.previous = behind;
+    stub.next = before;
+    (behind == nullptr ? m_first : behind->next) = &stub;
+    (before == nullptr ? m_last : before->previous) = &stub;
+}
+
+void Store::reserve(std::size_t records)
+{
+    m_pieces.reserve(records / kStubsInPiece + 1);
+    growHandles(records);
+}
+
+void Store::growHandles(std::size_t count)
+{
+    constexpr std::size_t kFewest = 1024;
+    std::size_t size = std::max(m_handles.size(), kFewest);
+    while (size < 2 * count) {
+        size *= 2;
+    }
+    if (size == m_handles.size()) {
+        return;
+    }
+    std::vector<HandleSlot> former(size);
+    former.swap(m_handles);
+    for (const HandleSlot& slot : former) {
+        if (slot.stub != nullptr) {
+            std::size_t at = slotOf(slot.handle, size - 1);
+            while (m_handles[at].stub != nullptr) {
+                at = (at + 1) & (size - 1);
+            }
+            m_handles[at] = slot;
+        }
+    }
+}
+
+// False when another record has the handle already.
+bool Store::enterHandle(AcDbStub& stub)
+{
+    if (2 * (m_handleCount + 1) > m_handles.size()) {
+        growHandles(2 * (m_handleCount + 1));
+    }
+    const std::size_t mask = m_handles.size() - 1;
+    std::size_t at = slotOf(stub.handle, mask);
+    while (m_handles[at].stub != nullptr) {
+        if (m_handles[at].handle == stub.handle) {
+            return false;
+        }
+        at = (at + 1) & mask;
+    }
+    m_handles[at] = {stub.handle, &stub};
+    ++m_handleCount;
+    return true;
+}
+
+void Store::giveHandle(AcDbStub& stub, Handle handle)
+{
+    stub.handle = handle;
+    stub.ownsHandle = handle != Handle::none && enterHandle(stub);
+    if (!stub.ownsHandle) {
+        stub.handle = Handle::none; // gets another one when all are known
+        return;
+    }
+    m_nextHandle = std::max(m_nextHandle, static_cast<std::uint64_t>(handle) + 1);
+}
+
+// Every object can be named, also in a file that names none or two by the same handle. These
+// handles are good for as long as the drawing is in memory.
+void Store::giveMissingHandles()
+{
+    for (AcDbStub* stub = m_first; stub != nullptr; stub = stub->next) {
+        const bool isObject
+            = stub->kind != RecordKind::structure && stub->kind != RecordKind::header;
+        if (isObject && stub->handle == Handle::none) {
+            stub->handle = nextHandle();
+            enterHandle(*stub);
+        }
+    }
+}
+
+Handle Store::nextHandle()
+{
+    // 0 comes after a file that uses up to the last handle; the search then starts from below.
+    while (m_nextHandle == 0 || find(Handle {m_nextHandle}) != nullptr) {
+        ++m_nextHandle;
+    }
+    const Handle handle {m_nextHandle};
+    ++m_nextHandle;
+    return handle;
+}
+
+Handle Store::newHandle()
+{
+    const Handle handle = nextHandle();
+    noteHandles();
+    return handle;
+}
+
+// The next program that opens the file takes its handles from there on.
+void Store::noteHandles()
+{
+    if (writesHandles()) {
+        setVariable(L"$HANDSEED", Group(code::handle, Handle {m_nextHandle}));
+    }
+}
+
+bool Store::writesHandles() const
+{
+    if (m_version >= DrawingVersion::r13) {
+        return true;
+    }
+    const Groups handling = variable(L"$HANDLING");
+    return handling.integer(code::flags, handling.all()) != 0;
+}
+
+RecordType Store::typeNamed(std::string_view name)
+{
+    const auto known = m_types.find(std::string(name));
+    if (known != m_types.end()) {
+        return known->second;
+    }
+    constexpr std::size_t kMost = 0xFFFF;
+    if (m_typeNames.size() >= kMost) {
+        return RecordType::none; // only a hostile file has that many
+    }
+    const auto type = static_cast<RecordType>(m_typeNames.size());
+    m_typeNames.emplace_back(name);
+    m_types.emplace(name, type);
+    return type;
+}
+
+std::string_view Store::nameOf(RecordType type) const
+{
+    return m_typeNames[static_cast<std::size_t>(type)];
+}
+
+void Store::finishLoading(Structure structure, std::unique_ptr<DrawingFormat> format)
+{
+    m_structure = std::move(structure);
+    m_format = std::move(format);
+    readVersion();
+    const Groups seed = variable(L"$HANDSEED");
+    m_nextHandle
+        = std::max(m_nextHandle, static_cast<std::uint64_t>(seed.handle(code::handle, seed.all())));
+    giveMissingHandles();
+    implyTables();
+    implyNamedObjects();
+    m_isChanged = false;
+}
+
+// --- records -------------------------------------------------------------------------------------
+
+AcDbStub* Store::find(Handle handle) const
+{
+    const std::size_t mask = m_handles.size() - 1;
+    for (std::size_t at = slotOf(handle, mask); m_handles[at].stub != nullptr;
+         at = (at + 1) & mask) {
+        if (m_handles[at].handle == handle) {
+            return m_handles[at].stub;
+        }
+    }
+    return nullptr;
+}
+
+Groups Store::groupsOf(const AcDbStub& stub) const
+{
+    if (stub.resident != nullptr) {
+        return stub.resident->completeGroups();
+    }
+    if (m_header && &stub == m_structure.header) {
+        return m_header->groups;
+    }
+    const auto held = m_newGroups.find(&stub);
+    if (held != m_newGroups.end()) {
+        return held->second;
+    }
+    return stub.size == 0 || !m_format ? Groups() : m_format->decode(stub);
+}
+
+std::wstring Store::textOf(const AcDbStub& stub, int code) const
+{
+    const Groups groups = groupsOf(stub);
+    return std::wstring(groups.text(code, groups.body()));
+}
+
+AcDbStub* Store::insertBefore(AcDbStub* place, RecordKind kind, RecordType type)
+{
+    AcDbStub* const stub = newStub(kind, type);
+    link(*stub, place);
+    stub->isChanged = true;
+    m_isChanged = true;
+    stub->handle = newHandle();
+    stub->ownsHandle = true;
+    enterHandle(*stub);
+    return stub;
+}
+
+// Such a record has no object, so its groups wait in the store.
+AcDbStub* Store::insertStructure(AcDbStub* place, RecordKind kind, std::vector<Group> groups)
+{
+    AcDbStub* const stub = newStub(kind, typeNamed(toUtf8(groups.front().text())));
+    link(*stub, place);
+    stub->isChanged = true;
+    m_isChanged = true;
+    m_newGroups[stub] = Groups(std::move(groups));
+    return stub;
+}
+
+AcDbStub* Store::impliedStub(RecordKind kind, RecordType type, std::vector<Group> groups)
+{
+    AcDbStub* const stub = newStub(kind, type);
+    stub->isImplied = true;
+    stub->handle = nextHandle();
+    enterHandle(*stub);
+    m_newGroups[stub] = Groups(std::move(groups));
+    return stub;
+}
+
+AcDbObject& Store::resident(AcDbStub& stub)
+{
+    if (stub.resident == nullptr) {
+        std::unique_ptr<AcDbObject> object = newObjectFor(stub);
+        object->m_stub = &stub;
+        object->m_groups = groupsOf(stub);
+        object->groupsWereRead();
+        stub.resident = object.release();
+        m_newGroups.erase(&stub);
+    }
+    return *stub.resident;
+}
+
+void Store::setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Handle owner)
+{
+    Groups& groups = object->m_groups;
+    const int handleCode = stub.type == RecordType::dimStyle ? code::dimStyleHandle : code::handle;
+    if (writesHandles()) {
+        groups.insert(1, Group(handleCode, stub.handle));
+    }
+    if (m_version >= DrawingVersion::r13) {
+        groups.setOwnerHandle(owner);
+    }
+    object->m_stub = &stub;
+    delete stub.resident;
+    stub.resident = object.release();
+}
+
+void Store::release(AcDbStub& stub)
+{
+    if (stub.resident != nullptr && !stub.isChanged && !stub.isImplied
+        && !stub.resident->staysInMemory()) {
+        delete stub.resident;
+        stub.resident = nullptr;
+    }
+}
+
+void Store::markChanged(AcDbStub& stub)
+{
+    stub.isChanged = true;
+    m_isChanged = true;
+}
+
+// What goes when a record goes: what its place or its handles of ownership say is its own.
+void Store::collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned) const
+{
+    constexpr int kSoftOwner = 350;
+    constexpr int kHardOwner = 360;
+    constexpr int kOwnerCodes = 10; // of each kind
+    const bool isDictionary
+        = stub.type == RecordType::dictionary || stub.type == RecordType::dictionaryWithDefault;
+    for (const Group& group : groupsOf(stub)) {
+        const bool owns = group.code >= kHardOwner && group.code < kHardOwner + kOwnerCodes;
+        const bool lists
+            = isDictionary && group.code >= kSoftOwner && group.code < kSoftOwner + kOwnerCodes;
+        AcDbStub* const target = owns || lists ? find(group.handle()) : nullptr;
+        if (target != nullptr && ownerOf(*target) == &stub) {
+            owned.push_back(target);
+        }
+    }
+    for (AcDbStub* sub = firstSubEntity(stub); sub != nullptr; sub = subEntityBehind(*sub)) {
+        owned.push_back(sub);
+    }
+}
+
+void Store::erase(AcDbStub& stub, bool erasing)
+{
+    std::vector<AcDbStub*> waiting = {&stub};
+    while (!waiting.empty()) {
+        AcDbStub* const next = waiting.back();
+        waiting.pop_back();
+        if (next->isErased == erasing) {
+            continue; // also ends a circle of owners
+        }
+        next->isErased = erasing;
+        collectOwned(*next, waiting);
+    }
+    m_isChanged = true;
+}
+
+AcDbStub* Store::ownerOf(const AcDbStub& stub) const
+{
+    if (stub.container != nullptr) {
+        return stub.container;
+    }
+    return find(groupsOf(stub).ownerHandle());
+}
+
+AcDbStub* Store::appendObject(RecordType type)
+{
+    AcDbStub* place = m_structure.objectsEnd;
+    return insertBefore(place == nullptr ? m_structure.fileEnd : place, RecordKind::object, type);
+}
+
+// --- dictionaries --------------------------------------------------------------------------------
+
+void Store::implyNamedObjects()
+{
+    if (m_structure.objectsBegin != nullptr) {
+        for (AcDbStub* stub = m_structure.objectsBegin->next;
+             stub != nullptr && stub->kind == RecordKind::object; stub = stub->next) {
+            if (stub->type == RecordType::dictionary) {
+                m_namedObjects = stub;
+                return;
+            }
+        }
+    }
+    m_namedObjects
+        = impliedStub(RecordKind::object, RecordType::dictionary,
+                      {{code::type, L"DICTIONARY"}, {code::subclass, L"AcDbDictionary"}, {281, 1}});
+}
+
+AcDbStub& Store::namedObjects()
+{
+    return *m_namedObjects;
+}
+
+Acad::ErrorStatus Store::makeRoomForObjects()
+{
+    if (!m_namedObjects->isImplied) {
+        return Acad::eOk;
+    }
+    if (m_version < DrawingVersion::r13) {
+        return Acad::eInvalidDwgVersion;
+    }
+    if (m_structure.objectsBegin == nullptr) {
+        m_structure.objectsBegin
+            = insertStructure(m_structure.fileEnd, RecordKind::structure,
+                              {{code::type, L"SECTION"}, {code::name, L"OBJECTS"}});
+        m_structure.objectsEnd = insertStructure(m_structure.fileEnd, RecordKind::structure,
+                                                 {{code::type, L"ENDSEC"}});
+    }
+    AcDbStub& root = *m_namedObjects;
+    AcDbObject& object = resident(root);
+    if (object.m_groups.ownHandle() == Handle::none) {
+        object.m_groups.insert(1, Group(code::handle, root.handle));
+        object.m_groups.setOwnerHandle(Handle::none);
+    }
+    link(root, m_structure.objectsBegin->next); // readers take the first dictionary for the root
+    root.isImplied = false;
+    root.ownsHandle = true;
+    markChanged(root);
+    noteHandles();
+    return Acad::eOk;
+}
+
+} // namespace corma::host
