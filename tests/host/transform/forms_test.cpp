@@ -101,6 +101,9 @@ const FormRow outlineRows[] = {
      L"0 ELLIPSE\n10 0\n20 0\n30 0\n11 2\n21 0\n31 0\n40 1\n41 0\n42 6.283185307179586",
      stretched(1, 3, 1),
      L"0 ELLIPSE\n10 0\n20 0\n30 0\n11 0\n21 6\n31 0\n40 0.333333\n41 0\n42 6.28319"},
+    {"AnEllipticArcBeginsWithinTheFirstTurn",
+     L"0 ELLIPSE\n10 0\n20 0\n30 0\n11 2\n21 0\n31 0\n40 1\n41 0.1\n42 1", stretched(1, 3, 1),
+     L"0 ELLIPSE\n10 0\n20 0\n30 0\n11 0\n21 6\n31 0\n40 0.333333\n41 4.81239\n42 5.71239"},
     {"ASplineWithoutANormalGetsNone", L"0 SPLINE\n70 0\n10 1\n20 0\n30 0", turned(90, {1, 0, 0}),
      L"0 SPLINE\n70 0\n10 1\n20 0\n30 0"},
     {"KnotsAndWeightsOfASplineStay",
@@ -152,6 +155,13 @@ const FormRow textRows[] = {
     {"TheLengthOfAFieldIsNoAlignment",
      L"0 ATTRIB\n10 1\n20 2\n30 0\n40 3\n1 a\n2 B\n73 5\n11 0\n21 0\n31 0", moved(1, 2, 3),
      L"0 ATTRIB\n10 2\n20 4\n30 3\n40 3\n1 a\n2 B\n73 5\n11 0\n21 0\n31 0"},
+    {"AnAttributeOfSeveralLinesAlwaysUsesItsSecondPoint",
+     L"0 ATTRIB\n10 1\n20 2\n30 0\n40 3\n1 a\n2 B\n11 7\n21 8\n31 0\n101 Embedded Object\n10 7\n20 "
+     L"8\n30 0",
+     moved(1, 2, 3),
+     L"0 ATTRIB\n10 2\n20 4\n30 3\n40 3\n1 a\n2 B\n11 8\n21 10\n31 3\n101 Embedded Object\n10 "
+     L"8\n20 "
+     L"10\n30 3"},
     {"AStretchedTextIsWider", L"0 TEXT\n10 1\n20 2\n30 0\n40 3\n1 a", stretched(2, 1, 1),
      L"0 TEXT\n10 2\n20 2\n30 0\n40 3\n1 a\n41 2"},
     {"ATextScaledUniformlyKeepsItsWidthFactor", L"0 TEXT\n10 1\n20 2\n30 0\n40 3\n1 a\n41 0.8",
@@ -269,6 +279,17 @@ const FormRow hatchRows[] = {
     {"AGradientTurnsInRadians",
      L"0 HATCH\n10 0\n20 0\n30 0\n70 1\n91 0\n75 0\n98 0\n450 1\n460 0.5\n461 0\n", turned(90),
      L"0 HATCH\n10 0\n20 0\n30 0\n70 1\n91 0\n75 0\n98 0\n450 1\n460 2.0708\n461 0"},
+    {"TangentsOfASplineKeepTheirLength",
+     L"0 HATCH\n10 0\n20 0\n30 0\n70 1\n91 1\n92 1\n93 1\n72 4\n94 2\n73 0\n74 0\n95 0\n96 1\n10 "
+     L"1\n20 "
+     L"0\n97 1\n11 1\n21 0\n12 1\n22 0\n13 0\n23 3\n97 0\n75 0\n98 0",
+     turned(90) * doubled,
+     L"0 HATCH\n10 0\n20 0\n30 0\n70 1\n91 1\n92 1\n93 1\n72 4\n94 2\n73 0\n74 0\n95 0\n96 1\n10 "
+     L"0\n20 "
+     L"2\n97 1\n11 0\n21 2\n12 0\n22 1\n13 -3\n23 0\n97 0\n75 0\n98 0"},
+    {"APatternThatASolidHatchRemembersStays",
+     L"0 HATCH\n10 0\n20 0\n30 0\n70 1\n91 0\n75 0\n76 1\n41 2\n98 0", stretched(2, 1, 1),
+     L"0 HATCH\n10 0\n20 0\n30 0\n70 1\n91 0\n75 0\n76 1\n41 2\n98 0"},
     {"TheElevationOfAHatchRises", L"0 HATCH\n10 0\n20 0\n30 1\n70 1\n91 0\n75 0\n98 1\n10 1\n20 2",
      moved(1, 1, 5), L"0 HATCH\n10 0\n20 0\n30 6\n70 1\n91 0\n75 0\n98 1\n10 2\n20 3"},
     {"GroupsAheadOfTheHatchAreNoBoundary",
@@ -358,6 +379,13 @@ const wchar_t* const kTiltedArc
     = L"0 ARC\n8 0\n10 1\n20 2\n30 3\n40 2.5\n50 30\n51 400\n39 0\n210 0.48\n220 -0.6\n230 0.64";
 const wchar_t* const kText = L"0 TEXT\n10 1\n20 2\n30 0\n40 2.5\n1 a\n50 30\n41 0.8\n51 15\n72 0";
 
+const wchar_t* const kTiltedInsert
+    = L"0 INSERT\n2 B\n10 1\n20 2\n30 3\n41 1\n42 1\n43 1\n210 0.36\n220 0.48\n230 0.8";
+const wchar_t* const kFewDigits
+    = L"0 CIRCLE\n10 1\n20 2\n30 3\n40 2.3\n39 1.7\n210 0.577\n220 0.577\n230 0.577";
+const wchar_t* const kFewDigitsLine
+    = L"0 LINE\n10 1\n20 2\n30 3\n11 4\n21 5\n31 6\n39 1.7\n210 0.577\n220 0.577\n230 0.577";
+
 const BytesRow bytesRows[] = {
     {"OfALineMovedInX",
      L"0 LINE\n8 0\n10 1\n20 2\n30 3\n11 4\n21 5\n31 6",
@@ -367,6 +395,19 @@ const BytesRow bytesRows[] = {
     {"OfATiltedArcThatMoves", kTiltedArc, moved(1, 2, 3), {10, 20, 30}},
     {"OfATiltedArcThatMovesAlongItsNormal", kTiltedArc, moved(0.48, -0.6, 0.64), {30}},
     {"OfACircleThatTurnsAroundItself", L"0 CIRCLE\n10 0\n20 0\n30 3\n40 2.5\n39 1", turned(37), {}},
+    {"OfATiltedArcThatGrows", kTiltedArc, stretched(2.7, 2.7, 2.7), {10, 20, 30, 40}},
+    {"OfAnInsertWithoutAnAngleThatGrows",
+     kTiltedInsert,
+     stretched(2.7, 2.7, 2.7),
+     {10, 20, 30, 41, 42, 43}},
+    {"OfANormalOfFewDigits", kFewDigits, moved(1, 2, 3), {10, 20, 30}},
+    {"OfANormalOfFewDigitsThatGrows", kFewDigits, stretched(2.7, 2.7, 2.7), {10, 20, 30, 40, 39}},
+    {"OfAnExtrusionOfFewDigits", kFewDigitsLine, moved(1, 2, 3), {10, 20, 30, 11, 21, 31}},
+    {"OfAnExtrusionThatTurns",
+     kFewDigitsLine,
+     turned(77, {1, 2, 3}),
+     {10, 20, 30, 11, 21, 31, 210, 220, 230}},
+    {"OfACircleThatTurnsInSpace", kFewDigits, turned(77, {1, 2, 3}), {10, 20, 210, 220, 230}},
     {"OfATextThatTurns", kText, turned(90), {10, 20, 50}},
     {"OfATextThatGrows", kText, doubled, {10, 20, 40}},
     {"OfAnInsertThatTurns",
@@ -381,6 +422,13 @@ const BytesRow bytesRows[] = {
 
 INSTANTIATE_TEST_SUITE_P(Rows, Bytes, testing::ValuesIn(bytesRows),
                          [](const auto& row) { return row.param.sentence; });
+
+TEST(Extrusion, IsWrittenWithoutRoundingErrors)
+{
+    Groups line = recordFrom(L"0 LINE\n39 2\n10 0\n20 0\n30 0\n11 0\n21 0\n31 5");
+    ASSERT_EQ(transformRecord(line, turned(90, {0, 1, 0})), Acad::eOk);
+    EXPECT_EQ(line.point(210, line.body()), (Point {1.0, 0.0, 0.0}));
+}
 
 // --- frames --------------------------------------------------------------------------------------
 
