@@ -140,38 +140,37 @@ const ReadRow kReadRows[] = {
     {"WholeNumbers", "70 5\n90 100000\n160 5000000000\n170 -3\n270 2\n280 1\n370 -3\n420 255\n",
      L"70 s5; 90 l100000; 160 i5000000000; 170 s-3; 270 s2; 280 s1; 370 s-3; 420 l255"},
     {"AFlag", "290 1\n", L"290 s1"},
-    {"RealNumbers", "40 1.5\n50 90.0\n140 2.0\n460 0.25\n",
-     L"40 1.5; 50 90; 140 2; 460 0.25"},
+    {"RealNumbers", "40 1.5\n50 90.0\n140 2.0\n460 0.25\n", L"40 1.5; 50 90; 140 2; 460 0.25"},
     {"APointIsOneValue", "10 1.0\n20 2.0\n30 3.0\n", L"10 1,2,3"},
-    {"SeveralPoints", "10 1.0\n20 2.0\n30 3.0\n10 4.0\n20 5.0\n30 6.0\n",
-     L"10 1,2,3; 10 4,5,6"},
-    {"PointsOfOtherCodes", "11 1.0\n21 2.0\n31 3.0\n110 4.0\n120 5.0\n130 6.0\n210 0.0\n220 0.0\n"
-                           "230 1.0\n",
+    {"SeveralPoints", "10 1.0\n20 2.0\n30 3.0\n10 4.0\n20 5.0\n30 6.0\n", L"10 1,2,3; 10 4,5,6"},
+    {"PointsOfOtherCodes",
+     "11 1.0\n21 2.0\n31 3.0\n110 4.0\n120 5.0\n130 6.0\n210 0.0\n220 0.0\n"
+     "230 1.0\n",
      L"11 1,2,3; 110 4,5,6; 210 0,0,1"},
     {"APointOfTwoCoordinatesStaysOne", "11 2.0\n21 3.0\n40 4.0\n", L"11 2,3,0; 40 4"},
     {"ALoneXStaysOne", "10 2.0\n", L"10 2,0,0"},
     {"ALoneYIsAReal", "20 2.0\n30 3.0\n38 4.0\n", L"20 2; 30 3; 38 4"},
-    {"Ids", "330 C\n340 20\n350 C\n360 C\n390 C\n",
-     L"330 #C; 340 #20; 350 #C; 360 #C; 390 #C"},
+    {"Ids", "330 C\n340 20\n350 C\n360 C\n390 C\n", L"330 #C; 340 #20; 350 #C; 360 #C; 390 #C"},
     {"AnUnknownHandleIsNullAndStays", "330 FFF\n340 0\n", L"330 #null; 340 #null"},
     {"HandlesAsTexts", "5 1A\n105 1B\n320 1C\n", L"5 \"1A\"; 105 \"1B\"; 320 \"1C\""},
     {"Bytes", "310 00FF10\n310 AB\n", L"310 00ff10; 310 ab"},
     {"BracesAreData", "102 {ACAD_XYZ\n70 1\n102 }\n", L"102 \"{ACAD_XYZ\"; 70 s1; 102 \"}\""},
     {"AMarkerIsData", "100 AcDbOther\n70 1\n", L"100 \"AcDbOther\"; 70 s1"},
-    {"CodesOfExtendedDataAreData", "1000 DSTYLE\n1002 {\n1070 340\n1005 2A\n1040 1.5\n1071 7\n"
-                                   "1010 1.0\n1020 2.0\n1030 3.0\n1004 0A\n1002 }\n",
+    {"CodesOfExtendedDataAreData",
+     "1000 DSTYLE\n1002 {\n1070 340\n1005 2A\n1040 1.5\n1071 7\n"
+     "1010 1.0\n1020 2.0\n1030 3.0\n1004 0A\n1002 }\n",
      L"1000 \"DSTYLE\"; 1002 \"{\"; 1070 s340; 1005 \"2A\"; 1040 1.5; 1071 l7; 1010 1,2,3; "
      L"1004 0a; 1002 \"}\""},
     {"ExtendedDataAreNoData", "70 1\n1001 MCS\n1071 45\n1004 05\n", L"70 s1"},
 };
 
 INSTANTIATE_TEST_SUITE_P(, XrecordValues, ::testing::ValuesIn(kReadRows),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& row) { return row.param.name; });
 
 TEST_F(Xrecord, HasACloningFlagFromR2000OnOnly)
 {
-    for (const auto& [version, chain] : {std::pair {"AC1014", L"280 s1; 70 s2"},
-                                         std::pair {"AC1015", L"70 s2"}}) {
+    for (const auto& [version, chain] :
+         {std::pair {"AC1014", L"280 s1; 70 s2"}, std::pair {"AC1015", L"70 s2"}}) {
         TestDrawing drawing = drawingWith("280 1\n70 2\n", version);
         EXPECT_EQ(textOf(chainOf(*drawing.open<AcDbXrecord>("20")).get()), chain) << version;
     }
@@ -280,10 +279,11 @@ TEST_F(Xrecord, WritesValuesOfEveryKind)
         builder.id(340, {}).text(5, L"1a").text(1005, L"2B").bytes(310, bytes, 3);
         ASSERT_EQ(record->setFromRbChain(builder.list()), Acad::eOk);
     }
-    EXPECT_EQ(dataOf(drawing), "280 1\n1 Gr\xF6\xDF"
-                               "e\n70 -5\n90 70000\n160 -5000000000\n40 2.5\n"
-                               "10 1.0\n20 2.0\n30 3.0\n290 1\n330 C\n340 0\n5 1A\n1005 2B\n"
-                               "310 0001FF\n");
+    EXPECT_EQ(dataOf(drawing),
+              "280 1\n1 Gr\xF6\xDF"
+              "e\n70 -5\n90 70000\n160 -5000000000\n40 2.5\n"
+              "10 1.0\n20 2.0\n30 3.0\n290 1\n330 C\n340 0\n5 1A\n1005 2B\n"
+              "310 0001FF\n");
     TestDrawing again = drawing.reloaded();
     EXPECT_EQ(textOf(chainOf(*again.open<AcDbXrecord>("20")).get()),
               L"1 \"Größe\"; 70 s-5; 90 l70000; 160 i-5000000000; 40 2.5; 10 1,2,3; 290 s1; "
@@ -349,8 +349,7 @@ TEST_F(Xrecord, RefusesValuesThatAreNone)
     EXPECT_EQ(record->setFromRbChain(Builder().text(1, nullptr).list()), Acad::eInvalidResBuf);
     EXPECT_EQ(record->setFromRbChain(Builder().text(5, L"xyz").list()), Acad::eInvalidResBuf);
     EXPECT_EQ(record->setFromRbChain(Builder().text(1005, L"").list()), Acad::eInvalidResBuf);
-    EXPECT_EQ(record->setFromRbChain(Builder().bytes(310, bytes, -1).list()),
-              Acad::eInvalidResBuf);
+    EXPECT_EQ(record->setFromRbChain(Builder().bytes(310, bytes, -1).list()), Acad::eInvalidResBuf);
     EXPECT_EQ(record->setFromRbChain(Builder().bytes(310, nullptr, 1).list()),
               Acad::eInvalidResBuf);
     EXPECT_EQ(record->setFromRbChain(Builder().id(330, other.id("C")).list()),
@@ -385,8 +384,8 @@ std::filesystem::path samples()
 bool isSame(const Groups& a, const Groups& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& one, const auto& two) {
-        return one.code == two.code && one.value == two.value
-            && one.raw.data() == two.raw.data() && one.raw.size() == two.raw.size();
+        return one.code == two.code && one.value == two.value && one.raw.data() == two.raw.data()
+            && one.raw.size() == two.raw.size();
     });
 }
 
@@ -413,8 +412,7 @@ TEST_F(Xrecord, OfRealDrawingsAreSetAgainWithoutAChange)
             const Groups before = record->groups();
             const List list = chainOf(*record);
             ASSERT_TRUE(!list || record->setFromRbChain(*list) == Acad::eOk) << file.path();
-            ASSERT_TRUE(isSame(before, record->groups()))
-                << file.path();
+            ASSERT_TRUE(isSame(before, record->groups())) << file.path();
             ++count;
         }
     }
