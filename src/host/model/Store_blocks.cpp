@@ -258,6 +258,16 @@ void Store::renameBlock(Block& block, const std::wstring& name)
     forgetNames(kBlockTable);
 }
 
+Point Store::originOf(const Block& block) const
+{
+    constexpr int kBasePoint = 10;
+    if (block.begin == nullptr) {
+        return {};
+    }
+    const Groups groups = groupsOf(*block.begin);
+    return groups.point(kBasePoint, groups.subclass(L"AcDbBlockBegin"));
+}
+
 // --- entities ------------------------------------------------------------------------------------
 
 Block* Store::spaceOf(const AcDbStub& entity)
@@ -319,8 +329,7 @@ AcDbStub* Store::entityBehind(const Block& block, const AcDbStub& entity) const
 
 AcDbStub* Store::lastEntity(const Block& block) const
 {
-    const bool isShared
-        = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
+    const bool isShared = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
     if (!isShared && block.begin == nullptr) {
         return nullptr;
     }
@@ -364,8 +373,7 @@ AcDbStub* Store::entityBefore(const Block& block, const AcDbStub& entity) const
 // The record before which a new entity of a block goes; null for the end of the file.
 AcDbStub* Store::placeBehind(const Block& block) const
 {
-    const bool isShared
-        = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
+    const bool isShared = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
     AcDbStub* at = isShared ? m_structure.entitiesEnd : block.end;
     if (at != nullptr) {
         return at;
