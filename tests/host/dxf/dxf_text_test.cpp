@@ -99,7 +99,8 @@ TEST(DxfText, WhatIsNoCharacterIsReplaced)
 
 TEST(DxfText, EveryCharacterComesBack)
 {
-    for (const char* name : {"ANSI_1252", "ANSI_1250", "ANSI_932", "ANSI_936", "dos850", "utf8"}) {
+    for (const char* name :
+         {"ANSI_1252", "ANSI_1250", "ANSI_932", "ANSI_936", "dos850", "dos864", "utf8"}) {
         const CodePage page
             = name == std::string("utf8") ? CodePage::utf8() : CodePage::named(name);
         for (char32_t c = 0; c < 0x11000; ++c) {
