@@ -431,7 +431,8 @@ AcDbStub* Store::appendSubEntity(AcDbStub& entity, RecordType type)
 {
     AcDbStub* place = entity.next;
     while (place != nullptr && place->kind == RecordKind::subEntity && place->container == &entity
-           && (place->type != RecordType::sequenceEnd || place->isErased)) {
+           && place->type
+               != RecordType::sequenceEnd) { // also of an erased one, which may come back
         place = place->next;
     }
     AcDbStub* const stub = insertBefore(place, RecordKind::subEntity, type);
