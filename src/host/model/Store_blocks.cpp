@@ -429,10 +429,10 @@ AcDbStub* Store::subEntityBehind(const AcDbStub& subEntity)
 
 AcDbStub* Store::appendSubEntity(AcDbStub& entity, RecordType type)
 {
+    // A SEQEND that is erased may come back, so it is the end, too.
     AcDbStub* place = entity.next;
     while (place != nullptr && place->kind == RecordKind::subEntity && place->container == &entity
-           && place->type
-               != RecordType::sequenceEnd) { // also of an erased one, which may come back
+           && place->type != RecordType::sequenceEnd) {
         place = place->next;
     }
     AcDbStub* const stub = insertBefore(place, RecordKind::subEntity, type);
