@@ -326,6 +326,38 @@ TEST_F(StoreOfRecords, EntitiesOfASpaceAreThoseOfItsBlockAndThenOfTheSection)
     EXPECT_EQ(store.entityBefore(model, drawing.stub("40")), nullptr);
 }
 
+TEST_F(StoreOfRecords, TheLastEntityIsFoundBeyondSubEntitiesOfAnotherSpace)
+{
+    TestDrawing drawing(withSections("AC1015", R"(0 SECTION
+2 BLOCKS
+0 BLOCK
+5 20
+2 *Model_Space
+0 LINE
+5 40
+8 0
+0 ENDBLK
+5 21
+0 ENDSEC
+0 SECTION
+2 ENTITIES
+0 INSERT
+5 41
+67 1
+66 1
+2 A
+0 ATTRIB
+5 42
+2 B
+0 SEQEND
+5 43
+0 ENDSEC
+)"));
+    Store& store = drawing.store();
+    EXPECT_EQ(store.lastEntity(*store.findBlock(L"*Model_Space")), &drawing.stub("40"));
+    EXPECT_EQ(store.lastEntity(*store.findBlock(L"*Paper_Space")), &drawing.stub("41"));
+}
+
 TEST_F(StoreOfRecords, PassesSubEntitiesOver)
 {
     TestDrawing drawing(kSmallDrawing);
