@@ -239,7 +239,8 @@ public:
     /// is there already, eUndefinedLineType when the file does not have it, eFileNotFound.
     Acad::ErrorStatus loadLineTypeFile(const ACHAR* linetypeName, const ACHAR* fileName);
 
-    /// The legal width nearest to one in hundredths of a millimetre; the three words stay.
+    /// The legal width nearest to one in hundredths of a millimetre, halfway the larger; the three
+    /// words stay. Any other negative number is the thinnest width.
     static AcDb::LineWeight getNearestLineWeight(int weight);
 
     // --- cloning: source and destination must not be the same drawing --------------------------

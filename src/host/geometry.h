@@ -19,7 +19,7 @@ public:
 
     AcGePoint3d() = default;
 
-    AcGePoint3d(double xx, double yy, double zz)
+    constexpr AcGePoint3d(double xx, double yy, double zz)
         : x(xx)
         , y(yy)
         , z(zz)
@@ -47,7 +47,7 @@ public:
 
     AcGeVector3d() = default;
 
-    AcGeVector3d(double xx, double yy, double zz)
+    constexpr AcGeVector3d(double xx, double yy, double zz)
         : x(xx)
         , y(yy)
         , z(zz)
@@ -64,7 +64,8 @@ public:
     [[nodiscard]] double dotProduct(const AcGeVector3d& other) const;
     [[nodiscard]] AcGeVector3d crossProduct(const AcGeVector3d& other) const;
 
-    /// The angle from this one to other around axis, counter-clockwise, from 0 up to 2 pi.
+    /// The angle from this one to other, counter-clockwise as seen against the direction of axis,
+    /// from 0 up to 2 pi. Only the side to which axis points counts.
     [[nodiscard]] double angleTo(const AcGeVector3d& other, const AcGeVector3d& axis) const;
 
     AcGeVector3d operator*(double factor) const;
@@ -89,7 +90,7 @@ public:
 
     AcGeScale3d() = default;
 
-    AcGeScale3d(double x, double y, double z)
+    constexpr AcGeScale3d(double x, double y, double z)
         : sx(x)
         , sy(y)
         , sz(z)
@@ -99,16 +100,17 @@ public:
     bool operator==(const AcGeScale3d&) const = default;
 };
 
-/// An affine transformation: the columns are the images of the axes and of the origin.
+/// An affine transformation: the columns are the images of the axes and of the origin; the last row
+/// is 0 0 0 1 and is not looked at.
 class AcGeMatrix3d
 {
 public:
-    double entry[4][4]; // [row][column]
+    // [row][column]; at first the identity
+    double entry[4][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
 
     static const AcGeMatrix3d kIdentity;
 
-    /// The identity.
-    AcGeMatrix3d();
+    AcGeMatrix3d() = default;
 
     AcGeMatrix3d& setToIdentity();
 
@@ -123,7 +125,8 @@ public:
 
     AcGeMatrix3d& setToTranslation(const AcGeVector3d& vector);
 
-    /// Turned by an angle, counter-clockwise about an axis through a center.
+    /// Turned by an angle, counter-clockwise about an axis through a center; the identity when the
+    /// axis has no length.
     AcGeMatrix3d& setToRotation(double angle, const AcGeVector3d& axis,
                                 const AcGePoint3d& center = AcGePoint3d::kOrigin);
     AcGeMatrix3d& setToScaling(double factor, const AcGePoint3d& center = AcGePoint3d::kOrigin);
@@ -133,14 +136,18 @@ public:
                         AcGeVector3d& zAxis) const;
 
     /// From the plane through the origin with that normal (an object's own coordinates, by the
-    /// arbitrary axis rule) to world coordinates, and back.
+    /// arbitrary axis rule) to world coordinates, and back. The normal may have any length; without
+    /// one it is the Z axis.
     AcGeMatrix3d& setToPlaneToWorld(const AcGeVector3d& normal);
     AcGeMatrix3d& setToWorldToPlane(const AcGeVector3d& normal);
 
-    [[nodiscard]] double det() const;
+    [[nodiscard]] double det() const; // negative when it mirrors
+
+    /// True when the images of the axes lie in a plane: the volume that they span is at most the
+    /// tolerance, each taken with length 1. So a small scale is not singular, but a NaN is.
     [[nodiscard]] bool isSingular(double tolerance = 1e-10) const;
 
-    /// The inverse; the identity for a matrix that has none (ask isSingular()).
+    /// The inverse; the identity for a matrix that has none, singular with tolerance 0.
     [[nodiscard]] AcGeMatrix3d inverse() const;
 
     /// The factor by which all lengths grow, when it is the same in every direction and axes stay
@@ -151,7 +158,7 @@ public:
 
     double& operator()(unsigned int row, unsigned int column) { return entry[row][column]; }
 
-    bool operator==(const AcGeMatrix3d& other) const;
+    bool operator==(const AcGeMatrix3d& other) const; // bit for bit, but for -0
 };
 
 AcGePoint3d operator*(const AcGeMatrix3d& matrix, const AcGePoint3d& point);
