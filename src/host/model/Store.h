@@ -131,6 +131,9 @@ public:
     AcDbStub* appendEntity(Block& block, RecordType type);
     AcDbStub* appendSubEntity(AcDbStub& entity, RecordType type);
 
+    /// The same right behind one that the entity has, or behind the entity itself.
+    AcDbStub* appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType type);
+
     /// A new record as the last object of the drawing, in the same way.
     AcDbStub* appendObject(RecordType type);
 
@@ -142,6 +145,13 @@ public:
 
     /// Gives a new record its object. Handle and owner are put into its groups.
     void setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Handle owner);
+
+    /// Gives a record new content, without an object until one is asked for; nobody may have it
+    /// open. The groups have neither handle nor owner yet.
+    void setGroups(AcDbStub& stub, Groups groups, Handle owner);
+
+    /// The same with groups that have both already.
+    void replaceGroups(AcDbStub& stub, Groups groups);
 
     /// Lets go of the object in memory when it holds nothing that the file does not.
     void release(AcDbStub& stub);

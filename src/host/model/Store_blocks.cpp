@@ -421,12 +421,18 @@ AcDbStub* Store::subEntityBehind(const AcDbStub& subEntity)
 
 AcDbStub* Store::appendSubEntity(AcDbStub& entity, RecordType type)
 {
-    AcDbStub* place = entity.next;
-    while (place != nullptr && place->kind == RecordKind::subEntity && place->container == &entity
-           && (place->type != RecordType::sequenceEnd || place->isErased)) {
-        place = place->next;
+    AcDbStub* behind = &entity;
+    for (AcDbStub* at = firstSubEntity(entity);
+         at != nullptr && (at->type != RecordType::sequenceEnd || at->isErased);
+         at = subEntityBehind(*at)) {
+        behind = at;
     }
-    AcDbStub* const stub = insertBefore(place, RecordKind::subEntity, type);
+    return appendSubEntity(entity, *behind, type);
+}
+
+AcDbStub* Store::appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType type)
+{
+    AcDbStub* const stub = insertBefore(behind.next, RecordKind::subEntity, type);
     stub->container = &entity;
     return stub;
 }
