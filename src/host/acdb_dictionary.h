@@ -5,6 +5,7 @@
 #include "host/acdb_object.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -22,7 +23,8 @@ enum DictIterType
 } // namespace AcRx
 
 /// Objects under names. Names compare without regard to case and are kept as they were written.
-/// An entry whose object is erased counts as absent.
+/// An entry whose object is erased, or is not there, counts as absent; one that the file has
+/// without an object stays there all the same.
 class AcDbDictionary : public AcDbObject
 {
     CORMA_HOST_CLASS(AcDbDictionary)
@@ -38,10 +40,15 @@ public:
     bool has(AcDbObjectId id) const;
     [[nodiscard]] unsigned int numEntries() const;
 
-    /// Puts a new object into the drawing, under a name, in place of one that is there. The object
-    /// belongs to the drawing then and is open for write; the caller closes it. On failure it stays
-    /// the caller's. eInvalidKey for an empty name, eNotOpenForWrite, eAlreadyInDb, and
-    /// eInvalidDwgVersion in a drawing that has no place for it.
+    /// Puts a new object into the drawing, under a name. The object belongs to the drawing then and
+    /// is open for write; the caller closes it. On failure it stays the caller's. An object of the
+    /// drawing gets an entry only, and this dictionary for its owner if it has no other.
+    ///
+    /// What was under the name is erased if this dictionary owned it; eWasOpenForRead or
+    /// eWasOpenForWrite when someone has it open. eInvalidKey for an empty name, eNotOpenForWrite,
+    /// eNotApplicable when the dictionary is in no drawing, eWrongDatabase for an object of another
+    /// drawing, eWasErased for an erased one, eInvalidInput for the dictionary itself or one that
+    /// it hangs in, and eInvalidDwgVersion, with a message, in a drawing that has no place for it.
     Acad::ErrorStatus setAt(const ACHAR* name, AcDbObject* value, AcDbObjectId& id);
 
     /// Takes an entry out. The object is not erased, but is no longer anyone's: it is not saved
@@ -50,11 +57,15 @@ public:
     Acad::ErrorStatus remove(const ACHAR* name, AcDbObjectId& formerId);
     Acad::ErrorStatus remove(AcDbObjectId id);
 
-    /// A walk over the entries, by name or in the order in which they were entered. The caller
-    /// deletes it before the dictionary is closed.
+    /// A walk over the entries of now, by name or in the order in which they were entered; those
+    /// that are erased or taken out meanwhile are passed over. The caller deletes it before the
+    /// dictionary is closed.
     AcDbDictionaryIterator* newIterator(AcRx::DictIterType type = AcRx::kDictSorted) const;
 
     [[nodiscard]] bool isTreatElementsAsHard() const;
+
+    /// eCannotBeErasedByCaller for the named objects dictionary.
+    Acad::ErrorStatus erase(bool erasing = true) override;
 
     corma::host::Groups completeGroups() const override;
 
@@ -73,12 +84,27 @@ private:
         bool isRemoved = false;
     };
 
-    [[nodiscard]] const Entry* entryAt(const ACHAR* name) const;
-    [[nodiscard]] AcDbStub* stubOf(const Entry& entry) const; // null for an erased one
+    using Positions = std::unordered_multimap<std::wstring, std::size_t>;
+
+    [[nodiscard]] std::size_t positionOf(std::wstring_view name) const;
+    [[nodiscard]] std::size_t positionOf(AcDbObjectId id) const;
+    [[nodiscard]] AcDbStub* stubOf(const Entry& entry) const; // null for one that counts as absent
+    [[nodiscard]] Acad::ErrorStatus checkNew(const ACHAR* name, const AcDbObject* value) const;
+    [[nodiscard]] Acad::ErrorStatus makeRoom(std::wstring_view name, const AcDbObject& value);
+    [[nodiscard]] bool hangsIn(const AcDbStub& other) const;
+    void enter(std::wstring_view name, corma::host::Handle object);
+    void takeOut(std::size_t position);
+    void loosen(const Entry& entry);
+    void index(std::size_t position);
+    void forget(std::size_t position);
+    void compact();
 
     std::vector<Entry> m_entries; // in order; removed ones stay until they are many
-    std::unordered_map<std::wstring, std::size_t> m_index; // folded name to position
-    std::size_t m_behindEntries = 0; // position in the other groups where the entries belong
+    Positions m_byName; // folded
+    std::unordered_multimap<corma::host::Handle, std::size_t> m_byObject;
+    std::size_t m_removed = 0;
+    std::size_t m_behindEntries = 0; // groups of its own subclass that follow the entries
+    mutable int m_iterators = 0; // positions are kept while there are any
 };
 
 class AcDbDictionaryWithDefault : public AcDbDictionary
@@ -89,6 +115,10 @@ class AcDbDictionaryWithDefault : public AcDbDictionary
 class AcDbDictionaryIterator
 {
 public:
+    AcDbDictionaryIterator(const AcDbDictionaryIterator&) = delete;
+    AcDbDictionaryIterator& operator=(const AcDbDictionaryIterator&) = delete;
+    ~AcDbDictionaryIterator();
+
     [[nodiscard]] bool done() const;
     bool next(); // false when there is no further entry
     [[nodiscard]] const ACHAR* name() const; // good while the dictionary stays as it is
@@ -113,11 +143,19 @@ public:
     AcDbXrecord();
 
     /// The values as a new list that the caller frees by acutRelRb(); null when there are none. A
-    /// type is a group code; a point is one node, ids of objects are in rlname. Always eOk for a
-    /// record that is open.
+    /// type is a group code, of a point that of its x; ids of objects are in rlname, null for what
+    /// is not in the drawing. Always eOk for a record that is open, but for eOutOfMemory.
     Acad::ErrorStatus rbChain(resbuf** list) const;
 
-    /// Makes a list the values. eInvalidResBuf for a type that a record cannot hold; the values
-    /// then stay as they were.
+    /// Makes a list the values; those that stay the same in their places keep their bytes. Bytes
+    /// are stored in chunks of 127, which come back as so many values. eInvalidResBuf for a type
+    /// that a record cannot hold (0, 999, 1001 and what is no group code), a handle that is no
+    /// hexadecimal number, a text or bytes that are null; eWrongDatabase for an object of another
+    /// drawing; eNotOpenForWrite. The values then stay as they were.
     Acad::ErrorStatus setFromRbChain(const resbuf& list);
+
+private:
+    [[nodiscard]] corma::host::GroupRange data() const;
+    Acad::ErrorStatus addGroups(const resbuf& node, std::optional<corma::host::GroupRange> former,
+                                std::vector<corma::host::Group>& groups) const;
 };

@@ -44,9 +44,22 @@ public:
     /// A heap copy that the caller frees by acutDelString().
     Acad::ErrorStatus getName(ACHAR*& name) const;
     Acad::ErrorStatus getName(std::wstring& name) const;
-    Acad::ErrorStatus setName(const ACHAR* name); // eInvalidInput for an empty one
+
+    /// eInvalidInput for an empty one and for model and paper space, eDuplicateKey for one that
+    /// another record of its table has, eNotOpenForWrite. What names the record by its old name is
+    /// left as it is.
+    Acad::ErrorStatus setName(const ACHAR* name);
+
+    /// eDuplicateKey when a record is to come back whose name another one has by now.
+    Acad::ErrorStatus erase(bool erasing = true) override;
 
     using AcDbObject::AcDbObject;
+
+protected:
+    friend class AcDbSymbolTable;
+
+    /// Makes a new record one of a drawing into which it is about to come.
+    virtual void fitInto(corma::host::Store& store);
 };
 
 /// Named records. Names compare without regard to case.
@@ -67,14 +80,19 @@ public:
     bool has(AcDbObjectId id) const;
 
     /// Puts a new record into the table; it must be open for write. The record belongs to the
-    /// drawing then, and the caller closes it; on failure it stays the caller's. eDuplicateKey for
-    /// a name that is there, eInvalidInput for a record without a name.
+    /// drawing then and is open for write, and the caller closes it; on failure it stays the
+    /// caller's. eDuplicateKey for a name that is there, eInvalidInput for a record without a name,
+    /// eWrongObjectType for a record of another table, eAlreadyInDb, eNotOpenForWrite.
     Acad::ErrorStatus add(AcDbSymbolTableRecord* record);
     Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
 
-    /// A walk in the order of the table; the caller deletes it.
+    /// A walk in the order of the table; the caller deletes it. A record that is added meanwhile is
+    /// met.
     Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning = true,
                                   bool skipDeleted = true) const;
+
+    /// Always eCannotBeErasedByCaller.
+    Acad::ErrorStatus erase(bool erasing = true) override;
 };
 
 class AcDbSymbolTableIterator
@@ -82,6 +100,8 @@ class AcDbSymbolTableIterator
 public:
     void start(bool atBeginning = true, bool skipDeleted = true);
     [[nodiscard]] bool done() const;
+
+    /// Nothing happens once it is done.
     void step(bool forward = true, bool skipDeleted = true);
     Acad::ErrorStatus getRecordId(AcDbObjectId& id) const; // eInvalidIndex behind the end
     Acad::ErrorStatus getRecord(AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
@@ -100,17 +120,30 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord
     CORMA_HOST_CLASS(AcDbLayerTableRecord)
 
 public:
-    /// White, continuous, without a name.
+    /// White, continuous, on, without a name. Plot style and material are those of the other layers
+    /// once it is in a drawing.
     AcDbLayerTableRecord();
 
     [[nodiscard]] AcCmColor color() const; // a layer that is off has its colour all the same
+
+    /// eInvalidInput for by block and by layer, which is no colour of a layer.
     Acad::ErrorStatus setColor(const AcCmColor& color);
+
+    /// Null when the drawing lacks the linetype that the layer names.
     [[nodiscard]] AcDbObjectId linetypeObjectId() const;
+
+    /// eWrongObjectType for an id that is no linetype, eWrongDatabase for one of another drawing.
     Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId id);
-    [[nodiscard]] AcDb::LineWeight lineWeight() const;
+    [[nodiscard]] AcDb::LineWeight lineWeight() const; // the default where the file does not tell
     [[nodiscard]] bool isFrozen() const;
     [[nodiscard]] bool isOff() const;
     [[nodiscard]] bool isLocked() const;
+
+protected:
+    void fitInto(corma::host::Store& store) override;
+
+private:
+    [[nodiscard]] corma::host::GroupRange own() const;
 };
 
 class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord

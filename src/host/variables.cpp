@@ -1,13 +1,13 @@
 #include "host/variables.h"
 
 #include "host/host.h"
+#include "host/result_list.h"
 #include "platform/platform.h"
 #include "platform/text.h"
 
 #include <algorithm>
 #include <array>
 #include <cassert>
-#include <cstdlib>
 #include <string>
 #include <variant>
 #include <vector>
@@ -52,16 +52,6 @@ Variable* findVariable(std::wstring_view name)
     return found == all.end() ? nullptr : &*found;
 }
 
-wchar_t* heapCopy(const std::wstring& text)
-{
-    const std::size_t size = text.size() + 1;
-    auto* copy = static_cast<wchar_t*>(std::malloc(size * sizeof(wchar_t)));
-    if (copy != nullptr) {
-        std::copy_n(text.c_str(), size, copy);
-    }
-    return copy;
-}
-
 } // namespace
 
 namespace corma::host {
@@ -89,7 +79,7 @@ int acedGetVar(const ACHAR* name, resbuf* result)
     result->rbnext = nullptr;
     if (const auto* text = std::get_if<std::wstring>(&variable->value)) {
         result->restype = RTSTR;
-        result->resval.rstring = heapCopy(*text);
+        result->resval.rstring = corma::host::heapCopy(*text);
     } else {
         result->restype = RTSHORT;
         result->resval.rint = std::get<short>(variable->value);

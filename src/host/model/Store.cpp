@@ -6,6 +6,8 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <iterator>
+#include <unordered_set>
 
 namespace corma::host {
 
@@ -50,6 +52,11 @@ std::size_t slotOf(Handle handle, std::size_t mask)
     constexpr int kUpperBits = 32;
     return static_cast<std::size_t>((static_cast<std::uint64_t>(handle) * kSpread) >> kUpperBits)
         & mask;
+}
+
+bool isDictionary(const AcDbStub& stub)
+{
+    return stub.type == RecordType::dictionary || stub.type == RecordType::dictionaryWithDefault;
 }
 
 } // namespace
@@ -333,13 +340,14 @@ void Store::setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Hand
 {
     Groups& groups = object->m_groups;
     const int handleCode = stub.type == RecordType::dimStyle ? code::dimStyleHandle : code::handle;
-    if (writesHandles()) {
+    if (writesHandles() && groups.ownHandle() == Handle::none) {
         groups.insert(1, Group(handleCode, stub.handle));
     }
     if (m_version >= DrawingVersion::r13) {
         groups.setOwnerHandle(owner);
     }
     object->m_stub = &stub;
+    m_newGroups.erase(&stub);
     delete stub.resident;
     stub.resident = object.release();
 }
@@ -398,17 +406,15 @@ void Store::markChanged(AcDbStub& stub)
 }
 
 // What goes when a record goes: what its place or its handles of ownership say is its own.
-void Store::collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned) const
+void Store::collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned)
 {
     constexpr int kSoftOwner = 350;
     constexpr int kHardOwner = 360;
     constexpr int kOwnerCodes = 10; // of each kind
-    const bool isDictionary
-        = stub.type == RecordType::dictionary || stub.type == RecordType::dictionaryWithDefault;
     for (const Group& group : groupsOf(stub)) {
         const bool owns = group.code >= kHardOwner && group.code < kHardOwner + kOwnerCodes;
-        const bool lists
-            = isDictionary && group.code >= kSoftOwner && group.code < kSoftOwner + kOwnerCodes;
+        const bool lists = isDictionary(stub) && group.code >= kSoftOwner
+            && group.code < kSoftOwner + kOwnerCodes;
         AcDbStub* const target = owns || lists ? find(group.handle()) : nullptr;
         if (target != nullptr && ownerOf(*target) == &stub) {
             owned.push_back(target);
@@ -417,19 +423,83 @@ void Store::collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned) co
     for (AcDbStub* sub = firstSubEntity(stub); sub != nullptr; sub = subEntityBehind(*sub)) {
         owned.push_back(sub);
     }
+    const bool mayBeBlock
+        = stub.type == RecordType::blockRecord || stub.kind == RecordKind::blockBegin;
+    const Block* const block = mayBeBlock ? blockOf(stub) : nullptr;
+    if (block == nullptr || block->record != &stub) {
+        return;
+    }
+    for (AcDbStub* part : {block->begin, block->end}) {
+        if (part != nullptr && part != &stub) {
+            owned.push_back(part);
+        }
+    }
+    for (AcDbStub* at = firstEntity(*block); at != nullptr; at = entityBehind(*block, *at)) {
+        owned.push_back(at);
+    }
+}
+
+// A record and all that is its own, each once, even in a circle of owners.
+std::vector<AcDbStub*> Store::withOwned(AcDbStub& stub)
+{
+    std::vector<AcDbStub*> found = {&stub};
+    std::unordered_set<AcDbStub*> known = {&stub};
+    std::vector<AcDbStub*> owned;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        owned.clear();
+        collectOwned(*found[i], owned);
+        std::copy_if(owned.begin(), owned.end(), std::back_inserter(found),
+                     [&](AcDbStub* part) { return known.insert(part).second; });
+    }
+    return found;
 }
 
 void Store::erase(AcDbStub& stub, bool erasing)
 {
-    std::vector<AcDbStub*> waiting = {&stub};
-    while (!waiting.empty()) {
-        AcDbStub* const next = waiting.back();
-        waiting.pop_back();
-        if (next->isErased == erasing) {
-            continue; // also ends a circle of owners
+    if (stub.isErased == erasing) {
+        return;
+    }
+    const AcDbStub* const root = erasing ? &stub : m_erasedWith[&stub];
+    for (AcDbStub* part : withOwned(stub)) {
+        if (part->isErased == erasing || (!erasing && m_erasedWith[part] != root)) {
+            continue;
         }
-        next->isErased = erasing;
-        collectOwned(*next, waiting);
+        part->isErased = erasing;
+        if (erasing) {
+            m_erasedWith[part] = root;
+        } else {
+            m_erasedWith.erase(part);
+        }
+    }
+    noteErasing(stub, erasing);
+    m_isChanged = true;
+}
+
+// What leads to a record by its name follows.
+void Store::noteErasing(AcDbStub& stub, bool erasing)
+{
+    Block* const block = erasing || stub.kind == RecordKind::entity ? nullptr : blockOf(stub);
+    if (block != nullptr) {
+        m_blocksByName[foldedName(block->name)] = block;
+        forgetNames(kBlockTable);
+        return;
+    }
+    AcDbStub* const owner = ownerOf(stub);
+    if (owner == nullptr) {
+        return;
+    }
+    if (isDictionary(*owner)) {
+        resident(*owner); // its entry is not written
+        markChanged(*owner);
+    } else if (const auto kind = kindOfTable(*owner)) {
+        forgetNames(*kind);
+    }
+}
+
+void Store::setLoose(AcDbStub& stub, bool isLoose)
+{
+    for (AcDbStub* part : withOwned(stub)) {
+        part->isLoose = isLoose;
     }
     m_isChanged = true;
 }
@@ -439,7 +509,12 @@ AcDbStub* Store::ownerOf(const AcDbStub& stub) const
     if (stub.container != nullptr) {
         return stub.container;
     }
-    return find(groupsOf(stub).ownerHandle());
+    const Groups groups = groupsOf(stub);
+    Handle owner = groups.ownerHandle();
+    if (owner == Handle::none && stub.kind == RecordKind::object) {
+        owner = groups.handle(code::owner, groups.braces(L"ACAD_REACTORS")); // all that R13 tells
+    }
+    return owner == Handle::none ? nullptr : find(owner);
 }
 
 AcDbStub* Store::appendObject(RecordType type)
@@ -461,9 +536,12 @@ void Store::implyNamedObjects()
             }
         }
     }
-    m_namedObjects
-        = impliedStub(RecordKind::object, RecordType::dictionary,
-                      {{code::type, L"DICTIONARY"}, {code::subclass, L"AcDbDictionary"}, {281, 1}});
+    std::vector<Group> groups = {{code::type, L"DICTIONARY"}, {code::subclass, L"AcDbDictionary"}};
+    if (m_version >= DrawingVersion::r2000) {
+        constexpr int kCloning = 281;
+        groups.emplace_back(kCloning, 1);
+    }
+    m_namedObjects = impliedStub(RecordKind::object, RecordType::dictionary, std::move(groups));
 }
 
 AcDbStub& Store::namedObjects()
@@ -473,11 +551,11 @@ AcDbStub& Store::namedObjects()
 
 Acad::ErrorStatus Store::makeRoomForObjects()
 {
+    if (m_version < DrawingVersion::r13) {
+        return Acad::eInvalidDwgVersion; // also where the file has some: it lacks handles for more
+    }
     if (!m_namedObjects->isImplied) {
         return Acad::eOk;
-    }
-    if (m_version < DrawingVersion::r13) {
-        return Acad::eInvalidDwgVersion;
     }
     if (m_structure.objectsBegin == nullptr) {
         m_structure.objectsBegin

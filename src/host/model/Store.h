@@ -143,7 +143,8 @@ public:
     /// The object in memory for a record, made from its groups when there is none yet.
     AcDbObject& resident(AcDbStub& stub);
 
-    /// Gives a new record its object. Handle and owner are put into its groups.
+    /// Gives a new record its object. Handle and owner are put into its groups; groups that wait
+    /// for an object are forgotten.
     void setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Handle owner);
 
     /// Gives a record new content, without an object until one is asked for; nobody may have it
@@ -156,8 +157,13 @@ public:
     /// Lets go of the object in memory when it holds nothing that the file does not.
     void release(AcDbStub& stub);
 
-    /// Marks a record as erased, with all that it owns, or takes the marks away.
+    /// Marks a record as erased, with all that it owns, or takes the marks away from it and from
+    /// what was erased along with it. A dictionary that it is an entry of becomes a changed one.
     void erase(AcDbStub& stub, bool erasing);
+
+    /// Marks a record as taken out of its dictionary, with all that it owns, or takes the marks
+    /// away.
+    void setLoose(AcDbStub& stub, bool isLoose);
 
     /// The record that owns another by its place or by what it says; null when there is none.
     [[nodiscard]] AcDbStub* ownerOf(const AcDbStub& stub) const;
@@ -291,7 +297,9 @@ private:
     [[nodiscard]] bool isOwn(const Block& block, const AcDbStub& stub) const;
     [[nodiscard]] AcDbStub* sectionBehind(const Block& block) const;
     AcDbStub* placeBehind(const Block& block) const;
-    void collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned) const;
+    void collectOwned(const AcDbStub& stub, std::vector<AcDbStub*>& owned);
+    std::vector<AcDbStub*> withOwned(AcDbStub& stub);
+    void noteErasing(AcDbStub& stub, bool erasing);
     Header& header() const;
 
     AcDbDatabase* m_database;
@@ -305,6 +313,7 @@ private:
     Structure m_structure;
     AcDbStub* m_namedObjects = nullptr;
     std::unordered_map<const AcDbStub*, Groups> m_newGroups; // of new records without an object
+    std::unordered_map<const AcDbStub*, const AcDbStub*> m_erasedWith; // what was erased to what
 
     DrawingVersion m_version = DrawingVersion::unknown;
     std::wstring m_versionText;

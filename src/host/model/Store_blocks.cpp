@@ -319,8 +319,7 @@ AcDbStub* Store::entityBehind(const Block& block, const AcDbStub& entity) const
 
 AcDbStub* Store::lastEntity(const Block& block) const
 {
-    const bool isShared
-        = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
+    const bool isShared = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
     if (!isShared && block.begin == nullptr) {
         return nullptr;
     }
@@ -364,8 +363,7 @@ AcDbStub* Store::entityBefore(const Block& block, const AcDbStub& entity) const
 // The record before which a new entity of a block goes; null for the end of the file.
 AcDbStub* Store::placeBehind(const Block& block) const
 {
-    const bool isShared
-        = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
+    const bool isShared = block.share != Block::Share::none && m_structure.entitiesBegin != nullptr;
     AcDbStub* at = isShared ? m_structure.entitiesEnd : block.end;
     if (at != nullptr) {
         return at;

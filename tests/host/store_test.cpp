@@ -1,0 +1,3 @@
+#include "host/model/Store.h"
+
+#include <gtest/gtest.h>

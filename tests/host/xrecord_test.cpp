@@ -1,0 +1,3 @@
+#include "host/acdb_dictionary.h"
+
+#include <gtest/gtest.h>
