@@ -1,0 +1,112 @@
+#include "host/transform/RecordPart.h"
+#include "host/transform/transformers.h"
+
+#include <initializer_list>
+
+namespace corma::host {
+
+namespace {
+
+constexpr int kPosition = 10;
+constexpr int kDirection = 11;
+constexpr int kRotation = 50;
+
+void scaleAll(RecordPart& part, std::initializer_list<int> lengths, double factor)
+{
+    for (const int length : lengths) {
+        part.scale(length, factor);
+    }
+}
+
+/// The direction of the base line: a vector of the world, or an angle in the plane where an older
+/// writer left that. Without any it is the X axis of the plane.
+void moveDirection(RecordPart& part, const Motion& motion, const PlaneMotion& plane)
+{
+    if (part.has(kRotation)) {
+        part.setReal(kRotation, plane.direction(part.real(kRotation)));
+    }
+    if (part.has(kDirection)) {
+        part.setVector(kDirection, motion.direction(part.vector(kDirection)));
+    } else if (!part.has(kRotation)) {
+        AcGeMatrix3d toWorld;
+        const AcGeVector3d before
+            = toWorld.setToPlaneToWorld(plane.normalBefore()) * AcGeVector3d::kXAxis;
+        const AcGeVector3d implied
+            = toWorld.setToPlaneToWorld(plane.normal()) * AcGeVector3d::kXAxis;
+        if (plane.turn() != 0.0) {
+            part.setVector(kDirection, motion.direction(before), implied);
+        }
+    }
+}
+
+/// The groups of an MTEXT, be it an entity or inside an attribute.
+void moveText(RecordPart& part, const Motion& motion, const PlaneMotion& plane)
+{
+    part.movePoints(kPosition, motion);
+    moveDirection(part, motion, plane);
+    // Height of letters, width of the frame, extents of the text, height of the frame.
+    scaleAll(part, {40, 41, 42, 43, 46}, plane.scale());
+    part.movePlane(plane);
+}
+
+/// The columns of an MTEXT repeat its place under codes of their own.
+void moveColumns(Groups& groups, const Motion& motion, double scale)
+{
+    constexpr int kColumnDirection = 10;
+    constexpr int kColumnPosition = 11;
+    constexpr int kColumnHeight = 46; // of each column
+    RecordPart part(groups, embeddedObject(groups));
+    part.setVector(kColumnDirection, motion.direction(part.vector(kColumnDirection)));
+    part.movePoints(kColumnPosition, motion);
+    // Width and height of the frame, extents of the text, width of a column, gap.
+    scaleAll(part, {40, 41, 42, 43, 44, 45}, scale);
+    for (std::size_t at = part.range().begin; at < part.range().end; ++at) {
+        if (groups[at].code == kColumnHeight) {
+            setRealAt(groups, at, groups[at].real() * scale);
+        }
+    }
+}
+
+} // namespace
+
+Acad::ErrorStatus transformMultilineText(Groups& groups, const Motion& motion)
+{
+    RecordPart part(groups, L"AcDbMText");
+    const PlaneMotion plane = motion.ofPlane(part.normal(), Mirroring::turnedOver);
+    if (!plane.isSimilar()) {
+        return Acad::eCannotScaleNonUniformly;
+    }
+    moveText(part, motion, plane);
+    moveColumns(groups, motion, plane.scale());
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus transformEmbeddedText(Groups& groups, const Motion& motion)
+{
+    const GroupRange embedded = embeddedObject(groups);
+    if (embedded.begin == embedded.end) {
+        return Acad::eOk;
+    }
+    RecordPart part(groups, embedded);
+    const PlaneMotion plane = motion.ofPlane(part.normal(), Mirroring::turnedOver);
+    if (!plane.isSimilar()) {
+        return Acad::eCannotScaleNonUniformly;
+    }
+    moveText(part, motion, plane);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus transformTolerance(Groups& groups, const Motion& motion)
+{
+    RecordPart part(groups, L"AcDbFcf");
+    const PlaneMotion plane = motion.ofPlane(part.normal(), Mirroring::turnedOver);
+    if (!plane.isSimilar()) {
+        return Acad::eCannotScaleNonUniformly;
+    }
+    part.movePoints(kPosition, motion);
+    moveDirection(part, motion, plane);
+    part.movePlane(plane);
+    return Acad::eOk;
+}
+
+} // namespace corma::host
