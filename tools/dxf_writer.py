@@ -15,8 +15,8 @@ from typing import Iterable, Iterator, Mapping, Sequence
 from dxf_form import CODE_PAGES, BinaryForm, Form, Tag, TextForm, Version
 
 __all__ = ["AttributeDefinition", "BinaryForm", "Dictionary", "Drawing", "Form", "Layout",
-           "Placing", "Point", "Record", "Space", "Tag", "TextForm", "Version", "at", "at3",
-           "chapter_key"]
+           "Placing", "Point", "Record", "Sheet", "Space", "Tag", "TextForm", "Version", "at",
+           "at3", "chapter_key"]
 
 Point = tuple[float, ...]
 
@@ -127,6 +127,15 @@ class Table:
     entries: list[Record] = field(default_factory=list)
 
 
+@dataclass(frozen=True)
+class Sheet:
+    """The paper of a layout, in millimetres."""
+
+    layout: str = "Layout1"
+    paper: str = "ISO_A3_(420.00_x_297.00_MM)"
+    size: tuple[float, float] = (420.0, 297.0)
+
+
 @dataclass
 class Layout:
     name: str
@@ -157,7 +166,7 @@ class Drawing:
     """A drawing with what every one has; add the rest, then save it."""
 
     def __init__(self, version: Version, code_page: str = "ANSI_1252", *,
-                 handles: bool = True) -> None:
+                 handles: bool = True, sheet: Sheet = Sheet()) -> None:
         self.version = version
         self.code_page = code_page
         self.comments: list[str] = []
@@ -167,6 +176,7 @@ class Drawing:
         self.blocks: list[Space] = []
         self.layouts: dict[str, Layout] = {}
         self._has_handles = handles
+        self._sheet = sheet
         self._last_handle = 0
         self.tables = {name: Table(name, self._table_handle(name)) for name in _TABLE_NAMES}
         self.header = self._standard_header()
@@ -190,6 +200,9 @@ class Drawing:
     def new_handle(self) -> str:
         self._last_handle += 1
         return f"{self._last_handle:X}"
+
+    def skip_handles(self, count: int) -> None:
+        self._last_handle += count
 
     @property
     def seed(self) -> str:
@@ -302,17 +315,26 @@ class Drawing:
         self.layer("0")
         self.text_style(self.standard("Standard"), "txt")
         self.application("ACAD")
-        self._add_dimension_style()
+        self.dimension_style(self.standard("Standard"))
 
-    def _add_dimension_style(self) -> None:
+    def look_at(self, centre: Point, height: float) -> None:
+        """What the window shows when the drawing is opened."""
+        record = self.tables["VPORT"].entries[0]
+        new = dict([*at(12, centre[:2]), (40, height)])
+        record.body = [(code, new.get(code, value)) for code, value in record.body]
+
+    def dimension_style(self, name: str, scale: float = 1.0, decimals: int = 2) -> None:
+        """One in millimetres on paper; dimensions that come behind have it."""
         # Up to R14 groups 5 to 7 are names of arrow blocks; the handle stands in 105.
         arrows: list[Tag] = [(code, "") for code in (3, 4, 5, 6, 7)]
         body = [] if self.version >= Version.R2000 else arrows
+        body += [(40, scale)] if scale != 1.0 else []
         body += [(41, 2.5), (42, 0.625), (43, 3.75), (44, 1.25), (73, 0), (74, 0), (77, 1),
                  (78, 8), (140, 2.5), (141, 2.5), (147, 0.625), (171, 3), (172, 1)]
         if self.version >= Version.R2000:
-            body += [(271, 2), (272, 2), (278, 44)]
-        self.entry("DIMSTYLE", self.standard("Standard"), 0, body)
+            body += [(271, decimals), (272, decimals), (278, 44)]
+        self.entry("DIMSTYLE", name, 0, body)
+        self._dimension_style = name
 
     # --- blocks ---
 
@@ -427,20 +449,21 @@ class Drawing:
             (71, 0), (91, 1), (92, 3), (72, 0), (73, 1), (93, len(points)), *boundary, (97, 0),
             (75, 1), (76, 1), (98, 1), *at(10, points[0])], layer)
 
-    def dimension(self, space: Space, ends: tuple[Point, Point], height: float,
-                  picture: Space, layer: str = "0") -> Record:
-        """A horizontal one at that height, drawn by an anonymous block."""
-        (left, right), middle = ends, (ends[0][0] + ends[1][0]) / 2
+    def dimension(self, space: Space, ends: tuple[Point, Point], text_at: Point, picture: Space, *,
+                  upright: bool = False, layer: str = "0") -> Record:
+        """Of the horizontal or vertical distance. The text is on the dimension line, which an
+        anonymous block draws with all the rest."""
+        axis = int(upright)
+        on_line = (text_at[0], ends[1][1]) if upright else (ends[1][0], text_at[1])
         body: list[Tag] = [(100, "AcDbDimension")]
         if self.version >= Version.R2010:
             body.append((280, 0))
-        body += [(2, picture.name), *at3(10, (right[0], height)), *at3(11, (middle, height)),
+        body += [(2, picture.name), *at3(10, on_line), *at3(11, text_at),
                  (70, 32 if self.version >= Version.R13 else 0)]
         if self.version >= Version.R2000:
-            body.append((71, 5))
-        body += [(42, right[0] - left[0])] if self.version >= Version.R2000 else []
-        body += [(3, self.standard("Standard")), (100, "AcDbAlignedDimension"), *at3(13, left),
-                 *at3(14, right), (50, 0.0), (100, "AcDbRotatedDimension")]
+            body += [(71, 5), (42, abs(ends[1][axis] - ends[0][axis]))]
+        body += [(3, self._dimension_style), (100, "AcDbAlignedDimension"), *at3(13, ends[0]),
+                 *at3(14, ends[1]), (50, 90.0 if upright else 0.0), (100, "AcDbRotatedDimension")]
         return self.add(space, "DIMENSION", body, layer)
 
     def attribute_definition(self, block: Space, definition: AttributeDefinition) -> Record:
@@ -548,26 +571,26 @@ class Drawing:
         for layer in self.tables["LAYER"].entries:
             layer.body.append((390, str(normal.handle)))
         self._add_layout("Model", self.model)
-        self._add_layout("Layout1", self.paper)
+        self._add_layout(self._sheet.layout, self.paper)
 
     def _add_layout(self, name: str, space: Space) -> Layout:
-        paper = space.paper
+        paper, size = space.paper, self._sheet.size
         record = self.object(self._layouts, name, "LAYOUT", [
             (100, "AcDbPlotSettings"), (1, ""), (2, "none_device"),
-            (4, "ISO_A3_(420.00_x_297.00_MM)"), (6, ""), (40, 7.5), (41, 20.0), (42, 7.5),
-            (43, 20.0), (44, 420.0), (45, 297.0), (46, 0.0), (47, 0.0), (48, 0.0), (49, 0.0),
+            (4, self._sheet.paper), (6, ""), (40, 7.5), (41, 20.0), (42, 7.5),
+            (43, 20.0), (44, size[0]), (45, size[1]), (46, 0.0), (47, 0.0), (48, 0.0), (49, 0.0),
             (140, 0.0), (141, 0.0), (142, 1.0), (143, 1.0), (70, 688 if paper else 1712), (72, 1),
             (73, 0), (74, 5 if paper else 0), (7, ""), (75, 16), (147, 1.0), (148, 0.0),
             (149, 0.0), (100, "AcDbLayout"), (1, name), (70, 1), (71, len(self.layouts)),
-            *at(10, (0, 0)), *at(11, (420, 297)), *at(12, (0, 0, 0)), *at(14, (0, 0, 0)),
-            *at(15, (420, 297, 0)), (146, 0.0), *at(13, (0, 0, 0)), *at(16, (1, 0, 0)),
+            *at(10, (0, 0)), *at(11, size), *at(12, (0, 0, 0)), *at(14, (0, 0, 0)),
+            *at3(15, size), (146, 0.0), *at(13, (0, 0, 0)), *at(16, (1, 0, 0)),
             *at(17, (0, 1, 0)), (76, 0), (330, str(space.record.handle))])
         space.record.body.append((340, str(record.handle)))
         self.layouts[name] = Layout(name, record, space)
         return self.layouts[name]
 
     def layout(self, name: str) -> Layout:
-        """One more layout, from R2000 on. Layout1, whose paper is self.paper, is there already."""
+        """One more layout, from R2000 on; the first, with self.paper, is there already."""
         number = len(self.layouts) - 2
         return self._add_layout(name, self._add_space(f"*Paper_Space{number}", paper=True))
 

@@ -4,7 +4,8 @@ set -eu
 
 case "${1:-build}" in
     build) packages="g++ cmake ninja-build ccache pkg-config libicu-dev libcli11-dev
-                     nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev" ;;
+                     nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev
+                     python3 python3-ezdxf" ;;
     lint)  packages="clang-format clang-tidy git" ;;
     fuzz)  packages="clang libclang-rt-14-dev" ;;
     *)     echo "usage: tools/setup.sh build|lint|fuzz" >&2; exit 2 ;;

@@ -42,7 +42,7 @@ constexpr std::size_t kDwgVersionSize = 6;
 bool isDwg(std::string_view bytes)
 {
     constexpr std::string_view kPrefix = "AC1";
-    return bytes.size() > kDwgVersionSize && bytes.starts_with(kPrefix)
+    return bytes.size() >= kDwgVersionSize && bytes.starts_with(kPrefix)
         && std::all_of(bytes.begin() + kPrefix.size(), bytes.begin() + kDwgVersionSize,
                        [](char c) { return c >= '0' && c <= '9'; });
 }

@@ -17,6 +17,7 @@ sys.path[:0] = [str(HERE.parents[1] / "tools"), str(HERE)]
 from damaged_drawings import damaged_drawings  # noqa: E402
 from dxf_writer import (AttributeDefinition, BinaryForm, Dictionary, Drawing, Form,  # noqa: E402
                         Placing, Record, Space, Tag, TextForm, Version, at)
+from made_files import write_or_check  # noqa: E402
 
 
 @dataclass(frozen=True)
@@ -103,7 +104,7 @@ def add_entities(drawing: Drawing, blocks: Blocks, words: Words) -> Record:
     if drawing.version >= Version.R14:
         drawing.outline(model, [(60, 80), (80, 80, 0.5), (80, 100)], words.layer, closed=True)
         drawing.hatch(model, [(60, 110), (80, 110), (70, 125)])
-    drawing.dimension(model, ((10, 10), (60, 10)), 30.0, blocks.picture)
+    drawing.dimension(model, ((10, 10), (60, 10)), (35, 30), blocks.picture)
     add_references(drawing, blocks)
     return first
 
@@ -351,19 +352,5 @@ def all_files() -> dict[Path, bytes]:
     return files
 
 
-def main() -> int:
-    files = all_files()
-    if sys.argv[1:] == ["--check"]:
-        wrong = [path for path, data in files.items()
-                 if not path.is_file() or path.read_bytes() != data]
-        for path in wrong:
-            print(f"{path} is not what {Path(__file__).name} makes", file=sys.stderr)
-        return int(bool(wrong))
-    for path, data in files.items():
-        path.parent.mkdir(exist_ok=True)
-        path.write_bytes(data)
-    return 0
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(write_or_check(all_files()))

@@ -1,9 +1,11 @@
 #include "platform/platform.h"
 #include "support/TempFolder.h"
 
+#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -207,6 +209,116 @@ TEST(ReplaceFile, KeepsTheOwnerWhereTheSystemAllowsIt)
     struct stat status = {};
     ASSERT_EQ(::stat(path.c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, owner);
+}
+
+std::vector<std::wstring> namesIn(const TempFolder& folder)
+{
+    std::vector<std::wstring> names;
+    for (const auto& entry : fs::directory_iterator(toNative(folder.path()))) {
+        names.push_back(entry.path().filename().wstring());
+    }
+    return names;
+}
+
+TEST(FileReplacement, PutsPiecesOfAnySizeBehindEachOther)
+{
+    const TempFolder folder;
+    const std::wstring path = folder.write(L"a", "old");
+    std::string all;
+    FileReplacement file(path);
+    for (const std::size_t size : {1, 0, 65534, 1, 1, 65535, 65536, 65537, 200000, 3}) {
+        const std::string piece(size, static_cast<char>('a' + all.size() % 26));
+        EXPECT_TRUE(file.write(piece));
+        all += piece;
+    }
+    EXPECT_EQ(folder.read(L"a"), "old");
+    EXPECT_TRUE(file.commit());
+    EXPECT_EQ(folder.read(L"a"), all);
+    EXPECT_EQ(namesIn(folder), std::vector<std::wstring> {L"a"});
+}
+
+TEST(FileReplacement, WithoutAPieceTheFileIsEmpty)
+{
+    const TempFolder folder;
+    FileReplacement file(folder.path(L"a"));
+    EXPECT_TRUE(file.commit());
+    EXPECT_EQ(folder.read(L"a"), "");
+}
+
+TEST(FileReplacement, WhatIsNotCommittedGoesAway)
+{
+    const TempFolder folder;
+    const std::wstring path = folder.write(L"a", "old");
+    {
+        FileReplacement file(path);
+        EXPECT_TRUE(file.write(std::string(100000, 'x')));
+        EXPECT_EQ(namesIn(folder).size(), 2U);
+    }
+    EXPECT_EQ(folder.read(L"a"), "old");
+    EXPECT_EQ(namesIn(folder).size(), 1U);
+}
+
+TEST(FileReplacement, NothingCanBeWrittenBehindTheCommit)
+{
+    const TempFolder folder;
+    FileReplacement file(folder.path(L"a"));
+    EXPECT_TRUE(file.write("x"));
+    EXPECT_TRUE(file.commit());
+    EXPECT_FALSE(file.write("y"));
+    EXPECT_FALSE(file.commit());
+    EXPECT_EQ(folder.read(L"a"), "x");
+}
+
+TEST(FileReplacement, RefusesWhatReplaceFileRefuses)
+{
+    const TempFolder folder;
+    FileReplacement file(folder.path(L"none/a"));
+    EXPECT_FALSE(file.write("x"));
+    EXPECT_FALSE(file.commit());
+    EXPECT_FALSE(file.wasDiskFull());
+}
+
+/// The system gives no room to files beyond a size, as a full disk does.
+class NoRoom
+{
+public:
+    explicit NoRoom(rlim_t mostBytes)
+        : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
+    {
+        ::getrlimit(RLIMIT_FSIZE, &m_former);
+        const rlimit limit {mostBytes, m_former.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+
+    NoRoom(const NoRoom&) = delete;
+    NoRoom& operator=(const NoRoom&) = delete;
+
+    ~NoRoom()
+    {
+        ::setrlimit(RLIMIT_FSIZE, &m_former);
+        std::signal(SIGXFSZ, m_formerHandler);
+    }
+
+private:
+    rlimit m_former {};
+    void (*m_formerHandler)(int);
+};
+
+TEST(FileReplacement, TellsThatThereIsNoRoom)
+{
+    const TempFolder folder;
+    const std::wstring path = folder.write(L"a", "old");
+    {
+        const NoRoom limit(100000);
+        FileReplacement file(path);
+        EXPECT_TRUE(file.write(std::string(50000, 'x')));
+        file.write(std::string(100000, 'x'));
+        EXPECT_FALSE(file.write("x"));
+        EXPECT_FALSE(file.commit());
+        EXPECT_TRUE(file.wasDiskFull());
+    }
+    EXPECT_EQ(folder.read(L"a"), "old");
+    EXPECT_EQ(namesIn(folder).size(), 1U);
 }
 
 TEST(Exists, InAnyCase)

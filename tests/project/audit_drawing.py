@@ -5,7 +5,8 @@ audit_drawing.py FILE             its findings as JSON: {"errors": [...], "fixes
 audit_drawing.py --settings FILE  the settings below KVR_INI_ROOT as JSON: a chapter is an object
                                   within that of its file, a setting a text; null is no setting,
                                   or a chapter that holds itself
-audit_drawing.py --clean FILE...  the exit status is 1 when ezdxf finds anything in one of them
+audit_drawing.py --clean PATH...  the exit status is 1 when ezdxf finds anything in one of these
+                                  drawings, or those of a folder
 
 The exit status is 1, with a line that tells why, when ezdxf refuses a file; 77 when there is no
 ezdxf.
@@ -17,6 +18,7 @@ import argparse
 import json
 import logging
 import sys
+from pathlib import Path
 from typing import Any
 
 try:
@@ -72,13 +74,17 @@ def main() -> int:
     if len(options.files) > 1 and not options.clean:
         parser.error("one file at a time")
     logging.disable(logging.CRITICAL)
-    return max([asked(file, options) for file in options.files])
+    files = [file for path in map(Path, options.files)
+             for file in (sorted(path.glob("*.dxf")) if path.is_dir() else [path])]
+    if not files:
+        parser.error("no drawings there")
+    return max([asked(file, options) for file in files])
 
 
-def asked(file: str, options: argparse.Namespace) -> int:
+def asked(file: Path, options: argparse.Namespace) -> int:
     """The exit status for a file."""
     try:
-        drawing = ezdxf.readfile(file)
+        drawing = ezdxf.readfile(str(file))
         if options.settings:
             shown(settings(drawing.rootdict.get(ROOT)) or {})
             return 0

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <unicode/ucnv.h>
+#include <unicode/ucnv_cb.h>
 #include <unicode/utf16.h>
 
 namespace corma::host::dxf {
@@ -50,6 +51,18 @@ std::string_view numberAtEndOf(std::string_view name)
 {
     const std::size_t last = name.find_last_not_of(kDigits);
     return last == std::string_view::npos ? name : name.substr(last + 1);
+}
+
+// The converters' own replacement is a control character for some bytes.
+void replaceBytes(const void* /*context*/, UConverterToUnicodeArgs* arguments,
+                  const char* /*bytes*/, std::int32_t /*count*/, UConverterCallbackReason reason,
+                  UErrorCode* error)
+{
+    constexpr UChar kReplacement = 0xFFFD;
+    if (reason <= UCNV_IRREGULAR) {
+        *error = U_ZERO_ERROR;
+        ucnv_cbToUWriteUChars(arguments, &kReplacement, 1, 0, error);
+    }
 }
 
 bool isUsable(UConverter* converter)
@@ -132,9 +145,9 @@ bool CodePage::open(const char* converterName)
     if (U_FAILURE(error) || !isUsable(converter.get())) {
         return false;
     }
-    ucnv_setFallback(converter.get(), false);
     ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
                           &error);
+    ucnv_setToUCallBack(converter.get(), replaceBytes, nullptr, nullptr, nullptr, &error);
     m_form = Form::converter;
     m_converter = std::move(converter);
     return true;
@@ -191,10 +204,15 @@ bool CodePage::encode(char32_t c, std::string& bytes) const
     const std::int32_t count
         = ucnv_fromUChars(m_converter.get(), encoded.data(),
                           static_cast<std::int32_t>(encoded.size()), units.data(), length, &error);
-    if (U_FAILURE(error) || count == 0) {
+    if (U_FAILURE(error)) {
         return false;
     }
-    bytes.append(encoded.data(), static_cast<std::size_t>(count));
+    // Some characters have only a look-alike in the code page.
+    const std::string_view found(encoded.data(), static_cast<std::size_t>(count));
+    if (convert(found) != fromUtf16({units.data(), static_cast<std::size_t>(length)})) {
+        return false;
+    }
+    bytes += found;
     return true;
 }
 

@@ -130,6 +130,7 @@ void DxfFormat::learnCharacters(const AcDbStub& header)
 {
     constexpr std::wstring_view kVersion = L"$ACADVER";
     constexpr std::wstring_view kCodePage = L"$DWGCODEPAGE";
+    constexpr std::wstring_view kVersionPrefix = L"AC";
     constexpr std::wstring_view kFirstWithUtf8 = L"AC1021";
     std::wstring version;
     std::wstring page;
@@ -142,7 +143,8 @@ void DxfFormat::learnCharacters(const AcDbStub& header)
             *std::exchange(wanted, nullptr) = group.text();
         }
     }
-    if (bytes().starts_with(kByteOrderMark) || version >= kFirstWithUtf8) {
+    const bool hasUtf8 = version.starts_with(kVersionPrefix) && version >= kFirstWithUtf8;
+    if (hasUtf8 || bytes().starts_with(kByteOrderMark)) {
         m_form.page = CodePage::utf8();
     } else {
         m_form.page = CodePage::named(std::string(page.begin(), page.end()));

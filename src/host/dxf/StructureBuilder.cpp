@@ -93,6 +93,7 @@ void StructureBuilder::addInSection()
 
 Store::Structure StructureBuilder::finish()
 {
+    m_record.offset += m_record.size; // for what is implied behind it
     closeSection();
     if (m_structure.fileEnd == nullptr) {
         m_structure.fileEnd = appendImplied(RecordKind::structure, RecordType::endOfFile);

@@ -11,12 +11,14 @@ namespace corma::host::dxf {
 
 namespace {
 
-constexpr const wchar_t* kNoCode = L"a group code was expected, found ";
+constexpr const wchar_t* kNoCode = L": a group code was expected, found ";
 constexpr const wchar_t* kNotToItsEnd = L"; the file was not saved or copied to its end: copy it "
                                         L"again, or use a backup";
 constexpr const wchar_t* kDamaged = L"; the file is damaged: use a backup, or save the drawing "
                                     L"again in the CAD program";
 
+constexpr std::string_view kEndOfFile = "EOF";
+constexpr std::string_view kEndOfSection = "ENDSEC";
 constexpr std::uint64_t kMostOfRecord = std::numeric_limits<std::uint32_t>::max();
 
 // What stopped the reading, and where.
@@ -33,7 +35,8 @@ struct Trouble
 
     Kind kind = Kind::none;
     const char* at = nullptr;
-    std::wstring found {}; // in place of a group code, or the name of a section
+    int code = 0; // in a binary file what stands in place of a group code
+    std::string_view section {};
 };
 
 // Makes the records of a file in one pass over its groups.
@@ -58,12 +61,10 @@ public:
             return {Trouble::Kind::tooLarge, m_file.data()};
         }
         m_builder.addPreface(static_cast<std::uint32_t>(preface));
-        bool hasRecords = false;
         while (step == Step::group) {
             step = readRecord();
-            hasRecords = true;
         }
-        return troubleAfter(step, hasRecords);
+        return troubleAfter(step);
     }
 
     Store::Structure finish() { return m_builder.finish(); }
@@ -76,7 +77,7 @@ private:
         m_record = {};
         m_record.type = trimmed(m_tags.value());
         Step step = Step::end;
-        if (m_record.type == "EOF") {
+        if (m_record.type == kEndOfFile) {
             m_tags.skipAll();
             m_hasEnd = true;
         } else {
@@ -125,22 +126,22 @@ private:
         }
     }
 
-    Trouble troubleAfter(Step step, bool hasRecords) const
+    Trouble troubleAfter(Step step) const
     {
+        Trouble trouble {Trouble::Kind::none, m_tags.begin(), m_tags.code(),
+                         m_builder.sectionName()};
         if (m_isTooLarge) {
-            return {Trouble::Kind::tooLarge, m_tags.begin()};
+            trouble.kind = Trouble::Kind::tooLarge;
+        } else if (step == Step::noCode) {
+            trouble.kind = Trouble::Kind::noCode;
+        } else if (step == Step::cutOff) {
+            trouble.kind = Trouble::Kind::cutOff;
+        } else if (!m_hasEnd && m_record.type != kEndOfSection) {
+            // What the end of the file is missing behind it is known to be whole.
+            const bool isNamed = m_builder.isInSection() && !trouble.section.empty();
+            trouble.kind = isNamed ? Trouble::Kind::cutOffSection : Trouble::Kind::cutOff;
         }
-        if (step == Step::noCode) {
-            return {Trouble::Kind::noCode, m_tags.begin()};
-        }
-        if (step == Step::cutOff || !hasRecords) {
-            return {Trouble::Kind::cutOff, m_tags.begin()};
-        }
-        if (!m_hasEnd && m_builder.isInSection()) {
-            return {Trouble::Kind::cutOffSection, m_tags.begin(),
-                    fromUtf8(m_builder.sectionName())};
-        }
-        return {};
+        return trouble;
     }
 
     Tags m_tags;
@@ -151,13 +152,9 @@ private:
     bool m_isTooLarge = false;
 };
 
-// What stands in place of a group code: the line, or the number that it would be.
-std::wstring foundAt(std::string_view bytes, bool isBinary)
+// The line that stands in place of a group code.
+std::wstring shownLine(std::string_view bytes)
 {
-    if (isBinary) {
-        return std::to_wstring(static_cast<unsigned char>(bytes[0])
-                               + 256 * static_cast<unsigned char>(bytes[1]));
-    }
     constexpr std::size_t kMostShown = 40;
     std::wstring line
         = fromUtf8(bytes.substr(0, std::min(bytes.find_first_of("\r\n"), kMostShown)));
@@ -177,13 +174,13 @@ std::wstring described(const Trouble& trouble, const std::wstring& path, std::st
     case Trouble::Kind::none:
         break;
     case Trouble::Kind::noCode:
-        return path + L", " + place + L": " + kNoCode + foundAt(file.substr(at), isBinary)
-            + kDamaged;
+        return path + L", " + place + kNoCode
+            + (isBinary ? std::to_wstring(trouble.code) : shownLine(file.substr(at))) + kDamaged;
     case Trouble::Kind::cutOff:
         return path + L": ends in the middle of a group (" + place + L")" + kNotToItsEnd;
     case Trouble::Kind::cutOffSection:
-        return path + L": ends in the middle of the section " + trouble.found + L" (" + place + L")"
-            + kNotToItsEnd;
+        return path + L": ends in the middle of the section " + fromUtf8(trouble.section) + L" ("
+            + place + L")" + kNotToItsEnd;
     case Trouble::Kind::tooLarge:
         return path + L", " + place + L": an object has more than 4 GB" + kDamaged;
     }

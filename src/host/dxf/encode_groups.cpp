@@ -174,7 +174,7 @@ void appendBinary(const Group& group, const Form& form, std::string& bytes)
         appendBits(static_cast<std::uint64_t>(wholeNumber(group)), sizeof(std::int64_t), bytes);
         return;
     case ValueKind::boolean:
-        appendBits(wholeNumber(group) == 0 ? 0 : 1, 1, bytes);
+        appendWhole<std::int8_t>(std::max(wholeNumber(group), std::int64_t {0}), bytes);
         return;
     case ValueKind::binary:
         appendBits(group.bytes().size(), 1, bytes);

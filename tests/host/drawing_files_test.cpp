@@ -1,0 +1,64 @@
+#include "host/drawing_files.h"
+#include "host/model/Store.h"
+
+#include <gtest/gtest.h>
+
+namespace corma::host {
+namespace {
+
+struct Row
+{
+    const char* test;
+    std::string bytes;
+    const wchar_t* message; // null for a drawing
+};
+
+class DrawingContent : public ::testing::TestWithParam<Row>
+{
+};
+
+TEST_P(DrawingContent, TellsTheFormat)
+{
+    Store store(nullptr);
+    const ReadResult result = readDrawing(textContent(GetParam().bytes), L"FILE", store);
+    const bool isDrawing = GetParam().message == nullptr;
+    EXPECT_EQ(result.status, isDrawing ? Acad::eOk : Acad::eUnsupportedFileFormat);
+    EXPECT_EQ(result.message, isDrawing ? L"" : GetParam().message);
+}
+
+constexpr const wchar_t* kNone
+    = L"FILE is no drawing: it begins neither as a text nor as a binary DXF file";
+
+INSTANTIATE_TEST_SUITE_P(
+    Drawing, DrawingContent,
+    ::testing::Values(
+        Row {"TextDxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n", nullptr},
+        Row {"TextDxfWithCommentsAhead", "999\na\n999\nb\n  0\nSECTION\n0\nENDSEC\n", nullptr},
+        Row {"TextDxfWithAMarkAhead", "\xEF\xBB\xBF  0\nEOF\n", nullptr},
+        Row {"BinaryDxf", std::string("AutoCAD Binary DXF\r\n\x1A\0\0EOF\0", 27), nullptr},
+        Row {"Nothing", "", L"FILE is empty and so no drawing"}, Row {"EmptyLines", "\n\n", kNone},
+        Row {"ALineOfText", "[TOOL]\nHoogte=2\n", kNone}, Row {"ACodeAndNothingElse", "0\n", kNone},
+        Row {"ACommentAndNothingElse", "999\ncomment\n", kNone},
+        Row {"AnotherRecordFirst", "0\nLINE\n", kNone},
+        Row {"AnotherGroupFirst", "2\nSECTION\n", kNone},
+        Row {"AMarkOfBinaryDxfThatIsCut", "AutoCAD Binary DXF\r\n\x1A", kNone},
+        Row {"Dwg", std::string("AC1032\0\0\0", 9),
+             L"FILE is a DWG drawing (AC1032, R2018); only DXF drawings can be opened; save it as "
+             L"DXF in the CAD program"},
+        Row {"DwgOfAnUnknownVersion", "AC1099xxx",
+             L"FILE is a DWG drawing (AC1099); only DXF drawings can be opened; save it as DXF in "
+             L"the CAD program"},
+        Row {"AWordLikeDwg", "AC10X2xxx", kNone}, Row {"AWordThatIsTooShort", "AC103", kNone}),
+    [](const auto& row) { return std::string(row.param.test); });
+
+TEST(TextContent, HasZerosBehindIt)
+{
+    const platform::FileContent content = textContent("abc");
+    EXPECT_EQ(content.view(), "abc");
+    for (std::size_t i = 0; i < platform::FileContent::kPadding; ++i) {
+        EXPECT_EQ(content.bytes[content.size + i], '\0');
+    }
+}
+
+} // namespace
+} // namespace corma::host

@@ -1,0 +1,112 @@
+#include "host/dxf/CodePage.h"
+
+#include <gtest/gtest.h>
+
+namespace corma::host::dxf {
+namespace {
+
+struct Row
+{
+    const char* test;
+    const char* name; // in $DWGCODEPAGE
+    const char* bytes;
+    const wchar_t* text;
+};
+
+class NamedPage : public ::testing::TestWithParam<Row>
+{
+};
+
+TEST_P(NamedPage, TurnsBytesIntoTextAndBack)
+{
+    const Row& row = GetParam();
+    const CodePage page = CodePage::named(row.name);
+    EXPECT_EQ(page.decode(row.bytes), row.text);
+    std::string bytes;
+    for (const wchar_t c : std::wstring_view(row.text)) {
+        EXPECT_TRUE(page.encode(static_cast<char32_t>(c), bytes));
+    }
+    EXPECT_EQ(bytes, row.bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    CodePage, NamedPage,
+    ::testing::Values(
+        Row {"Ansi874", "ANSI_874", "a\xA1", L"aก"},
+        Row {"Ansi932", "ANSI_932", "\x95\x5C\\\xB1", L"表\\ｱ"},
+        Row {"Dos932", "dos932", "\x95\x5C", L"表"},
+        Row {"AnsiSlashDos932", "ANSI/dos932", "\x95\x5C", L"表"},
+        Row {"Ansi936", "ANSI_936", "\xD6\xD0", L"中"}, Row {"Gb2312", "gb2312", "\xD6\xD0", L"中"},
+        Row {"Ansi949", "ANSI_949", "\xC7\xD1", L"한"},
+        Row {"Ksc5601", "ksc5601", "\xC7\xD1", L"한"},
+        Row {"Ansi950", "ANSI_950", "\xA4\xA4", L"中"}, Row {"Big5", "BIG5", "\xA4\xA4", L"中"},
+        Row {"Ansi1250", "ANSI_1250", "\xE8\x80", L"č€"},
+        Row {"Ansi1251", "ANSI_1251", "\xCF", L"П"},
+        Row {"Ansi1252", "ANSI_1252", "\xE9\x80", L"é€"},
+        Row {"InSmallLetters", "ansi_1252", "\xE9", L"é"},
+        Row {"Ansi1253", "ANSI_1253", "\xE1", L"α"}, Row {"Ansi1254", "ANSI_1254", "\xFE", L"ş"},
+        Row {"Ansi1255", "ANSI_1255", "\xE0", L"א"}, Row {"Ansi1256", "ANSI_1256", "\xC8", L"ب"},
+        Row {"Ansi1257", "ANSI_1257", "\xE0", L"ą"}, Row {"Ansi1258", "ANSI_1258", "\xD0", L"Đ"},
+        Row {"Dos437", "dos437", "\x82", L"é"}, Row {"Dos850", "DOS850", "\x9B", L"ø"},
+        Row {"Dos852", "dos852", "\x9F", L"č"}, Row {"Dos866", "dos866", "\x8F", L"П"},
+        Row {"MacRoman", "MAC-ROMAN", "\x8E\xDB", L"é€"},
+        Row {"MacRomanWithoutAHyphen", "mac_roman", "\x8E", L"é"},
+        Row {"Iso1", "ISO8859_1", "\xE9", L"é"}, Row {"Iso2", "ISO8859-2", "\xB1", L"ą"},
+        Row {"Iso5", "iso8859_5", "\xBF", L"П"}, Row {"Iso9", "ISO8859_9", "\xFE", L"ş"},
+        Row {"Ascii", "ASCII", "\xE9", L"é"}, Row {"Undefined", "UNDEFINED", "\xE9", L"é"},
+        Row {"None", "", "\xE9", L"é"}, Row {"AnUnknownName", "martian", "\xE9", L"é"},
+        Row {"AnUnknownNumber", "ANSI_99999", "\xE9", L"é"},
+        Row {"ANumberOfManyDigits", "dos99999999999999999999999999999999", "\xE9", L"é"},
+        Row {"Johab", "ANSI_1361", "\xE9", L"é"}, Row {"OneThatIsNoAscii", "dos37", "\xE9", L"é"},
+        Row {"OneOfUnits", "ANSI_1200", "\xE9", L"é"},
+        Row {"OneWithShifts", "dos50220", "\xE9", L"é"}),
+    [](const auto& row) { return std::string(row.param.test); });
+
+TEST(CodePage, LacksWhatItHasNoBytesFor)
+{
+    struct Case
+    {
+        const char* name;
+        char32_t c;
+    };
+
+    for (const Case& row :
+         {Case {"ANSI_1252", U'č'}, Case {"ANSI_1250", U'é' + 0x1000}, Case {"ANSI_1250", U'П'},
+          Case {"ANSI_932", U'한'}, Case {"ANSI_1251", 0x1F600}, Case {"ANSI_1252", 0xD800},
+          Case {"ANSI_1250", 0xDC00}, Case {"ANSI_1250", 0x110000}, Case {"ANSI_1252", 0x10080}}) {
+        std::string bytes;
+        EXPECT_FALSE(CodePage::named(row.name).encode(row.c, bytes))
+            << row.name << ' ' << static_cast<unsigned>(row.c);
+        EXPECT_EQ(bytes, "");
+    }
+}
+
+TEST(CodePage, BytesThatMeanNothingAreReplaced)
+{
+    EXPECT_EQ(CodePage::named("ANSI_932").decode("a\x95"), L"a\xFFFD");
+    EXPECT_EQ(CodePage::utf8().decode("a\xC3"), L"a\xFFFD");
+}
+
+TEST(CodePage, OfUtf8)
+{
+    const CodePage page = CodePage::utf8();
+    EXPECT_EQ(page.decode("\xC3\xA9\xF0\x9F\x98\x80"), L"é\U0001F600");
+    std::string bytes;
+    EXPECT_TRUE(page.encode(0x1F600, bytes));
+    EXPECT_EQ(bytes, "\xF0\x9F\x98\x80");
+    EXPECT_FALSE(page.encode(0xD800, bytes));
+}
+
+TEST(CodePage, OfEscapesByTheirDigits)
+{
+    EXPECT_EQ(CodePage::ofEscape('1').value().decode("\x95\x5C"), L"表");
+    EXPECT_EQ(CodePage::ofEscape('2').value().decode("\xA4\xA4"), L"中");
+    EXPECT_EQ(CodePage::ofEscape('3').value().decode("\xC7\xD1"), L"한");
+    EXPECT_EQ(CodePage::ofEscape('5').value().decode("\xD6\xD0"), L"中");
+    for (const char digit : {'0', '4', '6', 'a', '\0', '\xFF'}) {
+        EXPECT_FALSE(CodePage::ofEscape(digit)) << digit;
+    }
+}
+
+} // namespace
+} // namespace corma::host::dxf

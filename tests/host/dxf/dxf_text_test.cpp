@@ -1,0 +1,116 @@
+#include "host/dxf/dxf_text.h"
+
+#include <gtest/gtest.h>
+
+namespace corma::host::dxf {
+namespace {
+
+struct Row
+{
+    const char* test;
+    const char* page; // null for UTF-8
+    std::string value;
+    std::wstring text;
+};
+
+CodePage pageOf(const Row& row)
+{
+    return row.page == nullptr ? CodePage::utf8() : CodePage::named(row.page);
+}
+
+std::string nameOf(const ::testing::TestParamInfo<Row>& row)
+{
+    return row.param.test;
+}
+
+class TextAndValue : public ::testing::TestWithParam<Row>
+{
+};
+
+TEST_P(TextAndValue, AValueIsAText)
+{
+    const Row& row = GetParam();
+    EXPECT_EQ(decodeText(row.value, pageOf(row)), row.text);
+    EXPECT_EQ(encodeText(row.text, pageOf(row)), row.value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    DxfText, TextAndValue,
+    ::testing::Values(
+        Row {"Nothing", "ANSI_1252", "", L""}, Row {"Ascii", "ANSI_1252", " a b ", L" a b "},
+        Row {"OfTheCodePage", "ANSI_1252", "caf\xE9", L"café"},
+        Row {"OfUtf8", nullptr, "caf\xC3\xA9 \xF0\x9F\x98\x80", L"café \U0001F600"},
+        Row {"NotOfTheCodePage", "ANSI_1252", "\\U+010D\xE9", L"čé"},
+        Row {"AboveTheFirstPlane", "ANSI_1252", "\\U+D83D\\U+DE00x", L"\U0001F600x"},
+        Row {"ALoneSurrogate", "ANSI_1252", "\\U+D83Dx", std::wstring(1, 0xD83D) + L"x"},
+        Row {"ALoneSurrogateInUtf8", nullptr, "\\U+DE00", std::wstring(1, 0xDE00)},
+        Row {"ALineEnd", "ANSI_1252", "a^Jb", L"a\nb"}, Row {"ATab", "ANSI_1252", "^I", L"\t"},
+        Row {"ACarriageReturn", "ANSI_1252", "^M", L"\r"},
+        Row {"AZero", "ANSI_1252", "a^@b", std::wstring(L"a\0b", 3)},
+        Row {"TheLastControlCharacter", "ANSI_1252", "^_", L"\x1F"},
+        Row {"ACaret", "ANSI_1252", "2^ 3", L"2^3"}, Row {"TwoCarets", "ANSI_1252", "^ ^ ", L"^^"},
+        Row {"ACaretAndALetter", "ANSI_1252", "^ J", L"^J"},
+        Row {"ABackslash", "ANSI_1252", "C:\\Users\\x", L"C:\\Users\\x"},
+        Row {"AFormatCode", "ANSI_1252", "\\U+12\\M+\\Px", L"\\U+12\\M+\\Px"},
+        Row {"ATextThatReadsLikeAnEscape", "ANSI_1252", "\\U+005CU+0041", L"\\U+0041"},
+        Row {"ATextThatReadsLikeAnotherEscape", "ANSI_1252", "\\U+005CM+1955C", L"\\M+1955C"},
+        Row {"AnEscapeOfAnUnknownCodePage", "ANSI_1252", "\\M+4955C \\M+9955C",
+             L"\\M+4955C \\M+9955C"},
+        Row {"ABackslashByteOfACharacter", "ANSI_932", "\x95\x5CU+0041", L"表U+0041"},
+        Row {"ACaretByteOfACharacter", "ANSI_932", "\x83\x5EJ", L"タJ"}),
+    nameOf);
+
+class ValueAsText : public ::testing::TestWithParam<Row>
+{
+};
+
+TEST_P(ValueAsText, AValueIsReadAs)
+{
+    EXPECT_EQ(decodeText(GetParam().value, pageOf(GetParam())), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    DxfText, ValueAsText,
+    ::testing::Values(Row {"AnEscapeThatNeedsNone", "ANSI_1252", "\\U+00E9\\U+0041", L"éA"},
+                      Row {"AnEscapeInSmallLetters", "ANSI_1252", "\\U+00e9", L"é"},
+                      Row {"AnEscapeInUtf8", nullptr, "\\U+00E9\xC3\xA9", L"éé"},
+                      Row {"TooFewDigits", "ANSI_1252", "\\U+00E", L"\\U+00E"},
+                      Row {"NoDigits", "ANSI_1252", "\\U+00 9", L"\\U+00 9"},
+                      Row {"ADoubleByteCharacter", "ANSI_1252", "a\\M+1955C\\M+5D6D0b", L"a表中b"},
+                      Row {"ADoubleByteCharacterThatIsNone", "ANSI_1252", "\\M+1FFFF",
+                           L"\\M+1FFFF"},
+                      Row {"ACaretAtTheEnd", "ANSI_1252", "a^", L"a^"},
+                      Row {"ACaretBeforeADigit", "ANSI_1252", "1^2", L"1^2"},
+                      Row {"ACaretBeforeASmallLetter", "ANSI_1252", "^j", L"^j"},
+                      Row {"TwoSurrogatesInTheWrongOrder",
+                           "ANSI_1252",
+                           "\\U+DE00\\U+D83D",
+                           {static_cast<wchar_t>(0xDE00), static_cast<wchar_t>(0xD83D)}}),
+    nameOf);
+
+TEST(DxfText, WhatIsNoCharacterIsReplaced)
+{
+    if constexpr (sizeof(wchar_t) == 4) {
+        const std::wstring text(1, static_cast<wchar_t>(0x110000));
+        EXPECT_EQ(encodeText(text, CodePage()), "\\U+FFFD");
+        EXPECT_EQ(encodeText(text, CodePage::utf8()), "\xEF\xBF\xBD");
+    }
+}
+
+TEST(DxfText, EveryCharacterComesBack)
+{
+    for (const char* name : {"ANSI_1252", "ANSI_1250", "ANSI_932", "ANSI_936", "dos850", "utf8"}) {
+        const CodePage page
+            = name == std::string("utf8") ? CodePage::utf8() : CodePage::named(name);
+        for (char32_t c = 0; c < 0x11000; ++c) {
+            const std::wstring text(1, static_cast<wchar_t>(c));
+            const std::string value = encodeText(text, page);
+            ASSERT_EQ(value.find_first_of(std::string_view("\0\n\r", 3)), std::string::npos)
+                << name << ' ' << static_cast<unsigned>(c);
+            ASSERT_EQ(decodeText(value, page), text) << name << ' ' << static_cast<unsigned>(c);
+        }
+    }
+}
+
+} // namespace
+} // namespace corma::host::dxf
