@@ -161,7 +161,8 @@ void ClonePlanner::planEntries()
         const PlannedRecord* const planned = wantEntry(*entry);
         const bool isLayout = planned != nullptr && planned->source == nullptr;
         if (planned == nullptr || isLayout) {
-            fail(Acad::eNotApplicable, L"Cannot clone the record " + toText(entry->handle)
+            fail(Acad::eNotApplicable,
+                 L"Cannot clone the record " + toText(entry->handle)
                      + L": it is the space of a layout, or in no table.");
         }
     }
@@ -173,8 +174,9 @@ void ClonePlanner::planObjects()
         return;
     }
     if (m_versions.toOld() || m_versions.fromOld()) {
-        fail(Acad::eInvalidDwgVersion, L"Cannot clone objects into a drawing of version "
-                 + nameOf(m_versions.to) + L": that version has none.");
+        fail(Acad::eInvalidDwgVersion,
+             L"Cannot clone objects into a drawing of version " + nameOf(m_versions.to)
+                 + L": that version has none.");
         return;
     }
     PlannedRecord home;
@@ -187,7 +189,8 @@ void ClonePlanner::planObjects()
             ? std::wstring()
             : m_sourceDictionaries.nameOf(*owner, *object);
         if (name.empty()) {
-            fail(Acad::eKeyNotFound, L"Cannot clone the object " + toText(object->handle)
+            fail(Acad::eKeyNotFound,
+                 L"Cannot clone the object " + toText(object->handle)
                      + L": it has no name in a dictionary.");
             return;
         }
@@ -347,9 +350,8 @@ void ClonePlanner::work(PlannedRecord& planned)
     case Role::subEntity: {
         const PlannedRecord& block
             = planned.role == Role::entity ? *planned.into : *planned.into->into;
-        const Block* const into = block.destination == nullptr
-            ? nullptr
-            : m_destination.blockOf(*block.destination);
+        const Block* const into
+            = block.destination == nullptr ? nullptr : m_destination.blockOf(*block.destination);
         setSpace(planned.groups, into != nullptr && into->share == Block::Share::paperSpace);
         break;
     }
@@ -515,8 +517,7 @@ void ClonePlanner::transform(std::size_t entity, std::size_t end)
         parts.push_back(std::move(records[i].groups));
     }
     PlannedRecord& planned = records[entity];
-    const Acad::ErrorStatus status
-        = transformRecords(planned.groups, parts, *planned.transform);
+    const Acad::ErrorStatus status = transformRecords(planned.groups, parts, *planned.transform);
     if (status != Acad::eOk) {
         fail(status, L"Cannot transform a record of type " + planned.groups[0].text() + L".");
         return;

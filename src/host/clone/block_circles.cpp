@@ -171,8 +171,7 @@ CloneFailure checkCircles(const ClonePlan& plan)
     if (circle.empty()) {
         return {};
     }
-    return {Acad::eInvalidInput,
-            L"Cannot clone: the block " + circle + L" would contain itself."};
+    return {Acad::eInvalidInput, L"Cannot clone: the block " + circle + L" would contain itself."};
 }
 
 } // namespace corma::host

@@ -84,6 +84,7 @@ constexpr CodesSince kCodesSince[] = {
     {L"WIPEOUT", {}, 290, 290, r2010},
     {L"XRECORD", L"AcDbXrecord", 280, 280, r2000},
 };
+
 // clang-format on
 
 CloneFailure notInVersion(const Groups& groups, DrawingVersion version, std::wstring_view why)
@@ -331,8 +332,7 @@ CloneFailure convertRecord(Groups& groups, RecordKind kind, const Versions& vers
         return failure;
     }
     removeFrame(groups);
-    return versions.from == versions.to ? CloneFailure()
-                                        : convertVersion(groups, kind, versions);
+    return versions.from == versions.to ? CloneFailure() : convertVersion(groups, kind, versions);
 }
 
 std::wstring nameOf(DrawingVersion version)

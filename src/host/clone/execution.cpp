@@ -62,8 +62,7 @@ private:
         Group& group = m_groups[reference.at];
         const PlannedRecord* const target = m_plan.target(m_groups, reference);
         if (reference.kind == Reference::Kind::name) {
-            if (target != nullptr && target->fate == Fate::added
-                && target->name != nameIn(group)) {
+            if (target != nullptr && target->fate == Fate::added && target->name != nameIn(group)) {
                 group.set(target->name);
             }
             return;
@@ -305,9 +304,8 @@ private:
         AcDbStub& begin = *m_destination.findBlock(name)->begin;
         Groups groups = m_destination.groupsOf(begin);
         const bool isDivided = groups.find(code::subclass).has_value();
-        const auto part = [&] {
-            return isDivided ? groups.subclass(L"AcDbBlockBegin") : groups.body();
-        };
+        const auto part
+            = [&] { return isDivided ? groups.subclass(L"AcDbBlockBegin") : groups.body(); };
         const Groups base = m_source.variable(L"$INSBASE");
         groups.setPoint(kBasePoint, part(), base.point(kBasePoint, base.all()));
         groups.set(code::flags, part(), std::int64_t {hasDefinitions() ? kHasAttributes : 0});

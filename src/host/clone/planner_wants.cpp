@@ -20,7 +20,8 @@ struct StandardName
     std::wstring_view folded;
 };
 
-constexpr std::array kLinetypesWithoutContent = {std::wstring_view(L"ByLayer"), std::wstring_view(L"ByBlock")};
+constexpr std::array kLinetypesWithoutContent
+    = {std::wstring_view(L"ByLayer"), std::wstring_view(L"ByBlock")};
 
 constexpr std::array kStandardNames = {
     StandardName {TableKind::layer, L"0"},
@@ -189,11 +190,10 @@ bool ClonePlanner::isStandard(const PlannedRecord& planned) const
         return true;
     }
     return m_job.standard == CloneJob::Standard::kept
-        && std::any_of(kStandardNames.begin(), kStandardNames.end(),
-                       [&](const StandardName& standard) {
-                           return standard.table == planned.table
-                               && isSame(standard.folded, planned.name);
-                       });
+        && std::any_of(
+               kStandardNames.begin(), kStandardNames.end(), [&](const StandardName& standard) {
+                   return standard.table == planned.table && isSame(standard.folded, planned.name);
+               });
 }
 
 std::wstring ClonePlanner::freeName(const PlannedRecord& planned)
@@ -319,8 +319,8 @@ PlannedRecord* ClonePlanner::wantObject(AcDbStub& source)
         chain.push_back(at);
     }
     AcDbStub* const top = m_source.ownerOf(*chain.back());
-    PlannedRecord* above = top == nullptr || top->kind == RecordKind::object ? m_plan.find(top)
-                                                                             : want(*top);
+    PlannedRecord* above
+        = top == nullptr || top->kind == RecordKind::object ? m_plan.find(top) : want(*top);
     while (!chain.empty() && above != nullptr && above->fate != Fate::existing) {
         above = wantOwned(*chain.back(), *above);
         chain.pop_back();
@@ -390,7 +390,8 @@ PlannedRecord* ClonePlanner::wantKeyed(AcDbStub& source, PlannedRecord& dictiona
     meet(planned, there,
          !isStandardKey && !holds(kNeverTwice, std::wstring(type.begin(), type.end())));
     if (planned.fate == Fate::replaced && m_destination.nameOf(there->type) != type) {
-        fail(Acad::eWrongObjectType, L"Cannot clone " + sourceName
+        fail(Acad::eWrongObjectType,
+             L"Cannot clone " + sourceName
                  + L": the destination has an object of another type under that name.");
     }
     if (planned.fate == Fate::added && isThere) {

@@ -1,7 +1,7 @@
 #pragma once
 
-// host/clone/ - copying records from one drawing into another: which types are understood, what they
-// name, how their groups differ between versions, the plan of a cloning and its execution.
+// host/clone/ - copying records from one drawing into another: which types are understood, what
+// they name, how their groups differ between versions, the plan of a cloning and its execution.
 
 #include "host/model/DrawingFormat.h"
 

@@ -115,17 +115,16 @@ Parts partsOfDimension(const Groups& groups)
 {
     constexpr int kTypeBits = 7;
     constexpr std::array kMarkers
-        = {L"AcDbAlignedDimension",          L"AcDbAlignedDimension",
-           L"AcDb2LineAngularDimension",     L"AcDbDiametricDimension",
-           L"AcDbRadialDimension",           L"AcDb3PointAngularDimension",
+        = {L"AcDbAlignedDimension",   L"AcDbAlignedDimension", L"AcDb2LineAngularDimension",
+           L"AcDbDiametricDimension", L"AcDbRadialDimension",  L"AcDb3PointAngularDimension",
            L"AcDbOrdinateDimension"};
     const auto type = static_cast<std::size_t>(flagsOf(groups) & kTypeBits);
     if (type >= kMarkers.size()) {
         return {};
     }
-    Parts parts = {{L"AcDbDimension"},
-                   {kMarkers[type], {12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36,
-                                     40, 50, 52}}};
+    Parts parts = {
+        {L"AcDbDimension"},
+        {kMarkers[type], {12, 22, 32, 13, 23, 33, 14, 24, 34, 15, 25, 35, 16, 26, 36, 40, 50, 52}}};
     if (type == 0) {
         parts.push_back({L"AcDbRotatedDimension", none()});
     }
