@@ -134,6 +134,9 @@ public:
     /// The same right behind one that the entity has, or behind the entity itself.
     AcDbStub* appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType type);
 
+    /// Puts sub-entities of an entity ahead of its others, in this order.
+    void orderSubEntities(AcDbStub& entity, const std::vector<AcDbStub*>& order);
+
     /// A new record as the last object of the drawing, in the same way.
     AcDbStub* appendObject(RecordType type);
 

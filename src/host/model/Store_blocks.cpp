@@ -435,4 +435,18 @@ AcDbStub* Store::appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType 
     return stub;
 }
 
+void Store::orderSubEntities(AcDbStub& entity, const std::vector<AcDbStub*>& order)
+{
+    AcDbStub* behind = &entity;
+    for (AcDbStub* const stub : order) {
+        if (behind->next != stub) {
+            stub->previous->next = stub->next;
+            (stub->next == nullptr ? m_last : stub->next->previous) = stub->previous;
+            link(*stub, behind->next);
+            m_isChanged = true;
+        }
+        behind = stub;
+    }
+}
+
 } // namespace corma::host
