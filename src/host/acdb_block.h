@@ -24,12 +24,14 @@ public:
     AcDbBlockTableRecord();
 
     /// A walk over its entities; the caller deletes it. An attribute is no entity of the block but
-    /// of its block reference.
+    /// of its block reference. An entity that is appended meanwhile is met.
     Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
                                   bool skipDeleted = true) const;
 
     /// Puts a new entity behind the others; the record must be open for write. The entity belongs
-    /// to the drawing then and the caller closes it; on failure it stays the caller's.
+    /// to the drawing then and is open for write, and the caller closes it; on failure it stays the
+    /// caller's. eNullObjectPointer, eAlreadyInDb, eWrongObjectType for an attribute,
+    /// eNotApplicable for a record in no drawing or without a definition, eWasErased.
     Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
     Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
 
@@ -40,6 +42,10 @@ public:
 
     /// Its erasing takes the entities along. eCannotBeErasedByCaller for model and paper space.
     Acad::ErrorStatus erase(bool erasing = true) override;
+
+private:
+    [[nodiscard]] Acad::ErrorStatus checkNew(const AcDbEntity* entity) const;
+    [[nodiscard]] std::wstring foldedName() const;
 };
 
 class AcDbBlockTableRecordIterator
@@ -47,6 +53,8 @@ class AcDbBlockTableRecordIterator
 public:
     void start(bool atBeginning = true, bool skipDeleted = true);
     [[nodiscard]] bool done() const;
+
+    /// Nothing happens once it is done.
     void step(bool forward = true, bool skipDeleted = true);
     Acad::ErrorStatus getEntityId(AcDbObjectId& id) const; // eInvalidIndex behind the end
     Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode,

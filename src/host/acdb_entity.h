@@ -6,6 +6,8 @@
 #include "host/acdb_object.h"
 #include "host/geometry.h"
 
+#include <vector>
+
 class AcDbAttribute;
 class AcDbObjectIterator;
 
@@ -20,15 +22,26 @@ public:
     /// Name of its layer, "0" where the record does not tell; a heap copy for acutDelString().
     [[nodiscard]] ACHAR* layer() const;
     [[nodiscard]] AcDbObjectId layerId() const;
-    Acad::ErrorStatus setLayer(const ACHAR* name); // eKeyNotFound for a layer that is not there
-    [[nodiscard]] unsigned short colorIndex() const; // 256 by layer
 
-    /// Moves, turns, scales it. It must be open for write. eNotImplementedYet for a type whose
-    /// geometry is not understood, eCannotScaleNonUniformly where the type has no form for it; the
-    /// entity then stays as it was.
+    /// eInvalidInput for an empty name, eKeyNotFound for a layer that the drawing does not have; an
+    /// entity that is in no drawing takes any name.
+    Acad::ErrorStatus setLayer(const ACHAR* name);
+    [[nodiscard]] unsigned short colorIndex() const; // 0 by block, 256 by layer
+
+    /// Moves, turns, scales it, with its attributes or vertices. It must be open for write.
+    /// eInvalidInput for a matrix without an inverse, eNotImplementedYet for a type whose geometry
+    /// is not understood, eCannotScaleNonUniformly where the type has no form for it; the entity
+    /// then stays as it was.
     virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix);
 
     using AcDbObject::AcDbObject;
+
+protected:
+    /// A new record of that type, with the groups that every entity has and one more subclass.
+    AcDbEntity(const wchar_t* dxfType, const wchar_t* subclass);
+
+    void add(std::vector<corma::host::Group> groups);
+    void addPoint(int code, const AcGePoint3d& point);
 };
 
 /// A single line of text.
@@ -39,8 +52,10 @@ class AcDbText : public AcDbEntity
 public:
     AcDbText();
 
-    /// Heap copies for acutDelString().
+    /// The text with its control codes; a heap copy for acutDelString().
     [[nodiscard]] ACHAR* textString() const;
+
+    /// Null is an empty text. An attribute of several lines gets this one.
     Acad::ErrorStatus setTextString(const ACHAR* text);
 
     [[nodiscard]] AcGePoint3d position() const; // left end of the base line, in its own plane
@@ -48,10 +63,13 @@ public:
     [[nodiscard]] double height() const;
     [[nodiscard]] double rotation() const; // radians
     [[nodiscard]] AcGeVector3d normal() const;
-    [[nodiscard]] AcDbObjectId textStyle() const;
+    [[nodiscard]] AcDbObjectId textStyle() const; // null when the drawing lacks it
 
 protected:
     explicit AcDbText(const wchar_t* dxfType);
+
+private:
+    [[nodiscard]] corma::host::GroupRange own() const;
 };
 
 /// The prescription of an attribute, in a block definition. Its text is the default.
@@ -69,6 +87,10 @@ public:
     [[nodiscard]] bool isConstant() const;
     [[nodiscard]] bool isVerifiable() const;
     [[nodiscard]] bool isPreset() const;
+
+private:
+    [[nodiscard]] corma::host::GroupRange own() const;
+    [[nodiscard]] bool hasFlag(std::int64_t flag) const;
 };
 
 /// A text with a tag that belongs to a block reference.
@@ -84,9 +106,16 @@ public:
     [[nodiscard]] bool isInvisible() const;
 
     /// An attribute as a definition prescribes it, for a reference with that transformation
-    /// (blockTransform() of the reference). The text is the default.
+    /// (blockTransform() of the reference). The text is the default; extended data stay as they
+    /// are. The statuses of transformBy(), and then nothing is changed.
     Acad::ErrorStatus setAttributeFromBlock(const AcDbAttributeDefinition* definition,
                                             const AcGeMatrix3d& blockTransform);
+
+    /// With its last attribute the reference loses what ends the list of them.
+    Acad::ErrorStatus erase(bool erasing = true) override;
+
+private:
+    [[nodiscard]] corma::host::GroupRange own() const;
 };
 
 /// An insertion of a block.
@@ -100,12 +129,14 @@ public:
 
     /// Null when the drawing has no block of the name that the reference bears.
     [[nodiscard]] AcDbObjectId blockTableRecord() const;
+
+    /// eNullObjectId, eWrongObjectType for an id that is no block, eWrongDatabase.
     Acad::ErrorStatus setBlockTableRecord(AcDbObjectId id);
 
     [[nodiscard]] AcGePoint3d position() const; // in world coordinates
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
     [[nodiscard]] AcGeScale3d scaleFactors() const;
-    Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale);
+    Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale); // eInvalidInput for a factor of 0
     [[nodiscard]] double rotation() const; // radians, in its own plane
     Acad::ErrorStatus setRotation(double angle);
     [[nodiscard]] AcGeVector3d normal() const;
@@ -116,12 +147,17 @@ public:
     /// Its attributes that are not erased, in order. The caller deletes the iterator.
     AcDbObjectIterator* attributeIterator() const;
 
-    /// Puts a new attribute behind the others; the reference must be open for write. The attribute
-    /// belongs to the drawing then and the caller closes it.
+    /// Puts a new attribute behind the others; the reference must be open for write and in a
+    /// drawing (else eNotApplicable). The attribute belongs to the drawing then and is open for
+    /// write, and the caller closes it; on failure it stays the caller's. eNullObjectPointer,
+    /// eAlreadyInDb.
     Acad::ErrorStatus appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute);
 
-    /// The attributes follow the reference.
-    Acad::ErrorStatus transformBy(const AcGeMatrix3d& matrix) override;
+private:
+    friend class AcDbAttribute;
+
+    [[nodiscard]] corma::host::GroupRange own() const;
+    void endAttributes(); // makes the end of their list fit what there is
 };
 
 class AcDbObjectIterator
@@ -152,4 +188,7 @@ public:
     /// off.
     [[nodiscard]] short number() const;
     [[nodiscard]] AcGeVector3d viewDirection() const; // from the target to the eye, in the world
+
+private:
+    [[nodiscard]] corma::host::GroupRange own() const;
 };

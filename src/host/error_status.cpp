@@ -1,8 +1,10 @@
 #include "host/error_status.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cwchar>
 #include <iterator>
-#include <string>
 
 namespace {
 
@@ -74,7 +76,8 @@ const ACHAR* acadErrorStatusText(Acad::ErrorStatus status)
     if (found != std::end(kNames)) {
         return found->name;
     }
-    thread_local std::wstring digits;
-    digits = std::to_wstring(static_cast<int>(status));
-    return digits.c_str();
+    constexpr std::size_t kMostCharacters = 16;
+    thread_local std::array<ACHAR, kMostCharacters> digits;
+    std::swprintf(digits.data(), digits.size(), L"%d", static_cast<int>(status));
+    return digits.data();
 }

@@ -34,6 +34,7 @@ constexpr std::string_view kRecord = R"(0 XRECORD
 1 hout
 )";
 
+// The nine tables that the text lacks have handles in memory, so that new ones begin with 1009.
 // The named objects dictionary C with these entries, and the objects D and 20.
 std::string drawingText(std::string_view entries, std::string_view more = {},
                         std::string_view version = "AC1015")
@@ -165,7 +166,7 @@ TEST_F(Dictionary, AnEntryWithoutItsObjectIsAbsentAndStaysInTheFile)
     put(*root, L"Nieuw", aText(L"eik"));
     EXPECT_EQ(drawing.savedRecord("C"),
               "0 DICTIONARY\n5 C\n330 0\n100 AcDbDictionary\n281 1\n"
-              "3 Weg\n350 FFF\n3 Kozijn\n350 20\n3 Nieuw\n350 1000\n");
+              "3 Weg\n350 FFF\n3 Kozijn\n350 20\n3 Nieuw\n350 1009\n");
 }
 
 TEST_F(Dictionary, ANewObjectTakesTheEntryThatHasNone)
@@ -210,16 +211,16 @@ TEST_F(Dictionary, ANewObjectStandsInTheFileWithItsOwner)
     TestDrawing drawing = aDrawing();
     auto root = openRoot(drawing, AcDb::kForWrite);
     const AcDbObjectId id = put(*root, L"Raam", aText(L"eik"));
-    EXPECT_EQ(id.stub()->handle, corma::host::Handle {0x1000});
+    EXPECT_EQ(id.stub()->handle, corma::host::Handle {0x1009});
     root.close();
 
-    const std::string added = "3 Raam\n350 1000\n";
-    const std::string record = "0 XRECORD\n5 1000\n102 {ACAD_REACTORS\n330 C\n102 }\n330 C\n"
+    const std::string added = "3 Raam\n350 1009\n";
+    const std::string record = "0 XRECORD\n5 1009\n102 {ACAD_REACTORS\n330 C\n102 }\n330 C\n"
                                "100 AcDbXrecord\n280 1\n1 eik\n";
-    EXPECT_EQ(drawing.savedRecord("1000"), record);
+    EXPECT_EQ(drawing.savedRecord("1009"), record);
     std::string saved = drawing.saved();
     saved = without(without(std::move(saved), added), record);
-    saved.replace(saved.find("5 1001"), 6, "5 1000"); // $HANDSEED
+    saved.replace(saved.find("5 100A"), 6, "5 1000"); // $HANDSEED
     EXPECT_EQ(saved, aDrawing().saved()) << "all else is as it was";
 }
 
@@ -372,7 +373,7 @@ TEST_F(Dictionary, OwnsHardWhereItSaysSo)
     put(*hard, L"B", aText(L"eik"));
     EXPECT_EQ(drawing.savedRecord("40"),
               "0 DICTIONARY\n5 40\n330 D\n100 AcDbDictionary\n280 1\n"
-              "281 1\n3 A\n360 41\n3 B\n360 1000\n");
+              "281 1\n3 A\n360 41\n3 B\n360 1009\n");
 }
 
 TEST_F(Dictionary, EntriesStayAheadOfAnotherSubclass)
@@ -387,7 +388,7 @@ TEST_F(Dictionary, EntriesStayAheadOfAnotherSubclass)
     put(*styles, L"B", aText(L"eik"));
     EXPECT_EQ(drawing.savedRecord("40"),
               "0 ACDBDICTIONARYWDFLT\n5 40\n330 C\n100 AcDbDictionary\n281 1\n3 Normal\n350 41\n"
-              "3 B\n350 1000\n100 AcDbDictionaryWithDefault\n340 41\n");
+              "3 B\n350 1009\n100 AcDbDictionaryWithDefault\n340 41\n");
 }
 
 // --- versions ------------------------------------------------------------------------------------
@@ -398,11 +399,11 @@ TEST_F(Dictionary, ADrawingOfR14GetsOnlyWhatItKnows)
     const auto root = openRoot(drawing, AcDb::kForWrite);
     put(*root, L"Boom", std::make_unique<AcDbDictionary>());
     put(*root, L"Tekst", aText(L"eik"));
-    EXPECT_EQ(drawing.savedRecord("1000"),
-              "0 DICTIONARY\n5 1000\n102 {ACAD_REACTORS\n330 C\n"
+    EXPECT_EQ(drawing.savedRecord("1009"),
+              "0 DICTIONARY\n5 1009\n102 {ACAD_REACTORS\n330 C\n"
               "102 }\n330 C\n100 AcDbDictionary\n");
-    EXPECT_EQ(drawing.savedRecord("1001"),
-              "0 XRECORD\n5 1001\n102 {ACAD_REACTORS\n330 C\n"
+    EXPECT_EQ(drawing.savedRecord("100A"),
+              "0 XRECORD\n5 100A\n102 {ACAD_REACTORS\n330 C\n"
               "102 }\n330 C\n100 AcDbXrecord\n1 eik\n");
 }
 
@@ -481,16 +482,22 @@ TEST_F(Dictionary, WhatIsTakenOutCanGoElsewhere)
 
 TEST_F(Dictionary, ADictionaryThatIsTakenOutTakesItsTreeAlong)
 {
-    TestDrawing drawing(
-        drawingText(kEntries,
-                    "0 DICTIONARY\n5 40\n330 C\n100 AcDbDictionary\n281 1\n3 A\n350 41\n"
-                    "0 XRECORD\n5 41\n330 40\n100 AcDbXrecord\n280 1\n"));
-    {
-        const auto root = openRoot(drawing, AcDb::kForWrite);
-        const auto tree = drawing.open<AcDbDictionary>("40", AcDb::kForWrite);
-        AcDbObjectId id;
-        ASSERT_EQ(root->setAt(L"Boom", &*tree, id), Acad::eInvalidInput) << "hangs in the root?";
-    }
+    constexpr std::string_view kLeaf = "0 XRECORD\n5 41\n330 40\n100 AcDbXrecord\n280 1\n";
+    TestDrawing drawing(drawingText("3 Boom\n350 40\n3 ACAD_GROUP\n350 D\n",
+                                    std::string("0 DICTIONARY\n5 40\n330 C\n100 AcDbDictionary\n"
+                                                "281 1\n3 A\n350 41\n")
+                                        + std::string(kLeaf)));
+    const auto root = openRoot(drawing, AcDb::kForWrite);
+    ASSERT_EQ(root->remove(L"Boom"), Acad::eOk);
+    EXPECT_EQ(drawing.savedRecord("40"), "");
+    EXPECT_EQ(drawing.savedRecord("41"), "");
+    const auto group = drawing.open<AcDbDictionary>("D", AcDb::kForWrite);
+    const auto tree = drawing.open<AcDbDictionary>("40", AcDb::kForWrite);
+    AcDbObjectId id;
+    EXPECT_EQ(tree->setAt(L"Kring", &*tree, id), Acad::eInvalidInput);
+    ASSERT_EQ(group->setAt(L"Boom", &*tree, id), Acad::eOk);
+    EXPECT_EQ(drawing.savedRecord("41"), kLeaf);
+    EXPECT_EQ(tree->ownerId(), drawing.id("D"));
 }
 
 TEST_F(Dictionary, TakingOutNeedsAnEntryAndWriting)

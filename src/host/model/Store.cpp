@@ -343,7 +343,7 @@ void Store::setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Hand
     if (writesHandles() && groups.ownHandle() == Handle::none) {
         groups.insert(1, Group(handleCode, stub.handle));
     }
-    if (m_version >= DrawingVersion::r13) {
+    if (m_version >= DrawingVersion::r13 && owner != Handle::none) {
         groups.setOwnerHandle(owner);
     }
     object->m_stub = &stub;

@@ -146,8 +146,8 @@ public:
     /// The object in memory for a record, made from its groups when there is none yet.
     AcDbObject& resident(AcDbStub& stub);
 
-    /// Gives a new record its object. Handle and owner are put into its groups; groups that wait
-    /// for an object are forgotten.
+    /// Gives a new record its object. Handle and owner, if there is one, are put into its groups;
+    /// groups that wait for an object are forgotten.
     void setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Handle owner);
 
     /// Gives a record new content, without an object until one is asked for; nobody may have it
@@ -213,6 +213,9 @@ public:
 
     /// Gives a block another name; it must be open for that in no other way.
     void renameBlock(Block& block, const std::wstring& name);
+
+    /// The point of a block that comes to the position of a reference.
+    [[nodiscard]] Point originOf(const Block& block) const;
 
     /// The block that an entity is in; null for a record that is in none.
     Block* spaceOf(const AcDbStub& entity);

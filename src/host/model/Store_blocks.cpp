@@ -258,6 +258,16 @@ void Store::renameBlock(Block& block, const std::wstring& name)
     forgetNames(kBlockTable);
 }
 
+Point Store::originOf(const Block& block) const
+{
+    constexpr int kBasePoint = 10;
+    if (block.begin == nullptr) {
+        return {};
+    }
+    const Groups groups = groupsOf(*block.begin);
+    return groups.point(kBasePoint, groups.subclass(L"AcDbBlockBegin"));
+}
+
 // --- entities ------------------------------------------------------------------------------------
 
 Block* Store::spaceOf(const AcDbStub& entity)

@@ -12,7 +12,7 @@ namespace corma::host {
 namespace {
 
 /// What a group of a hatch belongs to. Codes have other meanings from part to part.
-enum class HatchPart : std::uint8_t
+enum class HatchPart
 {
     head,
     polyline, // a boundary path in one piece
@@ -27,7 +27,7 @@ enum class HatchPart : std::uint8_t
 };
 
 /// What a transformation does to a group.
-enum class Effect : std::uint8_t
+enum class Effect
 {
     point, // in the plane; y stands under the code + 10
     vector,

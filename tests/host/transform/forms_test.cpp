@@ -3,6 +3,7 @@
 #include "host/transform.h"
 #include "host/transform/samples.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <numbers>
 #include <string>
@@ -428,6 +429,16 @@ TEST(Extrusion, IsWrittenWithoutRoundingErrors)
     Groups line = recordFrom(L"0 LINE\n39 2\n10 0\n20 0\n30 0\n11 0\n21 0\n31 5");
     ASSERT_EQ(transformRecord(line, turned(90, {0, 1, 0})), Acad::eOk);
     EXPECT_EQ(line.point(210, line.body()), (Point {1.0, 0.0, 0.0}));
+}
+
+TEST(Angle, ThatIsNotThereIsNotAddedByRounding)
+{
+    for (int i = 0; i < 100; ++i) {
+        Groups insert = recordFrom(L"0 INSERT\n2 B\n10 1\n20 2\n30 3");
+        insert.setPoint(210, insert.body(), {std::cos(i), std::sin(i), 0.1 * i - 5.0});
+        ASSERT_EQ(transformRecord(insert, stretched(2540, 2540, 2540)), Acad::eOk);
+        EXPECT_FALSE(insert.find(50)) << i;
+    }
 }
 
 // --- frames --------------------------------------------------------------------------------------
