@@ -287,12 +287,12 @@ void ClonePlanner::addParts(PlannedRecord& planned)
     planned.parts = m_plan.records.size() - planned.position - 1;
 }
 
-// A record of R12 may name a layer that its drawing does not define.
+// A record of R12 may name a layer that its drawing does not define. Layer 0 is in every drawing.
 void ClonePlanner::addPlain(TableKind table, const std::wstring& name)
 {
     constexpr int kWhite = 7;
     const bool isLayer = table == TableKind::layer;
-    if ((!isLayer && table != TableKind::appId) || name.empty()
+    if ((!isLayer && table != TableKind::appId) || name.empty() || (isLayer && name == L"0")
         || m_destination.findEntry(table, name) != nullptr) {
         return;
     }
