@@ -27,10 +27,11 @@ class AcDbStub;
 using ads_real = double;
 using ads_point = ads_real[3];
 
+// Without initialisers, as a member of a union.
 struct ads_binary
 {
-    short clen = 0; // bytes in buf
-    char* buf = nullptr;
+    short clen; // bytes in buf
+    char* buf;
 };
 
 union ads_u_val {

@@ -56,12 +56,28 @@ void append(Groups& to, const Groups& from, GroupRange range)
     }
 }
 
+// What an attribute calls by another name or number.
+Group asOfAttribute(const Group& group, bool isOwn)
+{
+    constexpr int kLines = 71;
+    constexpr std::int64_t kDefinitionOfLines = 4;
+    constexpr std::int64_t kSeveralLines = 2;
+    if (group.code == code::subclass && group.isText(kDefinitionMarker)) {
+        return {code::subclass, kAttributeMarker};
+    }
+    if (isOwn && group.code == kLines && group.integer() == kDefinitionOfLines) {
+        return {kLines, GroupValue(kSeveralLines)};
+    }
+    return {group.code, group.value};
+}
+
 // The prompt is the definition's alone, and the space is that of the reference. The bytes are those
 // of the definition's drawing.
 void appendDefinition(Groups& attribute, const Groups& definition)
 {
     const GroupRange body = definition.body();
     const GroupRange own = definition.subclass(kDefinitionMarker);
+    const bool hasMarkers = definition.find(code::subclass).has_value();
     const std::size_t end = extendedDataOf(definition);
     for (std::size_t i = headOf(definition); i < end; ++i) {
         const Group& group = definition[i];
@@ -71,9 +87,7 @@ void appendDefinition(Groups& attribute, const Groups& definition)
         if (isPrompt || isSpace) {
             continue;
         }
-        const bool isMarker = group.code == code::subclass && group.isText(kDefinitionMarker);
-        attribute.add(isMarker ? Group(code::subclass, kAttributeMarker)
-                               : Group(group.code, group.value));
+        attribute.add(asOfAttribute(group, hasMarkers && i >= own.begin && i < own.end));
     }
 }
 

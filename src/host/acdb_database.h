@@ -18,6 +18,10 @@ namespace corma::host {
 class Store;
 }
 
+namespace corma::platform {
+struct FileContent;
+}
+
 namespace AcDb {
 
 /// What happens to a named record that the destination has, too.
@@ -272,6 +276,8 @@ public:
     [[nodiscard]] const corma::host::Store& store() const { return *m_store; }
 
 private:
+    Acad::ErrorStatus read(corma::platform::FileContent content, const std::wstring& path);
+
     std::unique_ptr<corma::host::Store> m_store;
     std::wstring m_fileName;
 };

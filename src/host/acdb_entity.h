@@ -52,10 +52,11 @@ class AcDbText : public AcDbEntity
 public:
     AcDbText();
 
-    /// The text with its control codes; a heap copy for acutDelString().
+    /// The text with its control codes, that of an attribute of several lines with its paragraph
+    /// marks; a heap copy for acutDelString().
     [[nodiscard]] ACHAR* textString() const;
 
-    /// Null is an empty text. An attribute of several lines gets this one.
+    /// Null is an empty text.
     Acad::ErrorStatus setTextString(const ACHAR* text);
 
     [[nodiscard]] AcGePoint3d position() const; // left end of the base line, in its own plane

@@ -3,6 +3,7 @@
 #include "host/result_list.h"
 
 #include <numbers>
+#include <optional>
 
 CORMA_HOST_CLASS_BODY(AcDbText, AcDbEntity)
 
@@ -20,24 +21,38 @@ constexpr int kRotation = 50;
 constexpr int kNormal = 210;
 constexpr double kRadians = std::numbers::pi / 180.0;
 
-// The several lines of an attribute, which are what is drawn of it.
-void setEmbeddedText(Groups& groups, const std::wstring& text)
+// Where an attribute of several lines has them; nothing for one line of text.
+std::optional<GroupRange> severalLines(const Groups& groups)
 {
     const auto begin = groups.find(code::embeddedObject, groups.all());
     if (!begin) {
-        return;
+        return std::nullopt;
     }
-    const auto own = [&] {
-        GroupRange range {*begin, *begin};
-        while (range.end < groups.size() && groups[range.end].code < code::firstExtended) {
-            ++range.end;
+    GroupRange range {*begin, *begin};
+    while (range.end < groups.size() && groups[range.end].code < code::firstExtended) {
+        ++range.end;
+    }
+    return range;
+}
+
+std::wstring textIn(const Groups& groups, GroupRange lines)
+{
+    std::wstring text;
+    for (std::size_t i = lines.begin; i < lines.end; ++i) {
+        if (groups[i].code == kEarlierText || groups[i].code == kText) {
+            text += groups[i].text();
         }
-        return range;
-    };
-    while (groups.find(kEarlierText, own())) {
-        groups.remove(kEarlierText, own());
     }
-    groups.set(kText, own(), text);
+    return text;
+}
+
+void setTextIn(Groups& groups, GroupRange lines, const std::wstring& text)
+{
+    while (const auto earlier = groups.find(kEarlierText, lines)) {
+        groups.erase(*earlier);
+        --lines.end;
+    }
+    groups.set(kText, lines, text);
 }
 
 } // namespace
@@ -62,7 +77,8 @@ GroupRange AcDbText::own() const
 
 ACHAR* AcDbText::textString() const
 {
-    return heapCopy(m_groups.text(kText, own()));
+    const auto lines = severalLines(m_groups);
+    return lines ? heapCopy(textIn(m_groups, *lines)) : heapCopy(m_groups.text(kText, own()));
 }
 
 Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text)
@@ -72,8 +88,11 @@ Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text)
     }
     const std::wstring wanted = text == nullptr ? L"" : text;
     Groups& groups = changeGroups();
-    groups.set(kText, own(), wanted);
-    setEmbeddedText(groups, wanted);
+    if (const auto lines = severalLines(groups)) {
+        setTextIn(groups, *lines, wanted);
+    } else {
+        groups.set(kText, own(), wanted);
+    }
     return Acad::eOk;
 }
 

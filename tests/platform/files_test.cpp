@@ -1,11 +1,9 @@
 #include "platform/platform.h"
 #include "support/TempFolder.h"
 
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -278,38 +276,12 @@ TEST(FileReplacement, RefusesWhatReplaceFileRefuses)
     EXPECT_FALSE(file.wasDiskFull());
 }
 
-/// The system gives no room to files beyond a size, as a full disk does.
-class NoRoom
-{
-public:
-    explicit NoRoom(rlim_t mostBytes)
-        : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_former);
-        const rlimit limit {mostBytes, m_former.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    NoRoom(const NoRoom&) = delete;
-    NoRoom& operator=(const NoRoom&) = delete;
-
-    ~NoRoom()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_formerHandler);
-    }
-
-private:
-    rlimit m_former {};
-    void (*m_formerHandler)(int);
-};
-
 TEST(FileReplacement, TellsThatThereIsNoRoom)
 {
     const TempFolder folder;
     const std::wstring path = folder.write(L"a", "old");
     {
-        const NoRoom limit(100000);
+        const testing::FullDisk disk(100000);
         FileReplacement file(path);
         EXPECT_TRUE(file.write(std::string(50000, 'x')));
         file.write(std::string(100000, 'x'));

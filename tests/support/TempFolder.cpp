@@ -3,12 +3,15 @@
 #include "platform/platform.h"
 
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <thread>
+#include <utility>
 
 namespace corma::testing {
 
@@ -91,6 +94,33 @@ CurrentFolder::~CurrentFolder()
 {
     std::error_code failed;
     fs::current_path(m_former, failed);
+}
+
+namespace {
+
+unsigned long limitFiles(unsigned long mostBytes)
+{
+    rlimit limit {};
+    ::getrlimit(RLIMIT_FSIZE, &limit);
+    const rlim_t former = std::exchange(limit.rlim_cur, mostBytes);
+    if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) {
+        throw std::runtime_error("no limit for files");
+    }
+    return former;
+}
+
+} // namespace
+
+FullDisk::FullDisk(std::size_t mostBytes)
+    : m_formerLimit(limitFiles(mostBytes))
+    , m_formerHandler(std::signal(SIGXFSZ, SIG_IGN)) // the write shall fail, not the process
+{
+}
+
+FullDisk::~FullDisk()
+{
+    limitFiles(m_formerLimit);
+    std::signal(SIGXFSZ, m_formerHandler);
 }
 
 void letFilesSettle()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -48,6 +49,20 @@ public:
 
 private:
     std::string m_former;
+};
+
+/// For the life of the object a file that grows beyond a size finds the disk full.
+class FullDisk
+{
+public:
+    explicit FullDisk(std::size_t mostBytes);
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+    ~FullDisk();
+
+private:
+    unsigned long m_formerLimit;
+    void (*m_formerHandler)(int);
 };
 
 /// Waits until what was written last can be told from a later change by its time.

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 using corma::testing::CurrentFolder;
+using corma::testing::FullDisk;
 using corma::testing::RecordingServices;
 using corma::testing::TempFolder;
 
@@ -22,6 +23,17 @@ TEST(TempFolder, HoldsWhatWasWrittenAndGoesAway)
         EXPECT_TRUE(corma::platform::exists(path));
     }
     EXPECT_FALSE(corma::platform::exists(path));
+}
+
+TEST(FullDisk, HasRoomUpToItsSizeAndEndsWithTheObject)
+{
+    const TempFolder folder;
+    {
+        const FullDisk disk(10);
+        EXPECT_TRUE(corma::platform::replaceFile(folder.path(L"a"), "0123456789"));
+        EXPECT_FALSE(corma::platform::replaceFile(folder.path(L"b"), "0123456789a"));
+    }
+    EXPECT_TRUE(corma::platform::replaceFile(folder.path(L"b"), "0123456789a"));
 }
 
 TEST(CurrentFolder, IsPutBack)

@@ -126,7 +126,7 @@ private:
         }
     }
 
-    Trouble troubleAfter(Step step) const
+    [[nodiscard]] Trouble troubleAfter(Step step) const
     {
         Trouble trouble {Trouble::Kind::none, m_tags.begin(), m_tags.code(),
                          m_builder.sectionName()};

@@ -113,7 +113,7 @@ std::optional<Escaped> backslashEscape(std::wstring_view text)
     return escaped ? escaped : multiByteEscape(text);
 }
 
-std::wstring withoutEscapes(std::wstring text)
+std::wstring withoutEscapes(std::wstring_view text)
 {
     std::wstring plain;
     plain.reserve(text.size());
@@ -184,7 +184,7 @@ std::wstring decodeText(std::string_view value, const CodePage& page)
     const bool mayHaveEscapes = value.find('^') != std::string_view::npos
         || value.find("\\U+") != std::string_view::npos
         || value.find("\\M+") != std::string_view::npos;
-    return mayHaveEscapes ? withoutEscapes(std::move(text)) : text;
+    return mayHaveEscapes ? withoutEscapes(text) : text;
 }
 
 std::string encodeText(std::wstring_view text, const CodePage& page)

@@ -7,7 +7,6 @@
 #include <charconv>
 #include <cmath>
 #include <functional>
-#include <limits>
 
 namespace corma::host::dxf {
 
@@ -82,7 +81,7 @@ std::string textOf(const Group& group, const Form& form)
 
 // --- text files ----------------------------------------------------------------------------------
 
-void appendAligned(std::string text, std::size_t width, const Form& form, std::string& bytes)
+void appendAligned(std::string_view text, std::size_t width, const Form& form, std::string& bytes)
 {
     if (form.alignsNumbers && text.size() < width) {
         bytes.append(width - text.size(), ' ');
@@ -134,13 +133,11 @@ void appendBits(std::uint64_t bits, std::size_t size, std::string& bytes)
     }
 }
 
-// A number that the type does not have, neither with a sign nor without, becomes the nearest one.
-template<class Signed> void appendWhole(std::int64_t number, std::string& bytes)
+// A number that has no place, neither with a sign nor without, becomes the nearest one.
+void appendWhole(std::int64_t number, std::size_t size, std::string& bytes)
 {
-    constexpr std::int64_t kLeast = std::numeric_limits<Signed>::min();
-    constexpr std::int64_t kMost = std::numeric_limits<std::make_unsigned_t<Signed>>::max();
-    appendBits(static_cast<std::uint64_t>(std::clamp(number, kLeast, kMost)), sizeof(Signed),
-               bytes);
+    const std::int64_t half = std::int64_t {1} << (8 * size - 1);
+    appendBits(static_cast<std::uint64_t>(std::clamp(number, -half, 2 * half - 1)), size, bytes);
 }
 
 void appendBinaryCode(int code, const Form& form, std::string& bytes)
@@ -165,16 +162,16 @@ void appendBinary(const Group& group, const Form& form, std::string& bytes)
         appendBits(std::bit_cast<std::uint64_t>(group.real()), sizeof(double), bytes);
         return;
     case ValueKind::int16:
-        appendWhole<std::int16_t>(wholeNumber(group), bytes);
+        appendWhole(wholeNumber(group), sizeof(std::int16_t), bytes);
         return;
     case ValueKind::int32:
-        appendWhole<std::int32_t>(wholeNumber(group), bytes);
+        appendWhole(wholeNumber(group), sizeof(std::int32_t), bytes);
         return;
     case ValueKind::int64:
         appendBits(static_cast<std::uint64_t>(wholeNumber(group)), sizeof(std::int64_t), bytes);
         return;
     case ValueKind::boolean:
-        appendWhole<std::int8_t>(std::max(wholeNumber(group), std::int64_t {0}), bytes);
+        appendWhole(std::max(wholeNumber(group), std::int64_t {0}), 1, bytes);
         return;
     case ValueKind::binary:
         appendBits(group.bytes().size(), 1, bytes);

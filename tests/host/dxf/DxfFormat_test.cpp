@@ -161,5 +161,17 @@ TEST(DxfWriting, ReplacesTheFile)
               Acad::eFileAccessErr);
 }
 
+TEST(DxfWriting, AFullDiskLeavesTheFileAsItWas)
+{
+    const TempFolder folder;
+    const DxfDrawing drawing(drawingOf("0 LINE\n5 A\n"));
+    const std::wstring path = folder.write(L"a.dxf", "old");
+    {
+        const corma::testing::FullDisk disk(10);
+        EXPECT_EQ(drawing.format().write(drawing.store, path), Acad::eOutOfDisk);
+    }
+    EXPECT_EQ(folder.read(L"a.dxf"), "old");
+}
+
 } // namespace
 } // namespace corma::host::dxf
