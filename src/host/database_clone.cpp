@@ -134,14 +134,14 @@ std::string drawingLike(const Store& store)
 {
     constexpr std::string_view kVersion = "AC1032";
     constexpr std::string_view kCodePage = "ANSI_1252";
-    if (store.version() < DrawingVersion::r13) {
-        return std::string(r12Drawing());
-    }
-    std::string text(defaultDrawing());
-    const auto version = std::max(store.version(), DrawingVersion::r2000);
-    replaceText(text, kVersion, "AC" + std::to_string(static_cast<int>(version)));
-    const Groups page = store.variable(L"$DWGCODEPAGE");
     constexpr int kName = 3;
+    const bool isOld = store.version() < DrawingVersion::r13;
+    std::string text(isOld ? r12Drawing() : defaultDrawing());
+    if (!isOld) {
+        const auto version = std::max(store.version(), DrawingVersion::r2000);
+        replaceText(text, kVersion, "AC" + std::to_string(static_cast<int>(version)));
+    }
+    const Groups page = store.variable(L"$DWGCODEPAGE");
     const std::wstring_view name = page.text(kName, page.all());
     const bool isPlain = !name.empty()
         && std::all_of(name.begin(), name.end(), [](wchar_t c) { return c > L' ' && c < 0x7F; });

@@ -286,9 +286,10 @@ CloneFailure checkType(const Groups& groups, const Versions& versions)
     if (versions.from > known->until || versions.to > known->until) {
         return {Acad::eNotImplementedYet,
                 L"Cannot clone a record of type " + groups[0].text()
-                    + L": its shape stands in another section of the drawing."};
+                    + L": from R2013 on its shape stands in another section of the drawing."};
     }
-    if (versions.to < known->since) {
+    // A program that knows more than its version puts newer records into older drawings, too.
+    if (versions.to < known->since && versions.to < versions.from) {
         return notInVersion(groups, versions.to, L"that version does not have it.");
     }
     return {};
