@@ -124,8 +124,9 @@ TEST_F(InsertAsBlock, TakesTheRecordOfTheModelSpaceAlong)
 
     const CloneDrawing to;
     ASSERT_EQ(to.database().insert(m_id, L"PLAN", &from.database()), Acad::eOk);
-    EXPECT_EQ(to.reloaded().described(*to.block(L"PLAN").stub()),
-              "BLOCK_RECORD 2=PLAN 340=#0 70=4 280=1 281=0 1001=ACAD 1000=said of the model");
+    const CloneDrawing saved = to.reloaded();
+    EXPECT_EQ(saved.described(*saved.block(L"PLAN").stub()),
+              "BLOCK_RECORD 2=PLAN 340=#0 70=4 1001=ACAD 1000=said of the model");
 }
 
 TEST_F(InsertAsBlock, RedefinesABlockUnderItsIdAndLeavesTheReferences)

@@ -137,7 +137,8 @@ TEST_F(Wblock, TakesTheDrawingsOwnStandardStyleAlong)
 7 Standard
 100 AcDbText)"});
     const CloneDrawing output = written(from, 0, {0.0, 0.0, 0.0});
-    EXPECT_EQ(output.reloaded().described(*output.entry(TableKind::textStyle, L"STANDARD").stub()),
+    const CloneDrawing saved = output.reloaded();
+    EXPECT_EQ(saved.described(*saved.entry(TableKind::textStyle, L"STANDARD").stub()),
               "STYLE 2=Standard 70=0 3=special.shx");
 }
 

@@ -108,8 +108,9 @@ void removeFrame(Groups& groups)
     const bool isDimStyle = groups[0].isText(L"DIMSTYLE");
     const int handleCode = isDimStyle ? code::dimStyleHandle : code::handle;
     const std::size_t end = endOfFrame(groups);
+    constexpr std::size_t kNewFrame = 2; // handle and owner in the other drawing
     std::vector<Group> kept;
-    kept.reserve(groups.size());
+    kept.reserve(groups.size() + kNewFrame);
     bool hasHandle = false;
     bool hasOwner = false;
     bool isInBraces = false;

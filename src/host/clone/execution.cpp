@@ -5,6 +5,7 @@
 #include "host/clone/DictionaryIndex.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace corma::host {
 
@@ -48,6 +49,7 @@ public:
             return;
         }
         std::vector<Group> kept;
+        kept.reserve(m_groups.size());
         for (std::size_t i = 0; i < m_groups.size(); ++i) {
             if (!m_isDropped[i]) {
                 kept.push_back(std::move(m_groups[i]));
@@ -179,9 +181,40 @@ public:
             }
         }
         finishModelSpace();
+        describeTypes();
     }
 
 private:
+    // Programs that do not know a type by themselves find in its class what made it.
+    void describeTypes()
+    {
+        std::unordered_set<std::string_view> known;
+        for (const PlannedRecord& planned : m_plan.records) {
+            if (planned.fate == Fate::added && planned.source != nullptr) {
+                const std::string_view type = m_source.nameOf(planned.source->type);
+                if (known.insert(type).second) {
+                    describeType(type);
+                }
+            }
+        }
+    }
+
+    void describeType(std::string_view type)
+    {
+        constexpr int kCount = 91; // of the records, since R2004
+        Groups groups = m_source.classOf(type);
+        if (groups.empty() || !m_destination.classOf(type).empty()) {
+            return;
+        }
+        for (Group& group : groups) {
+            group.raw = {};
+        }
+        if (m_destination.version() < DrawingVersion::r2004) {
+            groups.remove(kCount, groups.body());
+        }
+        m_destination.addClass(std::move(groups));
+    }
+
     // What the record of the destination owned goes with its former content.
     void empty(const PlannedRecord& planned)
     {

@@ -231,6 +231,15 @@ public:
     [[nodiscard]] static AcDbStub* firstSubEntity(const AcDbStub& entity);
     [[nodiscard]] static AcDbStub* subEntityBehind(const AcDbStub& subEntity);
 
+    // --- classes -------------------------------------------------------------------------------
+
+    /// How the drawing describes a type of record that is not built into every program (CLASS);
+    /// empty when it does not.
+    [[nodiscard]] Groups classOf(std::string_view type) const;
+
+    /// Adds such a description. Versions before R13 have no place for it; nothing happens then.
+    void addClass(Groups groups);
+
     // --- dictionaries --------------------------------------------------------------------------
 
     /// The dictionary that all others hang on. Implied where the file lacks it.
@@ -293,6 +302,7 @@ private:
     void ensureTable(TableKind kind);
     void ensureEntitiesSection();
     void ensureBlocksSection();
+    [[nodiscard]] AcDbStub* classesBegin() const;
     AcDbStub* insertBlockRecord(RecordKind kind, std::vector<Group> groups, Handle owner);
     AcDbStub* nextOfTable(TableKind table, AcDbStub* at) const;
     void buildBlocks();
