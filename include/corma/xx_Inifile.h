@@ -8,6 +8,9 @@
 
 struct resbuf;
 struct xx_IniPrivate;
+struct xx_TextInfo;
+struct xx_VisHatchInfo;
+struct xx_VisParam;
 class xx_VarArray;
 
 namespace corma {
@@ -93,6 +96,21 @@ public:
     /// as a pair of its header and an empty text. RTNORM when this file had an entry that fits;
     /// else 2, or 3 when it is not open.
     int getWcString(wchar_t* pattern, xx_VarArray* results, int report, int skip);
+
+    /// How something is drawn, from a value "layer,colour,linetype,lineweight". The working drawing
+    /// is made ready: a layer that it lacks is made, a linetype loaded. Always RTNORM; a missing
+    /// setting gives the record of empty fields, with a notice when report asks for it.
+    int getVisParam(wchar_t* ident, xx_VisParam* info, int report);
+
+    /// The same with ",style,height,widthFactor,obliqueAngle" or ",pattern,angle,scale" behind it.
+    /// A missing setting is always told, once.
+    int getTextInfo(wchar_t* ident, xx_TextInfo* info, int report);
+    int getHatchInfo(wchar_t* ident, xx_VisHatchInfo* info, int report);
+
+    /// Stores a value in the working drawing, from where it goes before those of the project file
+    /// and of this file. The user is told when it cannot be stored. The drawing itself is not
+    /// saved.
+    void writeString(wchar_t* ident, wchar_t* value);
 
     /// Writes a scrambled copy of the file itself to target, or for null beside it under its name
     /// with the key in it. RTERROR, with a notice, when the copy cannot be made.

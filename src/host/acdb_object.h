@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 class AcDbDatabase;
 class AcDbHandle;
@@ -248,6 +249,9 @@ public:
             m_object = nullptr;
         }
     }
+
+    /// Hands the object over; who takes it closes it.
+    [[nodiscard]] Object* release() { return std::exchange(m_object, nullptr); }
 
     [[nodiscard]] Acad::ErrorStatus status() const { return m_status; }
 

@@ -14,6 +14,13 @@ std::unique_ptr<AcApDocument>& currentDocument()
     return document;
 }
 
+// A database that was made the one to work on; null while it is that of the current document.
+AcDbDatabase*& chosenDatabase()
+{
+    static AcDbDatabase* database = nullptr;
+    return database;
+}
+
 bool copyOut(const std::wstring& path, ACHAR* result, std::size_t length)
 {
     if (path.size() >= length) {
@@ -35,14 +42,42 @@ std::wstring drawingFolder()
 
 } // namespace
 
-AcApDocument::AcApDocument(const ACHAR* fileName)
+AcApDocument::AcApDocument(const ACHAR* fileName, std::unique_ptr<AcDbDatabase> database)
     : m_fileName(fileName)
+    , m_database(std::move(database))
 {
 }
 
 const ACHAR* AcApDocument::fileName() const
 {
     return m_fileName.c_str();
+}
+
+AcAp::DocLockMode AcApDocument::lockMode() const
+{
+    const auto strongest = std::max_element(m_locks.begin(), m_locks.end());
+    return strongest == m_locks.end() ? AcAp::kNotLocked : *strongest;
+}
+
+Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::DocLockMode mode)
+{
+    if (document == nullptr) {
+        return Acad::eInvalidInput;
+    }
+    document->m_locks.push_back(mode);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document)
+{
+    if (document == nullptr) {
+        return Acad::eInvalidInput;
+    }
+    if (document->m_locks.empty()) {
+        return Acad::eNotApplicable;
+    }
+    document->m_locks.pop_back();
+    return Acad::eOk;
 }
 
 AcApDocument* AcApDocManager::curDocument() const
@@ -58,7 +93,15 @@ AcApDocManager* acDocManagerPtr()
 
 AcDbDatabase* AcDbHostApplicationServices::workingDatabase() const
 {
-    return nullptr; // documents have no drawing database here
+    if (chosenDatabase() != nullptr) {
+        return chosenDatabase();
+    }
+    return currentDocument() ? currentDocument()->database() : nullptr;
+}
+
+void AcDbHostApplicationServices::setWorkingDatabase(AcDbDatabase* database)
+{
+    chosenDatabase() = database;
 }
 
 const ACHAR* AcDbHostApplicationServices::getEnv(const ACHAR* name) const
@@ -98,13 +141,50 @@ int acedFindFile(const ACHAR* name, ACHAR* result, std::size_t length)
 
 namespace corma {
 
+namespace {
+
+void makeCurrent(const wchar_t* fileName, std::unique_ptr<AcDbDatabase> database)
+{
+    currentDocument()
+        = std::make_unique<AcApDocument>(platform::fullPath(fileName).c_str(), std::move(database));
+}
+
+} // namespace
+
 bool openDocument(const wchar_t* fileName)
 {
     if (fileName == nullptr || *fileName == 0) {
         return false;
     }
-    currentDocument() = std::make_unique<AcApDocument>(platform::fullPath(fileName).c_str());
+    auto database = std::make_unique<AcDbDatabase>(false);
+    if (database->readDwgFile(fileName) != Acad::eOk) {
+        return false;
+    }
+    makeCurrent(fileName, std::move(database));
     return true;
+}
+
+bool newDocument(const wchar_t* fileName)
+{
+    if (fileName == nullptr || *fileName == 0) {
+        return false;
+    }
+    makeCurrent(fileName, std::make_unique<AcDbDatabase>());
+    return true;
+}
+
+bool isDocumentModified()
+{
+    return currentDocument() && currentDocument()->database()->isModified();
+}
+
+bool saveDocument(const wchar_t* fileName)
+{
+    if (!currentDocument()) {
+        return false;
+    }
+    const ACHAR* const target = fileName == nullptr ? currentDocument()->fileName() : fileName;
+    return currentDocument()->database()->saveAs(target) == Acad::eOk;
 }
 
 void closeDocument()

@@ -106,12 +106,39 @@ bool SourceWalk::ask(Source source)
     return m_found;
 }
 
+namespace {
+
+std::wstring cacheKey(const xx_Inifile& file, const Ident& ident)
+{
+    const std::wstring name = platform::splitPath(file.getFilename()).fileName();
+    const std::wstring text = std::wstring(ident.prefix) + std::wstring(ident.name);
+    return getChecksummedIdent(text, upperCase(name));
+}
+
+} // namespace
+
+// A value that is too long for the cache must not be found there cut.
+void InifileInside::renewInCache(const xx_Inifile& file, const Ident& ident,
+                                 std::wstring_view value)
+{
+    IniBuffer* const buffer = bufferOf(file);
+    if (buffer == nullptr) {
+        return;
+    }
+    const std::wstring key = cacheKey(file, ident);
+    const void* document = acDocManagerPtr()->curDocument();
+    if (value.size() >= IniBuffer::kTooLong) {
+        buffer->remove(key.c_str(), document);
+        return;
+    }
+    int slot = -1;
+    buffer->update(key.c_str(), std::wstring(value).c_str(), &slot, document);
+}
+
 // The value may be longer in the cache than the buffer of the call that brought it there.
 bool SourceWalk::askCache()
 {
-    const std::wstring name = platform::splitPath(m_file.getFilename()).fileName();
-    const std::wstring ident = std::wstring(m_ident.prefix) + std::wstring(m_ident.name);
-    m_cacheKey = getChecksummedIdent(ident, upperCase(name));
+    m_cacheKey = cacheKey(m_file, m_ident);
     m_wide.resize(IniBuffer::kTooLong);
     IniBuffer* buffer = InifileInside::bufferOf(m_file);
     const void* document = acDocManagerPtr()->curDocument();
@@ -123,8 +150,10 @@ bool SourceWalk::askCache()
 
 bool SourceWalk::askDrawing()
 {
-    const auto value = InifileInside::getLocalString(m_file, m_ident);
-    m_wide = value.value_or(std::wstring());
+    const std::wstring chapter(m_ident.chapter());
+    const std::wstring name(m_ident.name);
+    auto value = InifileInside::localValue(m_file, chapter.c_str(), name.c_str());
+    m_wide = std::move(value).value_or(std::wstring());
     return value.has_value();
 }
 

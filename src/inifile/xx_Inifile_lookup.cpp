@@ -2,6 +2,7 @@
 #include "foundation/messages.h"
 #include "foundation/wide_text.h"
 #include "host/host.h"
+#include "inifile/drawing_settings.h"
 #include "inifile/xx_Inifile_private.h"
 
 #include <algorithm>
@@ -85,11 +86,15 @@ int xx_Inifile::getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int s
     return status;
 }
 
-// A document has no drawing database yet, so no drawing can hold a value.
-bool xx_Inifile::getLocalString(const wchar_t* /*chapter*/, const wchar_t* /*ident*/,
-                                wchar_t* /*value*/, int /*size*/)
+bool xx_Inifile::getLocalString(const wchar_t* chapter, const wchar_t* ident, wchar_t* value,
+                                int size)
 {
-    return false;
+    const auto found = corma::InifileInside::localValue(*this, chapter, ident);
+    if (found) {
+        const corma::ValueBuffer out(value, size);
+        corma::copyBounded(out.text, out.capacity, *found);
+    }
+    return found.has_value();
 }
 
 namespace corma {
@@ -99,17 +104,27 @@ bool InifileInside::seesDrawing(const xx_Inifile& file)
     return file.isIni && acdbHostApplicationServices()->workingDatabase() != nullptr;
 }
 
-std::optional<std::wstring> InifileInside::getLocalString(xx_Inifile& file, const Ident& ident)
+std::optional<std::wstring> InifileInside::localValue(const xx_Inifile& file,
+                                                      const wchar_t* chapter, const wchar_t* ident)
 {
-    std::wstring value(kLongestValue, L'\0');
-    const std::wstring chapter(ident.chapter());
-    const std::wstring name(ident.name);
-    if (!seesDrawing(file)
-        || !file.getLocalString(chapter.c_str(), name.c_str(), value.data(), kLongestValue)) {
+    if (!seesDrawing(file)) {
         return std::nullopt;
     }
-    value.resize(length(value.c_str()));
-    return value;
+    return readFromDrawing(nameInDrawing(file).c_str(), chapter, ident, nullptr);
+}
+
+// A scrambled file has the settings of the plain one.
+std::wstring InifileInside::nameInDrawing(const xx_Inifile& file)
+{
+    std::wstring name = platform::splitPath(file.filename).fileName();
+    if (file.scrambled <= 0) {
+        return name;
+    }
+    const std::wstring digits = std::to_wstring(file.scrambled);
+    for (std::size_t at = name.find(digits); at != std::wstring::npos; at = name.find(digits, at)) {
+        name.erase(at, digits.size());
+    }
+    return name;
 }
 
 } // namespace corma

@@ -142,8 +142,15 @@ struct InifileInside
     /// Only an ".ini" file has values in a drawing, and only while one is open.
     static bool seesDrawing(const xx_Inifile& file);
 
-    /// The value that the drawing holds for an ident, cut to 2999 characters.
-    static std::optional<std::wstring> getLocalString(xx_Inifile& file, const Ident& ident);
+    /// The value that the drawing holds for an ident.
+    static std::optional<std::wstring> localValue(const xx_Inifile& file, const wchar_t* chapter,
+                                                  const wchar_t* ident);
+
+    /// The name under which the drawing holds the settings of the file.
+    static std::wstring nameInDrawing(const xx_Inifile& file);
+
+    /// Puts a new value in the place of the one that the read cache keeps, if it keeps one.
+    static void renewInCache(const xx_Inifile& file, const Ident& ident, std::wstring_view value);
 
     static int getStringOneIdentOld(xx_Inifile& file, const wchar_t* ident, wchar_t* value,
                                     int size, int report)

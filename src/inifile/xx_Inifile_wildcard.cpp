@@ -17,6 +17,7 @@ constexpr const wchar_t* kChapterMarker = L"XXINIFRUBR";
 
 constexpr std::size_t kLongestLineHere = 2999;
 constexpr std::size_t kLongestName = 2999;
+constexpr std::size_t kLongestValue = 2999; // of one in a drawing
 
 void append(xx_VarArray& results, const std::wstring& name, const std::wstring& value)
 {
@@ -91,9 +92,11 @@ private:
     std::wstring valueFor(const std::wstring& ident, std::string_view fileValue)
     {
         if (m_seesDrawing && !m_chapter.empty()) {
-            if (const auto local
-                = corma::InifileInside::getLocalString(m_file, {m_chapter, ident})) {
-                return *local;
+            const std::wstring chapter = m_chapter.substr(1, m_chapter.size() - 2);
+            const auto local
+                = corma::InifileInside::localValue(m_file, chapter.c_str(), ident.c_str());
+            if (local) {
+                return local->substr(0, kLongestValue);
             }
         }
         return m_text.decode(fileValue);

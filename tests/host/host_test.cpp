@@ -91,7 +91,7 @@ TEST(Documents, TheOpenedOneIsCurrent)
 {
     RecordingServices services;
     EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
-    EXPECT_TRUE(corma::openDocument(L"/plans/house.dwg"));
+    EXPECT_TRUE(corma::newDocument(L"/plans/house.dwg"));
     ASSERT_NE(acDocManagerPtr()->curDocument(), nullptr);
     EXPECT_STREQ(acDocManagerPtr()->curDocument()->fileName(), L"/plans/house.dwg");
     corma::closeDocument();
@@ -103,7 +103,7 @@ TEST(Documents, ARelativeNameIsMadeWhole)
     RecordingServices services;
     const TempFolder folder;
     const CurrentFolder there(folder.path());
-    EXPECT_TRUE(corma::openDocument(L"house.dwg"));
+    EXPECT_TRUE(corma::newDocument(L"house.dwg"));
     EXPECT_EQ(acDocManagerPtr()->curDocument()->fileName(), folder.path(L"house.dwg"));
 }
 
@@ -125,7 +125,7 @@ TEST(FindFile, LooksInTheCurrentFolderThenWithTheDrawingThenInTheSupportFolders)
     const CurrentFolder there(folder.path(L"here"));
     EXPECT_EQ(findFile(L"a.txt"), last);
     const auto middle = folder.write(L"drawings/a.txt", "");
-    corma::openDocument(folder.path(L"drawings/house.dwg").c_str());
+    corma::newDocument(folder.path(L"drawings/house.dwg").c_str());
     EXPECT_EQ(findFile(L"a.txt"), middle);
     const auto first = folder.write(L"here/a.txt", "");
     EXPECT_EQ(findFile(L"a.txt"), first);

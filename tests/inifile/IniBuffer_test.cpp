@@ -219,7 +219,7 @@ TEST_F(CachedLookup, TheSameIdentInTwoDrawingsTakesTwoEntries)
     Ini ini(folder.write(L"a.ini", "X=file\n"), 0, &buffer);
     EXPECT_EQ(ini.get(L"X"), L"file");
     folder.write(L"project/a.ipr", "X=project\n");
-    corma::openDocument(folder.path(L"project/house.dwg").c_str());
+    corma::newDocument(folder.path(L"project/house.dwg").c_str());
     EXPECT_EQ(ini.get(L"X"), L"project");
     corma::closeDocument();
     EXPECT_EQ(ini.get(L"X"), L"file");

@@ -47,7 +47,7 @@ std::string described(const std::vector<LevelValue>& levels)
 class Lookup : public InifileTest
 {
 protected:
-    void openHouse() { corma::openDocument(folder.path(L"project/house.dwg").c_str()); }
+    void openHouse() { corma::newDocument(folder.path(L"project/house.dwg").c_str()); }
 };
 
 TEST_F(Lookup, AnIncludedFileWinsOverTheFileItself)
@@ -109,9 +109,9 @@ TEST_F(Lookup, TheProjectFileFollowsTheDrawing)
     folder.write(L"one/a.ipr", "X=one\n");
     folder.write(L"two/a.ipr", "X=two\n");
     Ini ini(folder.write(L"a.ini", "X=own\n"));
-    corma::openDocument(folder.path(L"one/d.dwg").c_str());
+    corma::newDocument(folder.path(L"one/d.dwg").c_str());
     EXPECT_EQ(ini.get(L"X"), L"one");
-    corma::openDocument(folder.path(L"two/d.dwg").c_str());
+    corma::newDocument(folder.path(L"two/d.dwg").c_str());
     EXPECT_EQ(ini.get(L"X"), L"two");
 }
 

@@ -430,9 +430,9 @@ AcDbStub* Store::subEntityBehind(const AcDbStub& subEntity)
 AcDbStub* Store::appendSubEntity(AcDbStub& entity, RecordType type)
 {
     AcDbStub* behind = &entity;
+    // It goes ahead of an erased end, too, which may come back.
     for (AcDbStub* at = firstSubEntity(entity);
-         at != nullptr && (at->type != RecordType::sequenceEnd || at->isErased);
-         at = subEntityBehind(*at)) {
+         at != nullptr && at->type != RecordType::sequenceEnd; at = subEntityBehind(*at)) {
         behind = at;
     }
     return appendSubEntity(entity, *behind, type);

@@ -1,6 +1,7 @@
 #include "host/transform/RecordPart.h"
 #include "host/transform/transformers.h"
 
+#include <cmath>
 #include <initializer_list>
 
 namespace corma::host {
@@ -18,8 +19,19 @@ void scaleAll(RecordPart& part, std::initializer_list<int> lengths, double facto
     }
 }
 
-/// The direction of the base line: a vector of the world, or an angle in the plane where an older
-/// writer left that. Without any it is the X axis of the plane.
+/// The direction of a base line that is not told: the X axis of the world, or of the plane where
+/// the former is not in the plane.
+AcGeVector3d impliedDirection(const AcGeVector3d& normal)
+{
+    constexpr double kRightAngle = 1e-9;
+    if (std::abs(normal.dotProduct(AcGeVector3d::kXAxis)) < kRightAngle) {
+        return AcGeVector3d::kXAxis;
+    }
+    return AcGeMatrix3d().setToPlaneToWorld(normal) * AcGeVector3d::kXAxis;
+}
+
+/// The direction of the base line: a vector of the world, or an angle in the plane where another
+/// writer left that.
 void moveDirection(RecordPart& part, const Motion& motion, const PlaneMotion& plane)
 {
     if (part.has(kRotation)) {
@@ -28,13 +40,12 @@ void moveDirection(RecordPart& part, const Motion& motion, const PlaneMotion& pl
     if (part.has(kDirection)) {
         part.setVector(kDirection, motion.direction(part.vector(kDirection)));
     } else if (!part.has(kRotation)) {
-        AcGeMatrix3d toWorld;
-        const AcGeVector3d before
-            = toWorld.setToPlaneToWorld(plane.normalBefore()) * AcGeVector3d::kXAxis;
-        const AcGeVector3d implied
-            = toWorld.setToPlaneToWorld(plane.normal()) * AcGeVector3d::kXAxis;
-        if (plane.turn() != 0.0) {
-            part.setVector(kDirection, motion.direction(before), implied);
+        constexpr double kNoise = 1e-12;
+        const AcGeVector3d after
+            = withoutNoise(motion.direction(impliedDirection(plane.normalBefore())));
+        const AcGeVector3d implied = impliedDirection(plane.normal());
+        if ((after - implied).length() > kNoise) {
+            part.setVector(kDirection, after, implied);
         }
     }
 }

@@ -314,11 +314,20 @@ void addLetters(Samples& samples, const Record& record, const AcGePoint3d& base)
     }
 }
 
+/// Of a text that is placed in the world. The X axis where nothing else is told and it is possible.
+AcGeVector3d baseLineOf(const Record& record)
+{
+    if (record.has(11)) {
+        return record.vector(11).normal();
+    }
+    const bool isXAxis
+        = !record.has(50) && std::abs(record.normal().dotProduct(AcGeVector3d::kXAxis)) < 1e-12;
+    return isXAxis ? AcGeVector3d::kXAxis : record.toWorld() * atAngle(record.real(50));
+}
+
 void addMultilineText(Samples& samples, const Record& record)
 {
-    const AcGeMatrix3d& toWorld = record.toWorld();
-    const AcGeVector3d along
-        = record.has(11) ? record.vector(11).normal() : toWorld * atAngle(record.real(50));
+    const AcGeVector3d along = baseLineOf(record);
     const AcGeVector3d up = record.normal().crossProduct(along);
     samples.points.push_back(record.point(10));
     samples.points.push_back(record.point(10) + along * record.real(41));
@@ -387,8 +396,7 @@ Samples ofShape(const Record& record)
 
 Samples ofTolerance(const Record& record)
 {
-    const AcGeVector3d along
-        = record.has(11) ? record.vector(11).normal() : record.toWorld() * AcGeVector3d::kXAxis;
+    const AcGeVector3d along = baseLineOf(record);
     return {.points = {record.point(10)},
             .directions = {along, record.normal().crossProduct(along)}};
 }

@@ -1,0 +1,180 @@
+#include "host/linetype_file.h"
+
+#include "host/host.h"
+#include "host/own_linetypes.h"
+#include "platform/platform.h"
+#include "platform/text.h"
+
+#include <array>
+#include <charconv>
+
+namespace corma::host {
+
+namespace {
+
+constexpr std::size_t kMostDashes = 12; // of a linetype
+constexpr std::size_t kLongestPath = 4096; // characters
+
+std::wstring_view trimmed(std::wstring_view text)
+{
+    constexpr std::wstring_view kBlanks = L" \t\r";
+    const std::size_t begin = text.find_first_not_of(kBlanks);
+    if (begin == std::wstring_view::npos) {
+        return {};
+    }
+    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+// What stands before the next separator; `text` moves behind it.
+std::wstring_view takeUntil(std::wstring_view& text, wchar_t separator)
+{
+    const std::size_t end = text.find(separator);
+    const std::wstring_view piece = text.substr(0, end);
+    text = end == std::wstring_view::npos ? std::wstring_view() : text.substr(end + 1);
+    return piece;
+}
+
+std::optional<double> numberIn(std::wstring_view text)
+{
+    const std::string bytes = toUtf8(trimmed(text));
+    const char* begin = bytes.data();
+    const char* const end = begin + bytes.size();
+    if (begin != end && *begin == '+') {
+        ++begin;
+    }
+    double number = 0.0;
+    const auto [behind, error] = std::from_chars(begin, end, number);
+    return error == std::errc() && behind == end && begin != end ? std::optional(number)
+                                                                 : std::nullopt;
+}
+
+void readPattern(std::wstring_view pattern, LinetypeDefinition& definition)
+{
+    takeUntil(pattern, L','); // the alignment; there is one only
+    while (!pattern.empty()) {
+        const auto dash = numberIn(takeUntil(pattern, L','));
+        if (!dash || definition.dashes.size() == kMostDashes) {
+            definition.isSimple = false;
+            return;
+        }
+        definition.dashes.push_back(*dash);
+    }
+}
+
+} // namespace
+
+std::vector<LinetypeDefinition> parseLinetypes(std::wstring_view text)
+{
+    std::vector<LinetypeDefinition> found;
+    bool wantsPattern = false;
+    while (!text.empty()) {
+        std::wstring_view line = trimmed(takeUntil(text, L'\n'));
+        if (line.starts_with(L'*')) {
+            line.remove_prefix(1);
+            LinetypeDefinition definition;
+            definition.name = trimmed(takeUntil(line, L','));
+            definition.description = trimmed(line);
+            found.push_back(std::move(definition));
+            wantsPattern = true;
+        } else if (wantsPattern && !line.empty() && foldCase(line.front()) == foldCase(L'A')) {
+            readPattern(line, found.back());
+            wantsPattern = false;
+        }
+    }
+    return found;
+}
+
+std::optional<std::wstring> linetypeFile(const std::wstring& name)
+{
+    std::array<ACHAR, kLongestPath> path {};
+    if (acedFindFile(name.c_str(), path.data(), path.size()) == RTNORM) {
+        const auto content = platform::readFile(platform::locate(path.data()));
+        return content ? std::optional(fromUtf8(content->view())) : std::nullopt;
+    }
+    for (const OwnLinetypeFile& own : kOwnLinetypeFiles) {
+        if (equalIgnoringCase(own.name, platform::splitPath(name).fileName())) {
+            return fromUtf8(own.content);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace corma::host
+
+// --- loading -------------------------------------------------------------------------------------
+
+namespace {
+
+using namespace corma::host;
+
+void fill(AcDbLinetypeTableRecord& record, const LinetypeDefinition& definition)
+{
+    constexpr int kDescription = 3;
+    constexpr int kDashes = 73;
+    constexpr int kLength = 40;
+    constexpr int kDash = 49;
+    constexpr int kDashKind = 74;
+    record.setName(definition.name.c_str());
+    Groups& groups = record.changeGroups();
+    double length = 0.0;
+    for (const double dash : definition.dashes) {
+        length += dash < 0 ? -dash : dash;
+    }
+    groups.set(kDescription, groups.body(), definition.description);
+    groups.set(kDashes, groups.body(), static_cast<std::int64_t>(definition.dashes.size()));
+    groups.set(kLength, groups.body(), length);
+    for (const double dash : definition.dashes) {
+        groups.add(Group(kDash, dash));
+        groups.add(Group(kDashKind, 0));
+    }
+}
+
+Acad::ErrorStatus load(AcDbLinetypeTable& table, const LinetypeDefinition& definition)
+{
+    if (!definition.isSimple) {
+        return Acad::eNotImplementedYet;
+    }
+    auto record = std::make_unique<AcDbLinetypeTableRecord>();
+    fill(*record, definition);
+    const Acad::ErrorStatus status = table.add(record.get());
+    if (status == Acad::eOk) {
+        record.release()->close();
+    }
+    return status;
+}
+
+} // namespace
+
+Acad::ErrorStatus AcDbDatabase::loadLineTypeFile(const ACHAR* linetypeName, const ACHAR* fileName)
+{
+    if (linetypeName == nullptr || *linetypeName == 0 || fileName == nullptr || *fileName == 0) {
+        return Acad::eInvalidInput;
+    }
+    Opened<AcDbLinetypeTable> table;
+    Acad::ErrorStatus status = getLinetypeTable(table.out(), AcDb::kForRead);
+    if (status != Acad::eOk) {
+        return status;
+    }
+    const std::wstring_view wanted = linetypeName;
+    const bool wantsAll = wanted == L"*";
+    if (!wantsAll && table->has(linetypeName)) {
+        return Acad::eDuplicateKey;
+    }
+    const auto content = linetypeFile(fileName);
+    if (!content) {
+        return Acad::eFileNotFound;
+    }
+    status = wantsAll ? Acad::eOk : Acad::eUndefinedLineType;
+    for (const LinetypeDefinition& definition : parseLinetypes(*content)) {
+        const bool isWanted = wantsAll ? !table->has(definition.name.c_str())
+                                       : corma::equalIgnoringCase(definition.name, wanted);
+        if (isWanted) {
+            status = table->isWriteEnabled() ? Acad::eOk : table->upgradeOpen();
+            status = status == Acad::eOk ? load(*table, definition) : status;
+            if (!wantsAll || status != Acad::eOk) {
+                break;
+            }
+        }
+    }
+    return status;
+}
