@@ -352,6 +352,44 @@ void Store::setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Hand
     stub.resident = object.release();
 }
 
+namespace {
+
+// Where the owner goes in groups that have none: behind the braces that begin them.
+std::size_t behindBraces(const Groups& groups, std::size_t at)
+{
+    while (at < groups.size() && groups[at].code == code::braces) {
+        do {
+            ++at;
+        } while (at < groups.size() && groups[at].code != code::braces);
+        at = std::min(at + 1, groups.size());
+    }
+    return at;
+}
+
+} // namespace
+
+void Store::setGroups(AcDbStub& stub, Groups groups, Handle owner)
+{
+    std::size_t behindHandle = 1;
+    if (writesHandles()) {
+        const bool isDimStyle = stub.type == RecordType::dimStyle;
+        groups.insert(1, Group(isDimStyle ? code::dimStyleHandle : code::handle, stub.handle));
+        ++behindHandle;
+    }
+    if (m_version >= DrawingVersion::r13) {
+        groups.insert(behindBraces(groups, behindHandle), Group(code::owner, owner));
+    }
+    replaceGroups(stub, std::move(groups));
+}
+
+void Store::replaceGroups(AcDbStub& stub, Groups groups)
+{
+    delete stub.resident;
+    stub.resident = nullptr;
+    m_newGroups[&stub] = std::move(groups);
+    markChanged(stub);
+}
+
 void Store::release(AcDbStub& stub)
 {
     if (stub.resident != nullptr && !stub.isChanged && !stub.isImplied
