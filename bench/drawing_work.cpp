@@ -93,14 +93,14 @@ std::vector<AcDbObjectId> addTexts(AcDbDatabase& database, std::size_t count)
     return ids;
 }
 
-std::size_t openEach(AcDbDatabase& database)
+std::size_t openFirst(AcDbDatabase& database, std::size_t most)
 {
     const auto space = modelSpace(database, AcDb::kForRead);
     AcDbBlockTableRecordIterator* made = nullptr;
     require(space->newIterator(made) == Acad::eOk, "cannot walk");
     const std::unique_ptr<AcDbBlockTableRecordIterator> walk(made);
     std::size_t count = 0;
-    for (; !walk->done(); walk->step()) {
+    for (; count < most && !walk->done(); walk->step()) {
         Opened<AcDbEntity> entity;
         require(walk->getEntity(entity.out(), AcDb::kForRead) == Acad::eOk, "cannot open");
         ++count;

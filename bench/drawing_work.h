@@ -10,7 +10,7 @@
 
 namespace corma::bench {
 
-/// A drawing of bench/make_drawing.py, in a folder of the build.
+/// A drawing of bench/make_drawing.py, as bench/CMakeLists.txt has it made.
 struct DrawingFile
 {
     int megabytes; // without its settings
@@ -46,8 +46,8 @@ private:
 /// Texts at the end of the model space.
 std::vector<AcDbObjectId> addTexts(AcDbDatabase& database, std::size_t count);
 
-/// Opens each entity of the model space for read; how many there are.
-std::size_t openEach(AcDbDatabase& database);
+/// Opens the first entities of the model space for read; how many there were of so many.
+std::size_t openFirst(AcDbDatabase& database, std::size_t most);
 
 void eraseEach(const std::vector<AcDbObjectId>& ids);
 
