@@ -232,6 +232,11 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool /*createI
     return id.isNull() ? Acad::eUnknownHandle : Acad::eOk;
 }
 
+std::wstring AcDbDatabase::versionText() const
+{
+    return m_store->versionText();
+}
+
 bool AcDbDatabase::tilemode() const
 {
     using namespace corma::host;
