@@ -161,17 +161,29 @@ void appendUnicodeEscape(char32_t c, std::string& value)
     }
 }
 
+// What ends a line or a value, or would be taken for an escape.
+bool appendControl(char32_t c, Caret caret, std::string& value)
+{
+    if (caret == Caret::isItself) {
+        if (c == 0) {
+            appendUnicodeEscape(c, value);
+        }
+        return c == 0;
+    }
+    if (c != char32_t {kCaret} && c >= kFirstPrintable) {
+        return false;
+    }
+    value += '^';
+    value += c == char32_t {kCaret} ? ' ' : static_cast<char>(c + char32_t {kFirstControlLetter});
+    return true;
+}
+
 void appendCharacter(char32_t c, const CodePage& page, Caret caret, std::string& value)
 {
-    const bool escapes = caret == Caret::escapes;
-    if (c == 0 && !escapes) {
-        appendUnicodeEscape(c, value); // a zero would end the value
-    } else if (c == char32_t {kCaret} && escapes) {
-        value += "^ ";
-    } else if (c < kFirstPrintable && escapes) {
-        value += '^';
-        value += static_cast<char>(c + char32_t {kFirstControlLetter});
-    } else if (c < 0x80) {
+    if (appendControl(c, caret, value)) {
+        return;
+    }
+    if (c < 0x80) {
         value += static_cast<char>(c);
     } else if (!page.encode(c, value)) {
         appendUnicodeEscape(c, value);
