@@ -32,6 +32,7 @@ struct Options
     int scramble = 0;
     std::optional<std::wstring> moduleFolder;
     std::optional<std::wstring> drawing;
+    std::optional<std::wstring> saveAs;
 };
 
 /// Declares the arguments and options of a command. The values are written before the command runs.

@@ -13,17 +13,19 @@ namespace cfgctl {
 namespace {
 
 constexpr const char* kPurpose
-    = "Looks into configuration files: values through included files, the project file beside the\n"
-      "drawing and the file itself.";
+    = "Looks into configuration files: values through included files, the drawing, the project file\n"
+      "beside it and the file itself. Shows what a drawing holds, and stores values in it.";
 
 constexpr const char* kExamples = R"(  cfgctl get plattegrond.ini "[Trappen]OptredeMax"
   cfgctl get plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
   cfgctl levels plattegrond.ini "[Lagen]Buitenwand"
+  cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
   cfgctl get --help
 
 Standard output holds the result; what the library says goes to standard error.
 Exit status: 0 when the operation succeeded, 1 when it did not (a value that is not there among
-others), 2 for wrong usage or an input that cannot be used.
+others), 2 for wrong usage or an input that cannot be used. A drawing that a command did not change
+is not written.
 The environment variable ACAD is the list of support folders, separated by ";".)";
 
 int numberIn(const std::string& text, const std::string& name)
@@ -64,8 +66,12 @@ void declareCommon(Syntax& syntax, Options& options)
     syntax.option("--module-dir DIR", "Folder searched first for files, in place of the program's",
                   options.moduleFolder);
     syntax.flag("--json", "One JSON document in place of the plain form", options.json);
-    syntax.option("--drawing FILE", "The current drawing; the project file lies beside it",
+    syntax.option("--drawing FILE",
+                  "The current drawing, a DXF file; the project file lies beside it.\n"
+                  "It is written back when the command changed it",
                   options.drawing);
+    syntax.option("--save-as FILE", "Write the changed drawing here, and leave the first one alone",
+                  options.saveAs);
 }
 
 std::string commandNames()

@@ -13,6 +13,8 @@ constexpr std::array kCommands = {
       188
   cfgctl get plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
       50, from the project file beside the drawing
+  cfgctl get plattegrond.ini "[Ruimten]Hoogte" --drawing project/woonhuis.dxf
+      2700, from the drawing itself
   cfgctl get plattegrond.ini "[Deuren]HoogteSchuif,[Deuren]Hoogte" --as int
       2315, of the second ident: the first is not there
   cfgctl get plattegrond.ini "[Tekst]Hoogten" --as doubles:10
@@ -37,7 +39,7 @@ behind "--": cfgctl get tool.ini -- -name)"},
                   R"(  cfgctl levels plattegrond.ini "[Tekst]Hoogte"
       2.5 of norm/kantoor.ini is in force, over 3.5 of plattegrond.ini
   cfgctl levels plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
-      the same with the project file among the levels)"},
+      the same with the drawing and the project file among the levels)"},
     CommandEntry {"includes", makeIncludes, "The tree of included files",
                   R"(  cfgctl includes plattegrond.ini
       plattegrond.ini, and below it norm/kantoor.ini, norm/lagen.ini and norm/arcering.ini)"},
@@ -46,11 +48,34 @@ behind "--": cfgctl get tool.ini -- -name)"},
       its path in the current folder
   ACAD="norm" cfgctl where lagen.ini
       its path in a support folder)"},
+    CommandEntry {"record", makeRecord, "How something is drawn: the record of a value",
+                  R"(  cfgctl record plattegrond.ini "[Lagen]Buitenwand" --as vis
+      colour 2 and a line weight of 70; the names of layer and linetype need a drawing
+  cfgctl record plattegrond.ini "[Lagen]Buitenwand" --as vis --drawing plan.dxf
+      the same with the layer, which is made in the drawing when it is not there
+
+With --drawing the drawing is made ready for what the value names, so it may be written.)"},
+    CommandEntry {"set", makeSet, "Store a value in a drawing",
+                  R"(  cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
+      stores it in plan.dxf, where get finds it before that of the project and of the file
+  cfgctl set plattegrond.ini Noordhoek 12.5 --drawing plan.dxf --save-as plan2.dxf
+      writes plan2.dxf, and leaves plan.dxf alone
+  cfgctl set plattegrond.ini Noordhoek --drawing plan.dxf -- -12.5
+      a value that begins with "-" goes behind "--"
+
+This version stores values in drawings only, of R13 or later.)"},
     CommandEntry {"scramble", makeScramble, "Write a scrambled copy of a file",
                   R"(  cfgctl scramble geheim.ini 7
       writes geheim7.ini beside it
   cfgctl scramble geheim.ini 7 /tmp/geheim7.ini
       writes the copy there)"},
+    CommandEntry {"drawing", makeDrawing, "What a drawing holds",
+                  R"(  cfgctl drawing --drawing project/woonhuis.dxf
+      its version, blocks, layers, linetypes, text styles, references and settings
+  cfgctl drawing --drawing project/woonhuis.dxf --json
+      the same for a program
+
+A reference is told by its handle, its block, and the block that it stands in.)"},
 };
 
 } // namespace

@@ -12,7 +12,10 @@ std::unique_ptr<Command> makeFind();
 std::unique_ptr<Command> makeLevels();
 std::unique_ptr<Command> makeIncludes();
 std::unique_ptr<Command> makeWhere();
+std::unique_ptr<Command> makeRecord();
+std::unique_ptr<Command> makeSet();
 std::unique_ptr<Command> makeScramble();
+std::unique_ptr<Command> makeDrawing();
 
 /// The file as the options want it opened. It may be one that was not found.
 xx_Inifile openFile(std::wstring name, const Options& options);

@@ -2,6 +2,7 @@
 
 #include "text.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 
@@ -42,6 +43,40 @@ void ConsoleServices::print(const wchar_t* text)
 const wchar_t* ConsoleServices::moduleFile()
 {
     return m_moduleFile.empty() ? Services::moduleFile() : m_moduleFile.c_str();
+}
+
+Listener::Listener(Pass pass)
+    : m_pass(pass)
+    , m_former(corma::setServices(this))
+{
+}
+
+Listener::~Listener()
+{
+    corma::setServices(m_former);
+}
+
+std::wstring Listener::heard() const
+{
+    constexpr const wchar_t* kLineEnds = L"\r\n";
+    const std::size_t begin = std::min(m_heard.find_first_not_of(kLineEnds), m_heard.size());
+    const std::size_t end = m_heard.find_last_not_of(kLineEnds) + 1;
+    std::wstring line = m_heard.substr(begin, end - begin);
+    std::replace(line.begin(), line.end(), L'\n', L' ');
+    return line;
+}
+
+void Listener::print(const wchar_t* text)
+{
+    m_heard += text;
+    if (m_pass == Pass::on) {
+        m_former->print(text);
+    }
+}
+
+const wchar_t* Listener::moduleFile()
+{
+    return m_former->moduleFile();
 }
 
 } // namespace cfgctl

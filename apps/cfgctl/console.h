@@ -27,4 +27,31 @@ private:
     bool m_isAtLineStart = true;
 };
 
+/// Hears what the library says, for as long as it lives.
+class Listener : public corma::Services
+{
+public:
+    enum class Pass
+    {
+        on, // to the services that are in force before
+        nothing
+    };
+
+    explicit Listener(Pass pass);
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    ~Listener() override;
+
+    /// All messages as one line; empty when there was none.
+    [[nodiscard]] std::wstring heard() const;
+
+    void print(const wchar_t* text) override;
+    const wchar_t* moduleFile() override;
+
+private:
+    Pass m_pass;
+    Services* m_former;
+    std::wstring m_heard;
+};
+
 } // namespace cfgctl

@@ -1,12 +1,10 @@
 #include "command_line.h"
 #include "console.h"
-#include "text.h"
+#include "current_drawing.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <filesystem>
-#include <fstream>
 #include <span>
 #include <string>
 
@@ -14,17 +12,6 @@ namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUsage = 2;
-
-void openDrawing(const std::wstring& name)
-{
-    const std::filesystem::path path = cfgctl::toBytes(name);
-    std::error_code failed;
-    if (!std::filesystem::is_regular_file(path, failed) || !std::ifstream(path)) {
-        throw cfgctl::UsageError("the drawing " + cfgctl::quoted(name)
-                                 + " cannot be read; pass an existing file to --drawing");
-    }
-    corma::openDocument(name.c_str());
-}
 
 void setModuleFolder(cfgctl::ConsoleServices& services, const std::wstring& folder)
 {
@@ -44,10 +31,11 @@ int run(std::span<const char* const> words)
     if (options.moduleFolder) {
         setModuleFolder(services, *options.moduleFolder);
     }
-    if (options.drawing) {
-        openDrawing(*options.drawing);
+    const cfgctl::CurrentDrawing drawing(options);
+    cfgctl::Answer answer = command->run(options);
+    if (!drawing.saveIfChanged()) {
+        answer.fail();
     }
-    const cfgctl::Answer answer = command->run(options);
     if (!cfgctl::write(answer, options.json)) {
         services.print(L"\ncfgctl: the result could not be written to standard output");
         return kFailed;

@@ -34,6 +34,14 @@ std::string plainText(const Json& value)
 
 } // namespace
 
+void Answer::fail()
+{
+    status = RTERROR;
+    if (document.contains("status")) {
+        document["status"] = status;
+    }
+}
+
 Json toJson(std::wstring_view text)
 {
     return toBytes(text);

@@ -19,6 +19,9 @@ struct Answer
     int status = RTNORM;
     Json document;
     std::string lines; // the plain form, each line with its end
+
+    /// Makes it that of a command that ran, but whose result could not be stored.
+    void fail();
 };
 
 /// The text as a JSON value.

@@ -51,7 +51,13 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool /*noDocument*/)
     }
 }
 
-AcDbDatabase::~AcDbDatabase() = default;
+AcDbDatabase::~AcDbDatabase()
+{
+    AcDbHostApplicationServices* const services = acdbHostApplicationServices();
+    if (services->workingDatabase() == this) {
+        services->setWorkingDatabase(nullptr);
+    }
+}
 
 Acad::ErrorStatus AcDbDatabase::read(corma::platform::FileContent content, const std::wstring& path)
 {
@@ -224,6 +230,11 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool /*createI
 {
     id = AcDbObjectId(m_store->find(handle.value()));
     return id.isNull() ? Acad::eUnknownHandle : Acad::eOk;
+}
+
+std::wstring AcDbDatabase::versionText() const
+{
+    return m_store->versionText();
 }
 
 bool AcDbDatabase::tilemode() const

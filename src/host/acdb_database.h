@@ -236,6 +236,9 @@ public:
 
     // --- header and services -----------------------------------------------------------------
 
+    /// $ACADVER as the file has it, such as L"AC1032"; empty when it does not tell.
+    [[nodiscard]] std::wstring versionText() const;
+
     /// True while the model's own view is current, false in a layout.
     [[nodiscard]] bool tilemode() const;
 

@@ -422,15 +422,34 @@ AcDbStub* Store::subEntityBehind(const AcDbStub& subEntity)
 
 AcDbStub* Store::appendSubEntity(AcDbStub& entity, RecordType type)
 {
-    // A SEQEND that is erased may come back, so it is the end, too.
-    AcDbStub* place = entity.next;
-    while (place != nullptr && place->kind == RecordKind::subEntity && place->container == &entity
-           && place->type != RecordType::sequenceEnd) {
-        place = place->next;
+    AcDbStub* behind = &entity;
+    // It goes ahead of an erased end, too, which may come back.
+    for (AcDbStub* at = firstSubEntity(entity);
+         at != nullptr && at->type != RecordType::sequenceEnd; at = subEntityBehind(*at)) {
+        behind = at;
     }
-    AcDbStub* const stub = insertBefore(place, RecordKind::subEntity, type);
+    return appendSubEntity(entity, *behind, type);
+}
+
+AcDbStub* Store::appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType type)
+{
+    AcDbStub* const stub = insertBefore(behind.next, RecordKind::subEntity, type);
     stub->container = &entity;
     return stub;
+}
+
+void Store::orderSubEntities(AcDbStub& entity, const std::vector<AcDbStub*>& order)
+{
+    AcDbStub* behind = &entity;
+    for (AcDbStub* const stub : order) {
+        if (behind->next != stub) {
+            stub->previous->next = stub->next;
+            (stub->next == nullptr ? m_last : stub->next->previous) = stub->previous;
+            link(*stub, behind->next);
+            m_isChanged = true;
+        }
+        behind = stub;
+    }
 }
 
 } // namespace corma::host
