@@ -253,6 +253,9 @@ Acad::ErrorStatus AcDbDictionary::checkNew(const ACHAR* name, const AcDbObject* 
     if (stub() == nullptr) {
         return Acad::eNotApplicable;
     }
+    if (isErased()) {
+        return Acad::eWasErased;
+    }
     if (name == nullptr || *name == 0) {
         return Acad::eInvalidKey;
     }
@@ -355,6 +358,8 @@ Acad::ErrorStatus AcDbDictionary::setAt(const ACHAR* name, AcDbObject* value, Ac
         Groups& groups = value->changeGroups();
         setReactor(groups, groups.ownerHandle(), stub()->handle);
         groups.setOwnerHandle(stub()->handle);
+    }
+    if (object->isLoose) {
         store.setLoose(*object, false);
     }
     id = AcDbObjectId(object);

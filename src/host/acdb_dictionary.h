@@ -47,8 +47,9 @@ public:
     /// What was under the name is erased if this dictionary owned it; eWasOpenForRead or
     /// eWasOpenForWrite when someone has it open. eInvalidKey for an empty name, eNotOpenForWrite,
     /// eNotApplicable when the dictionary is in no drawing, eWrongDatabase for an object of another
-    /// drawing, eWasErased for an erased one, eInvalidInput for the dictionary itself or one that
-    /// it hangs in, and eInvalidDwgVersion, with a message, in a drawing that has no place for it.
+    /// drawing, eWasErased for an erased one or in an erased dictionary, eInvalidInput for the
+    /// dictionary itself or one that it hangs in, and eInvalidDwgVersion, with a message, in a
+    /// drawing that has no place for it.
     Acad::ErrorStatus setAt(const ACHAR* name, AcDbObject* value, AcDbObjectId& id);
 
     /// Takes an entry out. The object is not erased, but is no longer anyone's: it is not saved

@@ -338,6 +338,17 @@ TEST_F(Dictionary, AnErasedObjectIsNoEntry)
     EXPECT_EQ(root->setAt(L"Weer", &*record, id), Acad::eWasErased);
 }
 
+TEST_F(Dictionary, AnErasedOneTakesNoEntries)
+{
+    TestDrawing drawing = aDrawing();
+    const auto group = drawing.open<AcDbDictionary>("D", AcDb::kForWrite);
+    ASSERT_EQ(group->erase(), Acad::eOk);
+    const auto record = aText(L"eik");
+    AcDbObjectId id;
+    EXPECT_EQ(group->setAt(L"A", record.get(), id), Acad::eWasErased);
+    EXPECT_TRUE(record->isNewObject());
+}
+
 TEST_F(Dictionary, AnObjectOfTheDrawingGetsAnEntryOnly)
 {
     TestDrawing drawing = aDrawing();

@@ -2,13 +2,20 @@
 #include "platform/platform.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
+#include "support/TestDrawing.h"
+#include "support/small_drawing.h"
 
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 using corma::testing::CurrentFolder;
 using corma::testing::FullDisk;
+using corma::testing::kSmallDrawing;
+using corma::testing::kSmallDrawingR12;
 using corma::testing::RecordingServices;
 using corma::testing::TempFolder;
+using corma::testing::TestDrawing;
+using corma::testing::withSections;
 
 TEST(TempFolder, HoldsWhatWasWrittenAndGoesAway)
 {
@@ -69,4 +76,31 @@ TEST(RecordingServices, PutsTheFormerServicesBack)
         EXPECT_EQ(&corma::services(), &recording);
     }
     EXPECT_EQ(&corma::services(), before);
+}
+
+TEST(TestDrawing, IsLoadedFromGroupsAndTellsWhatItIsWrittenAs)
+{
+    for (const auto text : {kSmallDrawing, kSmallDrawingR12}) {
+        TestDrawing drawing(text);
+        EXPECT_EQ(drawing.saved(), text);
+        EXPECT_EQ(drawing.reloaded().saved(), text);
+        EXPECT_TRUE(drawing.file().starts_with("0\nSECTION\n2\nHEADER\n"));
+    }
+}
+
+TEST(TestDrawing, TellsARecordByItsHandle)
+{
+    TestDrawing drawing(withSections("AC1015",
+                                     "0 SECTION\n2 ENTITIES\n0 LINE\n5 2A\n8 0\n"
+                                     "0 POINT\n5 2\n0 ENDSEC\n"));
+    EXPECT_EQ(drawing.savedRecord("2A"), "0 LINE\n5 2A\n8 0\n");
+    EXPECT_EQ(drawing.savedRecord("2"), "0 POINT\n5 2\n");
+    EXPECT_EQ(drawing.savedRecord("A"), "");
+    EXPECT_EQ(drawing.stub("2a").handle, corma::host::Handle {0x2A});
+    EXPECT_THROW(drawing.stub("3"), std::runtime_error);
+}
+
+TEST(TestDrawing, MustBeADrawing)
+{
+    EXPECT_THROW(TestDrawing("1 hello\n"), std::runtime_error);
 }
