@@ -109,7 +109,7 @@ private:
 
     // First those that stay or are missing, in the order of the definition, then those that go. Of
     // several with one tag the first belongs to the first definition, and so on.
-    std::vector<Attribute> match(const AcDbStub& reference) const
+    [[nodiscard]] std::vector<Attribute> match(const AcDbStub& reference) const
     {
         std::vector<Attribute> present;
         std::vector<std::wstring> tags;

@@ -4,6 +4,7 @@
 #include "host/drawing_files.h"
 #include "host/host.h"
 #include "host/templates/default_drawing.h"
+#include "host/view.h"
 
 #include <algorithm>
 #include <array>
@@ -105,19 +106,6 @@ std::wstring drawingNameOf(const AcDbDatabase& database)
     std::wstring name(file);
     name.erase(0, name.find_last_of(L"/\\") + 1);
     return name.substr(0, name.rfind(L'.'));
-}
-
-// The user works in the model, either at large or through a window of the layout.
-bool isModelCurrent(const AcDbDatabase& database)
-{
-    if (database.tilemode()) {
-        return true;
-    }
-    if (acdbHostApplicationServices()->workingDatabase() != &database) {
-        return false;
-    }
-    const Opened<AcDbViewport> viewport(acedGetCurViewportObjectId());
-    return viewport && viewport->number() > 1;
 }
 
 // --- new drawings --------------------------------------------------------------------------------
@@ -230,7 +218,8 @@ Acad::ErrorStatus AcDbDatabase::insert(const AcGeMatrix3d& transform, AcDbDataba
     Store& from = *source->m_store;
     const Block& model = *from.findBlock(ACDB_MODEL_SPACE);
     CloneJob job {.source = from, .destination = *m_store};
-    const ACHAR* const space = isModelCurrent(*this) ? ACDB_MODEL_SPACE : ACDB_PAPER_SPACE;
+    const bool isPaper = workPlaceOf(*this) == WorkPlace::paper;
+    const ACHAR* const space = isPaper ? ACDB_PAPER_SPACE : ACDB_MODEL_SPACE;
     job.block = m_store->findBlock(space)->record;
     for (AcDbStub* at = from.firstEntity(model); at != nullptr;
          at = from.entityBehind(model, *at)) {

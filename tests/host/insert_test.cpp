@@ -403,16 +403,85 @@ TEST_F(InsertMoved, WhatCannotBeTransformedFailsWithoutATrace)
     EXPECT_EQ(to.database().insert(AcGeMatrix3d::kIdentity, &from.database()), Acad::eOk);
 }
 
+constexpr std::string_view kPoint
+    = "0 POINT\n5 30\n100 AcDbEntity\n8 0\n100 AcDbPoint\n10 1.0\n20 1.0\n30 0.0";
+
+// A layout with a viewport of its own and a window on the model.
+constexpr std::string_view kLayoutTables = R"(
+0 TABLE
+2 BLOCK_RECORD
+5 10
+100 AcDbSymbolTable
+70 1
+0 BLOCK_RECORD
+5 11
+330 10
+100 AcDbSymbolTableRecord
+100 AcDbBlockTableRecord
+2 *Paper_Space
+340 20
+0 ENDTAB)";
+
+constexpr std::string_view kViewports = R"(
+0 VIEWPORT
+5 50
+330 11
+100 AcDbEntity
+67 1
+8 0
+100 AcDbViewport
+10 0.0
+20 0.0
+30 0.0
+40 1.0
+41 1.0
+69 1
+0 VIEWPORT
+5 51
+330 11
+100 AcDbEntity
+67 1
+8 0
+100 AcDbViewport
+10 0.0
+20 0.0
+30 0.0
+40 1.0
+41 1.0
+69 2)";
+
+std::string layoutWith(std::string_view lastViewport)
+{
+    return "0 DICTIONARY\n5 C\n330 0\n100 AcDbDictionary\n0 LAYOUT\n5 20\n330 C\n"
+           "100 AcDbPlotSettings\n1 A4\n100 AcDbLayout\n1 Sheet\n330 11\n331 "
+        + std::string(lastViewport);
+}
+
+CloneDrawing drawingWith(const std::string& layout)
+{
+    return CloneDrawing({.header = "9 $TILEMODE\n70 0\n",
+                         .tables = kLayoutTables,
+                         .entities = kViewports,
+                         .objects = layout});
+}
+
 TEST_F(InsertMoved, GoesIntoPaperSpaceWhileThatIsCurrent)
 {
-    const CloneDrawing from({.entities = "0 POINT\n5 30\n100 AcDbEntity\n8 0\n100 AcDbPoint\n"
-                                         "10 1.0\n20 1.0\n30 0.0"});
-    const CloneDrawing to;
-    to.store().setVariable(L"$TILEMODE", Group(70, 0));
+    const CloneDrawing from({.entities = kPoint});
+    const CloneDrawing to = drawingWith(layoutWith("50"));
     ASSERT_EQ(to.database().insert(AcGeMatrix3d::kIdentity, &from.database()), Acad::eOk);
     const CloneDrawing saved = to.reloaded();
     EXPECT_EQ(saved.model(), "");
-    EXPECT_EQ(saved.content(L"*Paper_Space"), "POINT 67=1 10=1 20=1 30=0\n");
+    EXPECT_NE(saved.content(L"*Paper_Space").find("POINT 67=1 10=1 20=1 30=0\n"),
+              std::string::npos);
+}
+
+TEST_F(InsertMoved, GoesIntoTheModelThroughAFloatingViewport)
+{
+    const CloneDrawing from({.entities = kPoint});
+    const CloneDrawing to = drawingWith(layoutWith("51"));
+    ASSERT_EQ(to.database().insert(AcGeMatrix3d::kIdentity, &from.database()), Acad::eOk);
+    EXPECT_EQ(to.reloaded().model(), "POINT 10=1 20=1 30=0\n");
 }
 
 TEST_F(InsertMoved, NeedsAnotherDrawing)

@@ -144,7 +144,7 @@ private:
                 way.pop_back();
                 continue;
             }
-            const std::wstring next = std::move(step.left.back());
+            std::wstring next = std::move(step.left.back());
             step.left.pop_back();
             if (onWay.contains(next)) {
                 return next;

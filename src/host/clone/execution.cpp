@@ -274,15 +274,22 @@ private:
             m_lastPart = planned.destination;
             break;
         case Role::subEntity:
-            planned.destination = m_destination.appendSubEntity(*planned.into->destination,
-                                                                *m_lastPart, typeOf(planned));
-            m_lastPart = planned.destination;
+            makeSubEntity(planned);
             break;
         case Role::object:
             (void)m_destination.makeRoomForObjects(); // its version was looked at
             planned.destination = m_destination.appendObject(typeOf(planned));
             break;
         }
+    }
+
+    // Behind the one before, which the plan has right ahead of it.
+    void makeSubEntity(PlannedRecord& planned)
+    {
+        AcDbStub& entity = *planned.into->destination;
+        AcDbStub& behind = m_lastPart == nullptr ? entity : *m_lastPart;
+        planned.destination = m_destination.appendSubEntity(entity, behind, typeOf(planned));
+        m_lastPart = planned.destination;
     }
 
     RecordType typeOf(const PlannedRecord& planned)

@@ -357,14 +357,11 @@ PlannedRecord* ClonePlanner::wantDictionary(AcDbStub& source, int depth)
     }
     if (planned.destination != nullptr) {
         planned.fate = Fate::existing;
-    } else {
-        planned.isFrame = true;
-        if (planned.into->fate == Fate::existing) {
-            failIfOpen(*planned.into->destination);
-        }
+        return isDictionary(*planned.destination) ? &addLed(std::move(planned)) : nullptr;
     }
-    if (planned.fate == Fate::existing && !isDictionary(*planned.destination)) {
-        return nullptr;
+    planned.isFrame = true;
+    if (planned.into->fate == Fate::existing) {
+        failIfOpen(*planned.into->destination);
     }
     return &addLed(std::move(planned));
 }
@@ -389,7 +386,7 @@ PlannedRecord* ClonePlanner::wantKeyed(AcDbStub& source, PlannedRecord& dictiona
         = m_job.standard == CloneJob::Standard::kept && holds(kStandardKeys, sourceName);
     meet(planned, there,
          !isStandardKey && !holds(kNeverTwice, std::wstring(type.begin(), type.end())));
-    if (planned.fate == Fate::replaced && m_destination.nameOf(there->type) != type) {
+    if (planned.fate == Fate::replaced && m_destination.nameOf(planned.destination->type) != type) {
         fail(Acad::eWrongObjectType,
              L"Cannot clone " + sourceName
                  + L": the destination has an object of another type under that name.");
