@@ -11,7 +11,7 @@ namespace {
 std::string number(double value)
 {
     char text[32];
-    std::snprintf(text, sizeof text, value < 100 ? "%.1f" : "%.0f", value);
+    std::snprintf(text, sizeof text, value < 1 ? "%.3f" : value < 100 ? "%.1f" : "%.0f", value);
     return text;
 }
 

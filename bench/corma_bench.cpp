@@ -1,6 +1,7 @@
 // Times of the settings store beside the times that the machine itself needs, in one run.
 
 #include "bench_table.h"
+#include "benchmark_run.h"
 #include "sample_files.h"
 #include <corma/host.h>
 #include <corma/xx_Inifile.h>
@@ -13,10 +14,8 @@
 #include <cstring>
 #include <fcntl.h>
 #include <functional>
-#include <map>
 #include <memory>
 #include <random>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -51,18 +50,6 @@ constexpr std::string_view kFloorStat = "floor: file status";
 constexpr std::string_view kFloorHit = "floor: unordered_map, hit";
 constexpr std::string_view kFloorBoth = "floor: status and map hit in turn";
 constexpr std::string_view kFloorMiss = "floor: unordered_map, miss";
-
-std::string nameOf(std::string_view what, std::string_view form, std::size_t entries)
-{
-    return std::string(what).append("/").append(form).append("/") + std::to_string(entries);
-}
-
-void require(bool holds, const char* what)
-{
-    if (!holds) {
-        throw std::runtime_error(what);
-    }
-}
 
 // Idents in random order, taken one after the other and over again.
 class Idents
@@ -335,34 +322,6 @@ void registerFloors(const Sample& sample, const Map& map, std::size_t entries)
     add(kFloorMiss, [&](State& state) { timeMap(state, map, missesOf(sample)); });
 }
 
-// Keeps the median of the repetitions of each benchmark, in ns of processor time: whatever else
-// runs on the machine counts least in it.
-class Medians : public benchmark::BenchmarkReporter
-{
-public:
-    bool ReportContext(const Context& /*context*/) override { return true; }
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration ? run.repetitions == 1
-                                                  : run.aggregate_name == "median") {
-                m_times[run.run_name.function_name] = run.GetAdjustedCPUTime();
-            }
-        }
-    }
-
-    std::optional<double> of(std::string_view what, std::string_view form,
-                             std::size_t entries) const
-    {
-        const auto found = m_times.find(nameOf(what, form, entries));
-        return found == m_times.end() ? std::nullopt : std::optional(found->second);
-    }
-
-private:
-    std::map<std::string, double> m_times;
-};
-
 // The floor of each case, and the aims. The scrambled form has the floors of the plain one.
 class Evaluation
 {
@@ -443,30 +402,9 @@ private:
     std::vector<Row> m_rows;
 };
 
-// Our defaults come before the arguments, so that these win.
-std::vector<std::string> withDefaults(int argc, char** argv)
-{
-    std::vector<std::string> arguments
-        = {argv[0], "--benchmark_repetitions=9", "--benchmark_min_time=0.03",
-           "--benchmark_enable_random_interleaving=true"};
-    arguments.insert(arguments.end(), argv + 1, argv + argc);
-    return arguments;
-}
-
-bool initialize(std::vector<std::string> arguments)
-{
-    std::vector<char*> pointers;
-    for (std::string& argument : arguments) {
-        pointers.push_back(argument.data());
-    }
-    auto count = static_cast<int>(pointers.size());
-    benchmark::Initialize(&count, pointers.data());
-    return !benchmark::ReportUnrecognizedArguments(count, pointers.data());
-}
-
 int run(int argc, char** argv)
 {
-    if (!initialize(withDefaults(argc, argv))) {
+    if (!initialize(argc, argv)) {
         return EXIT_FAILURE;
     }
     const SampleFolder folder;

@@ -2,6 +2,7 @@
 
 #include "bench_table.h"
 #include "platform/text.h"
+#include "process_memory.h"
 #include "sample_files.h"
 #include <corma/host.h>
 #include <corma/xx_Inifile.h>
@@ -9,11 +10,8 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <malloc.h>
 #include <stdexcept>
 #include <string>
-#include <unistd.h>
 #include <vector>
 
 namespace corma::bench {
@@ -33,25 +31,6 @@ void require(bool holds, const char* what)
     if (!holds) {
         throw std::runtime_error(what);
     }
-}
-
-// Bytes that were asked of the allocator and not given back, its own administration counted.
-double heapInUse()
-{
-    const auto info = ::mallinfo2();
-    return static_cast<double>(info.uordblks + info.hblkhd);
-}
-
-// A number of kB in the kernel's status of this process, in bytes.
-double statusBytes(const std::string& field)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with(field + ":")) {
-            return 1024.0 * std::stod(line.substr(field.size() + 1));
-        }
-    }
-    throw std::runtime_error("no " + field + " in /proc/self/status");
 }
 
 // Three lookups: a scan, the making of the index, and one through it.
@@ -89,29 +68,24 @@ int measure(const Case& one)
 {
     openAndUse(one.warmUp, 0, one.warmUpIdent);
     // The peak so far, which the setting up of the process made, is not ours.
-    std::ofstream("/proc/self/clear_refs") << 5;
-    const double residentBefore = statusBytes("VmRSS");
+    forgetPeak();
+    const double residentBefore = residentBytes();
     const double heapBefore = heapInUse();
     std::wstring path = one.path;
     xx_Inifile file(path.data(), one.scrambleNumber, nullptr);
     use(file, one.ident);
     const double heap = heapInUse() - heapBefore;
-    std::printf("%.0f %.0f\n", heap, statusBytes("VmHWM") - residentBefore);
+    std::printf("%.0f %.0f\n", heap, peakBytes() - residentBefore);
     return EXIT_SUCCESS;
 }
 
-// Runs this program anew for one case: no other file has left its memory there.
 Memory measureApart(const Case& one)
 {
-    const std::string command = "/proc/" + std::to_string(::getpid()) + "/exe '" + toUtf8(one.path)
-        + "' '" + toUtf8(one.ident) + "' " + std::to_string(one.scrambleNumber) + " '"
-        + toUtf8(one.warmUp) + "' '" + toUtf8(one.warmUpIdent) + "'";
-    std::FILE* output = ::popen(command.c_str(), "r");
-    require(output != nullptr, "cannot start the measuring process");
-    Memory memory {};
-    const bool isThere = std::fscanf(output, "%lf %lf", &memory.heap, &memory.peak) == 2;
-    require(::pclose(output) == 0 && isThere, "the measuring process failed");
-    return memory;
+    const auto numbers = numbersFromNewProcess({toUtf8(one.path), toUtf8(one.ident),
+                                                std::to_string(one.scrambleNumber),
+                                                toUtf8(one.warmUp), toUtf8(one.warmUpIdent)},
+                                               2);
+    return {numbers[0], numbers[1]};
 }
 
 void addRows(std::vector<Row>& rows, const Sample& sample, const char* form, const Memory& memory)

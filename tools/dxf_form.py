@@ -110,7 +110,7 @@ class TextForm:
 
 @dataclass(frozen=True)
 class BinaryForm:
-    """Binary DXF. It has no comments."""
+    """Binary DXF. It has no comments, and control characters and carets stand as they are."""
 
     SENTINEL = b"AutoCAD Binary DXF\r\n\x1a\x00"
 
@@ -134,7 +134,7 @@ class BinaryForm:
             return struct.pack("<B", len(value)) + value
         if kind in _STRUCTS and not isinstance(value, bytes):
             return struct.pack(_STRUCTS[kind], value)
-        text = value if isinstance(value, bytes) else encoded(escaped(str(value)), encoding)
+        text = value if isinstance(value, bytes) else encoded(str(value), encoding)
         return text + b"\0"
 
 

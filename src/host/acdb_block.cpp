@@ -27,14 +27,12 @@ bool isPaperSpace(std::wstring_view folded)
     return folded.starts_with(foldedName(ACDB_PAPER_SPACE));
 }
 
-// The name of the layout that the entities of a space bear; empty where they bear none.
+// The name of the layout that the entities of a space bear; empty where they bear none. An erased
+// one tells it as well: to look for another would take the longer the more of them there are.
 std::wstring layoutOf(const Store& store, const Block& block)
 {
-    const AcDbStub* at = store.lastEntity(block);
-    while (at != nullptr && at->isErased) {
-        at = store.entityBefore(block, *at);
-    }
-    return at == nullptr ? std::wstring() : store.textOf(*at, kLayout);
+    const AcDbStub* const last = store.lastEntity(block);
+    return last == nullptr ? std::wstring() : store.textOf(*last, kLayout);
 }
 
 // The space that an entity is in stands in it ahead of its layer.

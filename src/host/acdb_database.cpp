@@ -51,7 +51,13 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool /*noDocument*/)
     }
 }
 
-AcDbDatabase::~AcDbDatabase() = default;
+AcDbDatabase::~AcDbDatabase()
+{
+    AcDbHostApplicationServices* const services = acdbHostApplicationServices();
+    if (services->workingDatabase() == this) {
+        services->setWorkingDatabase(nullptr);
+    }
+}
 
 Acad::ErrorStatus AcDbDatabase::read(corma::platform::FileContent content, const std::wstring& path)
 {

@@ -36,8 +36,8 @@ public:
     /// The object under a name, open. eKeyNotFound when there is none; then `entry` is null.
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObject*& entry, AcDb::OpenMode mode) const;
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id) const;
-    bool has(const ACHAR* name) const;
-    bool has(AcDbObjectId id) const;
+    [[nodiscard]] bool has(const ACHAR* name) const;
+    [[nodiscard]] bool has(AcDbObjectId id) const;
     [[nodiscard]] unsigned int numEntries() const;
 
     /// Puts a new object into the drawing, under a name. The object belongs to the drawing then and

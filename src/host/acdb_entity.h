@@ -146,7 +146,7 @@ public:
     [[nodiscard]] AcGeMatrix3d blockTransform() const;
 
     /// Its attributes that are not erased, in order. The caller deletes the iterator.
-    AcDbObjectIterator* attributeIterator() const;
+    [[nodiscard]] AcDbObjectIterator* attributeIterator() const;
 
     /// Puts a new attribute behind the others; the reference must be open for write and in a
     /// drawing (else eNotApplicable). The attribute belongs to the drawing then and is open for

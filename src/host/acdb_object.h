@@ -55,10 +55,11 @@ private:
 };
 
 // Gives a class its run-time description, and a cast that gives null for another class.
+// NOLINTBEGIN(bugprone-macro-parentheses): names of classes cannot be in parentheses
 #define CORMA_HOST_CLASS(Class)                                                                    \
 public:                                                                                            \
     static AcRxClass* desc();                                                                      \
-    AcRxClass* isA() const override                                                                \
+    [[nodiscard]] AcRxClass* isA() const override                                                  \
     {                                                                                              \
         return desc();                                                                             \
     }                                                                                              \
@@ -76,6 +77,8 @@ public:                                                                         
         return &description;                                                                       \
     }
 
+// NOLINTEND(bugprone-macro-parentheses)
+
 class AcRxObject
 {
 public:
@@ -86,7 +89,7 @@ public:
 
     static AcRxClass* desc();
 
-    virtual AcRxClass* isA() const { return desc(); }
+    [[nodiscard]] virtual AcRxClass* isA() const { return desc(); }
 
     bool isKindOf(const AcRxClass* other) const { return isA()->isDerivedFrom(other); }
 };

@@ -76,8 +76,8 @@ public:
                             bool getErasedRecord = false) const;
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
                             bool openErasedRecord = false) const;
-    bool has(const ACHAR* name) const;
-    bool has(AcDbObjectId id) const;
+    [[nodiscard]] bool has(const ACHAR* name) const;
+    [[nodiscard]] bool has(AcDbObjectId id) const;
 
     /// Puts a new record into the table; it must be open for write. The record belongs to the
     /// drawing then and is open for write, and the caller closes it; on failure it stays the

@@ -87,34 +87,6 @@ TEST(Variables, UnknownAndReadOnlyOnesAreRefused)
     EXPECT_EQ(acedSetVar(L"CMDNAMES", &value), RTERROR);
 }
 
-TEST(Documents, TheOpenedOneIsCurrent)
-{
-    RecordingServices services;
-    EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
-    EXPECT_TRUE(corma::newDocument(L"/plans/house.dwg"));
-    ASSERT_NE(acDocManagerPtr()->curDocument(), nullptr);
-    EXPECT_STREQ(acDocManagerPtr()->curDocument()->fileName(), L"/plans/house.dwg");
-    corma::closeDocument();
-    EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
-}
-
-TEST(Documents, ARelativeNameIsMadeWhole)
-{
-    RecordingServices services;
-    const TempFolder folder;
-    const CurrentFolder there(folder.path());
-    EXPECT_TRUE(corma::newDocument(L"house.dwg"));
-    EXPECT_EQ(acDocManagerPtr()->curDocument()->fileName(), folder.path(L"house.dwg"));
-}
-
-TEST(Documents, NeedAName)
-{
-    RecordingServices services;
-    EXPECT_FALSE(corma::openDocument(nullptr));
-    EXPECT_FALSE(corma::openDocument(L""));
-    EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
-}
-
 TEST(FindFile, LooksInTheCurrentFolderThenWithTheDrawingThenInTheSupportFolders)
 {
     RecordingServices services;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/acdb_object.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
 #include <corma/xx_Inifile.h>
@@ -25,6 +26,7 @@ public:
         value.assign(static_cast<std::size_t>(std::abs(size)), L'#');
         const int result = file.getString(idents.data(), value.data(), size, report);
         value = value.c_str();
+        EXPECT_EQ(host::openObjectCount(), 0); // a lookup leaves nothing of the drawing open
         return result;
     }
 
@@ -45,6 +47,8 @@ public:
 class InifileTest : public ::testing::Test
 {
 protected:
+    void TearDown() override { EXPECT_EQ(host::openObjectCount(), 0); }
+
     RecordingServices services;
     TempFolder folder;
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <numeric>
 #include <unicode/ucnv.h>
 #include <unicode/ucnv_cb.h>
 #include <unicode/utf16.h>
@@ -65,21 +66,22 @@ void replaceBytes(const void* /*context*/, UConverterToUnicodeArgs* arguments,
     }
 }
 
-bool isUsable(UConverter* converter)
+std::u16string toUnits(UConverter* converter, std::string_view bytes)
 {
-    // ASCII must be itself, as all structure is written in it, and no byte may change what later
-    // ones mean.
-    const UConverterType type = ucnv_getType(converter);
-    const bool isPlain
-        = type == UCNV_SBCS || type == UCNV_MBCS || type == UCNV_LATIN_1 || type == UCNV_US_ASCII;
-    constexpr std::string_view kProbe = "AZaz09 ${}\\^+";
-    std::array<UChar, kProbe.size() + 1> read {};
+    std::u16string units(2 * bytes.size() + 1, u'\0'); // more than any of them needs
     UErrorCode error = U_ZERO_ERROR;
     const std::int32_t count
-        = ucnv_toUChars(converter, read.data(), static_cast<std::int32_t>(read.size()),
-                        kProbe.data(), static_cast<std::int32_t>(kProbe.size()), &error);
-    return isPlain && U_SUCCESS(error)
-        && std::equal(kProbe.begin(), kProbe.end(), read.begin(), read.begin() + count);
+        = ucnv_toUChars(converter, units.data(), static_cast<std::int32_t>(units.size()),
+                        bytes.data(), static_cast<std::int32_t>(bytes.size()), &error);
+    units.resize(U_SUCCESS(error) ? static_cast<std::size_t>(count) : 0);
+    return units;
+}
+
+// No byte may change what later ones mean.
+bool isStateless(const UConverter* converter)
+{
+    const UConverterType type = ucnv_getType(converter);
+    return type == UCNV_SBCS || type == UCNV_MBCS || type == UCNV_LATIN_1 || type == UCNV_US_ASCII;
 }
 
 std::wstring fromUtf16(std::u16string_view units)
@@ -142,14 +144,28 @@ bool CodePage::open(const char* converterName)
 {
     UErrorCode error = U_ZERO_ERROR;
     std::unique_ptr<UConverter, Close> converter(ucnv_open(converterName, &error));
-    if (U_FAILURE(error) || !isUsable(converter.get())) {
+    if (U_FAILURE(error) || !isStateless(converter.get())) {
         return false;
     }
     ucnv_setFromUCallBack(converter.get(), UCNV_FROM_U_CALLBACK_STOP, nullptr, nullptr, nullptr,
                           &error);
     ucnv_setToUCallBack(converter.get(), replaceBytes, nullptr, nullptr, nullptr, &error);
+    std::string ascii(0x80, '\0');
+    std::iota(ascii.begin(), ascii.end(), '\0');
+    const std::u16string read = toUnits(converter.get(), ascii);
+    std::vector<Odd> odd;
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        if (read[i] != i) {
+            odd.push_back({read[i], static_cast<char16_t>(i)});
+        }
+    }
+    constexpr std::size_t kMostOdd = 4; // those that are not based on ASCII have many more
+    if (read.size() != ascii.size() || odd.size() > kMostOdd) {
+        return false;
+    }
     m_form = Form::converter;
     m_converter = std::move(converter);
+    m_odd = std::move(odd);
     return true;
 }
 
@@ -171,12 +187,12 @@ std::wstring CodePage::decode(std::string_view bytes) const
 
 std::wstring CodePage::convert(std::string_view bytes) const
 {
-    std::u16string units(2 * bytes.size() + 1, u'\0'); // more than any of them needs
-    UErrorCode error = U_ZERO_ERROR;
-    const std::int32_t count
-        = ucnv_toUChars(m_converter.get(), units.data(), static_cast<std::int32_t>(units.size()),
-                        bytes.data(), static_cast<std::int32_t>(bytes.size()), &error);
-    units.resize(U_SUCCESS(error) ? static_cast<std::size_t>(count) : 0);
+    std::u16string units = toUnits(m_converter.get(), bytes);
+    for (char16_t& unit : units) {
+        const auto odd = std::find_if(m_odd.begin(), m_odd.end(),
+                                      [&](const Odd& row) { return row.converted == unit; });
+        unit = odd == m_odd.end() ? unit : odd->ascii;
+    }
     return fromUtf16(units);
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 struct UConverter;
 
@@ -44,11 +45,20 @@ private:
         void operator()(UConverter* converter) const;
     };
 
+    // What a converter makes of a byte of ASCII, which is itself here: those of DOS exchange
+    // control characters, and the Arabic one has a percent sign of its own.
+    struct Odd
+    {
+        char16_t converted;
+        char16_t ascii;
+    };
+
     bool open(const char* converterName);
     [[nodiscard]] std::wstring convert(std::string_view bytes) const;
 
     Form m_form = Form::windows1252;
     std::unique_ptr<UConverter, Close> m_converter; // holds no state between two calls
+    std::vector<Odd> m_odd;
 };
 
 } // namespace corma::host::dxf

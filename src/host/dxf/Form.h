@@ -1,6 +1,7 @@
 #pragma once
 
 #include "host/dxf/CodePage.h"
+#include "host/dxf/dxf_text.h"
 #include "host/dxf/tags.h"
 
 #include <string_view>
@@ -15,6 +16,8 @@ struct Form
     bool alignsNumbers = false; // whole numbers are put right in a column; in a text file
     std::string_view lineEnd = "\n"; // in a text file
     CodePage page;
+
+    [[nodiscard]] Caret caret() const { return isBinary ? Caret::isItself : Caret::escapes; }
 };
 
 } // namespace corma::host::dxf

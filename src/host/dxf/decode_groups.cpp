@@ -54,7 +54,7 @@ GroupValue handleOrText(std::string_view value, const Form& form)
     if (const auto handle = handleFrom(trimmed(value))) {
         return *handle;
     }
-    return decodeText(value, form.page);
+    return decodeText(value, form.page, form.caret());
 }
 
 GroupValue textualValue(const TextTags& tags, const Form& form)
@@ -75,7 +75,7 @@ GroupValue textualValue(const TextTags& tags, const Form& form)
     case ValueKind::text:
         break;
     }
-    return decodeText(value, form.page);
+    return decodeText(value, form.page, form.caret());
 }
 
 // The lowest byte comes first.
@@ -108,7 +108,7 @@ GroupValue binaryValue(const BinaryTags& tags, const Form& form)
     case ValueKind::text:
         break;
     }
-    return decodeText(value, form.page);
+    return decodeText(value, form.page, form.caret());
 }
 
 template<class Tags, class ValueOf>

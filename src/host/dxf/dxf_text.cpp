@@ -113,13 +113,13 @@ std::optional<Escaped> backslashEscape(std::wstring_view text)
     return escaped ? escaped : multiByteEscape(text);
 }
 
-std::wstring withoutEscapes(std::wstring_view text)
+std::wstring withoutEscapes(std::wstring_view text, Caret caret)
 {
     std::wstring plain;
     plain.reserve(text.size());
     for (std::wstring_view left = text; !left.empty();) {
         std::optional<Escaped> escaped;
-        if (left.front() == kCaret) {
+        if (left.front() == kCaret && caret == Caret::escapes) {
             escaped = caretEscape(left);
         } else if (left.front() == kBackslash) {
             escaped = backslashEscape(left);
@@ -161,11 +161,14 @@ void appendUnicodeEscape(char32_t c, std::string& value)
     }
 }
 
-void appendCharacter(char32_t c, const CodePage& page, std::string& value)
+void appendCharacter(char32_t c, const CodePage& page, Caret caret, std::string& value)
 {
-    if (c == char32_t {kCaret}) {
+    const bool escapes = caret == Caret::escapes;
+    if (c == 0 && !escapes) {
+        appendUnicodeEscape(c, value); // a zero would end the value
+    } else if (c == char32_t {kCaret} && escapes) {
         value += "^ ";
-    } else if (c < kFirstPrintable) {
+    } else if (c < kFirstPrintable && escapes) {
         value += '^';
         value += static_cast<char>(c + char32_t {kFirstControlLetter});
     } else if (c < 0x80) {
@@ -177,17 +180,17 @@ void appendCharacter(char32_t c, const CodePage& page, std::string& value)
 
 } // namespace
 
-std::wstring decodeText(std::string_view value, const CodePage& page)
+std::wstring decodeText(std::string_view value, const CodePage& page, Caret caret)
 {
     std::wstring text
         = isAllAscii(value) ? std::wstring(value.begin(), value.end()) : page.decode(value);
     const bool mayHaveEscapes = value.find('^') != std::string_view::npos
         || value.find("\\U+") != std::string_view::npos
         || value.find("\\M+") != std::string_view::npos;
-    return mayHaveEscapes ? withoutEscapes(text) : text;
+    return mayHaveEscapes ? withoutEscapes(text, caret) : text;
 }
 
-std::string encodeText(std::wstring_view text, const CodePage& page)
+std::string encodeText(std::wstring_view text, const CodePage& page, Caret caret)
 {
     std::string value;
     value.reserve(text.size());
@@ -198,7 +201,7 @@ std::string encodeText(std::wstring_view text, const CodePage& page)
         if (isMisleading) {
             appendUnicodeEscape(c, value);
         } else {
-            appendCharacter(c, page, value);
+            appendCharacter(c, page, caret, value);
         }
     }
     return value;

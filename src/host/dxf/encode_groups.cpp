@@ -76,7 +76,7 @@ std::string textOf(const Group& group, const Form& form)
     if (const auto* bytes = std::get_if<std::string>(&group.value)) {
         return hexText(*bytes);
     }
-    return encodeText(group.text(), form.page);
+    return encodeText(group.text(), form.page, form.caret());
 }
 
 // --- text files ----------------------------------------------------------------------------------

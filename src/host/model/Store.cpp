@@ -46,12 +46,17 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(RecordType::firs
        "MTEXT",
        "VIEWPORT"};
 
+// Handles that follow each other, as those of neighbours in a file do, keep together: they share a
+// line of the processor's cache.
 std::size_t slotOf(Handle handle, std::size_t mask)
 {
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15ULL; // odd, with bits all over
     constexpr int kUpperBits = 32;
-    return static_cast<std::size_t>((static_cast<std::uint64_t>(handle) * kSpread) >> kUpperBits)
-        & mask;
+    constexpr int kTogetherBits = 3;
+    constexpr std::uint64_t kTogetherMask = (1U << kTogetherBits) - 1;
+    const auto number = static_cast<std::uint64_t>(handle);
+    const std::uint64_t place = ((number >> kTogetherBits) * kSpread) >> kUpperBits;
+    return static_cast<std::size_t>(place << kTogetherBits | (number & kTogetherMask)) & mask;
 }
 
 bool isDictionary(const AcDbStub& stub)
@@ -145,7 +150,7 @@ void Store::growHandles(std::size_t count)
 bool Store::enterHandle(AcDbStub& stub)
 {
     if (2 * (m_handleCount + 1) > m_handles.size()) {
-        growHandles(2 * (m_handleCount + 1));
+        growHandles(m_handleCount + 1);
     }
     const std::size_t mask = m_handles.size() - 1;
     std::size_t at = slotOf(stub.handle, mask);
@@ -350,6 +355,44 @@ void Store::setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Hand
     m_newGroups.erase(&stub);
     delete stub.resident;
     stub.resident = object.release();
+}
+
+namespace {
+
+// Where the owner goes in groups that have none: behind the braces that begin them.
+std::size_t behindBraces(const Groups& groups, std::size_t at)
+{
+    while (at < groups.size() && groups[at].code == code::braces) {
+        do {
+            ++at;
+        } while (at < groups.size() && groups[at].code != code::braces);
+        at = std::min(at + 1, groups.size());
+    }
+    return at;
+}
+
+} // namespace
+
+void Store::setGroups(AcDbStub& stub, Groups groups, Handle owner)
+{
+    std::size_t behindHandle = 1;
+    if (writesHandles()) {
+        const bool isDimStyle = stub.type == RecordType::dimStyle;
+        groups.insert(1, Group(isDimStyle ? code::dimStyleHandle : code::handle, stub.handle));
+        ++behindHandle;
+    }
+    if (m_version >= DrawingVersion::r13) {
+        groups.insert(behindBraces(groups, behindHandle), Group(code::owner, owner));
+    }
+    replaceGroups(stub, std::move(groups));
+}
+
+void Store::replaceGroups(AcDbStub& stub, Groups groups)
+{
+    delete stub.resident;
+    stub.resident = nullptr;
+    m_newGroups[&stub] = std::move(groups);
+    markChanged(stub);
 }
 
 void Store::release(AcDbStub& stub)

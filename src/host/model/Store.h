@@ -131,6 +131,12 @@ public:
     AcDbStub* appendEntity(Block& block, RecordType type);
     AcDbStub* appendSubEntity(AcDbStub& entity, RecordType type);
 
+    /// The same right behind one that the entity has, or behind the entity itself.
+    AcDbStub* appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType type);
+
+    /// Puts sub-entities of an entity ahead of its others, in this order.
+    void orderSubEntities(AcDbStub& entity, const std::vector<AcDbStub*>& order);
+
     /// A new record as the last object of the drawing, in the same way.
     AcDbStub* appendObject(RecordType type);
 
@@ -143,6 +149,13 @@ public:
     /// Gives a new record its object. Handle and owner, if there is one, are put into its groups;
     /// groups that wait for an object are forgotten.
     void setResident(AcDbStub& stub, std::unique_ptr<AcDbObject> object, Handle owner);
+
+    /// Gives a record new content, without an object until one is asked for; nobody may have it
+    /// open. The groups have neither handle nor owner yet.
+    void setGroups(AcDbStub& stub, Groups groups, Handle owner);
+
+    /// The same with groups that have both already.
+    void replaceGroups(AcDbStub& stub, Groups groups);
 
     /// Lets go of the object in memory when it holds nothing that the file does not.
     void release(AcDbStub& stub);
@@ -218,6 +231,15 @@ public:
     [[nodiscard]] static AcDbStub* firstSubEntity(const AcDbStub& entity);
     [[nodiscard]] static AcDbStub* subEntityBehind(const AcDbStub& subEntity);
 
+    // --- classes -------------------------------------------------------------------------------
+
+    /// How the drawing describes a type of record that is not built into every program (CLASS);
+    /// empty when it does not.
+    [[nodiscard]] Groups classOf(std::string_view type) const;
+
+    /// Adds such a description. Versions before R13 have no place for it; nothing happens then.
+    void addClass(Groups groups);
+
     // --- dictionaries --------------------------------------------------------------------------
 
     /// The dictionary that all others hang on. Implied where the file lacks it.
@@ -280,6 +302,7 @@ private:
     void ensureTable(TableKind kind);
     void ensureEntitiesSection();
     void ensureBlocksSection();
+    [[nodiscard]] AcDbStub* classesBegin() const;
     AcDbStub* insertBlockRecord(RecordKind kind, std::vector<Group> groups, Handle owner);
     AcDbStub* nextOfTable(TableKind table, AcDbStub* at) const;
     void buildBlocks();

@@ -25,13 +25,18 @@ Block::Share shareOf(std::wstring_view name)
     return folded == foldedName(kPaperSpace) ? Block::Share::paperSpace : Block::Share::none;
 }
 
-std::wstring modernName(std::wstring name)
+std::wstring modernName(const std::wstring& name)
 {
     const std::wstring folded = foldedName(name);
     if (folded == foldedName(kOldModelSpace)) {
         return kModelSpace;
     }
     return folded == foldedName(kOldPaperSpace) ? kPaperSpace : name;
+}
+
+bool isDrawn(const AcDbStub& stub)
+{
+    return stub.kind == RecordKind::entity || stub.kind == RecordKind::subEntity;
 }
 
 } // namespace
@@ -311,8 +316,7 @@ AcDbStub* Store::entityBehind(const Block& block, const AcDbStub& entity) const
 {
     bool isInBlock = &entity == block.begin || entity.container != nullptr;
     for (AcDbStub* at = entity.next;; at = at->next) {
-        const bool isOver = at == nullptr
-            || (at->kind != RecordKind::entity && at->kind != RecordKind::subEntity);
+        const bool isOver = at == nullptr || !isDrawn(*at);
         if (!isOver) {
             if (isOwn(block, *at)) {
                 return at;
@@ -340,34 +344,24 @@ AcDbStub* Store::lastEntity(const Block& block) const
 
 AcDbStub* Store::entityBefore(const Block& block, const AcDbStub& entity) const
 {
-    bool isInBlock = entity.container != nullptr;
-    for (AcDbStub* at = &entity == m_structure.entitiesBegin ? nullptr : entity.previous;;
-         at = at->previous) {
-        const bool isOver = at == nullptr
-            || (at->kind != RecordKind::entity && at->kind != RecordKind::subEntity);
-        if (!isOver) {
-            if (isOwn(block, *at)) {
-                return at;
-            }
-            continue;
+    const auto lastOwn = [&](AcDbStub* at) {
+        while (at != nullptr && isDrawn(*at) && !isOwn(block, *at)) {
+            at = at->previous;
         }
-        if (isInBlock || block.begin == nullptr) {
-            return nullptr;
-        }
-        isInBlock = true;
-        at = block.begin; // and from its end backwards
-        while (
-            at->next != nullptr
-            && (at->next->kind == RecordKind::entity || at->next->kind == RecordKind::subEntity)) {
-            at = at->next;
-        }
-        if (isOwn(block, *at)) {
-            return at;
-        }
-        if (at == block.begin) {
-            return nullptr;
-        }
+        return at != nullptr && isDrawn(*at) ? at : nullptr;
+    };
+    const bool isSub = entity.kind == RecordKind::subEntity && entity.container != nullptr;
+    const AcDbStub& whole = isSub ? *entity.container : entity;
+    AcDbStub* const found
+        = lastOwn(&entity == m_structure.entitiesBegin ? nullptr : entity.previous);
+    if (found != nullptr || whole.container != nullptr || block.begin == nullptr) {
+        return found;
     }
+    AcDbStub* at = block.begin; // and from its end backwards
+    while (at->next != nullptr && isDrawn(*at->next)) {
+        at = at->next;
+    }
+    return lastOwn(at);
 }
 
 // The record before which a new entity of a block goes; null for the end of the file.
@@ -381,8 +375,7 @@ AcDbStub* Store::placeBehind(const Block& block) const
     at = isShared ? m_structure.entitiesBegin : block.begin; // the file lacks the end
     do {
         at = at->next;
-    } while (at != nullptr
-             && (at->kind == RecordKind::entity || at->kind == RecordKind::subEntity));
+    } while (at != nullptr && isDrawn(*at));
     return at;
 }
 
@@ -429,15 +422,34 @@ AcDbStub* Store::subEntityBehind(const AcDbStub& subEntity)
 
 AcDbStub* Store::appendSubEntity(AcDbStub& entity, RecordType type)
 {
-    AcDbStub* place = entity.next;
-    while (place != nullptr && place->kind == RecordKind::subEntity && place->container == &entity
-           && place->type
-               != RecordType::sequenceEnd) { // also of an erased one, which may come back
-        place = place->next;
+    AcDbStub* behind = &entity;
+    // It goes ahead of an erased end, too, which may come back.
+    for (AcDbStub* at = firstSubEntity(entity);
+         at != nullptr && at->type != RecordType::sequenceEnd; at = subEntityBehind(*at)) {
+        behind = at;
     }
-    AcDbStub* const stub = insertBefore(place, RecordKind::subEntity, type);
+    return appendSubEntity(entity, *behind, type);
+}
+
+AcDbStub* Store::appendSubEntity(AcDbStub& entity, AcDbStub& behind, RecordType type)
+{
+    AcDbStub* const stub = insertBefore(behind.next, RecordKind::subEntity, type);
     stub->container = &entity;
     return stub;
+}
+
+void Store::orderSubEntities(AcDbStub& entity, const std::vector<AcDbStub*>& order)
+{
+    AcDbStub* behind = &entity;
+    for (AcDbStub* const stub : order) {
+        if (behind->next != stub) {
+            stub->previous->next = stub->next;
+            (stub->next == nullptr ? m_last : stub->next->previous) = stub->previous;
+            link(*stub, behind->next);
+            m_isChanged = true;
+        }
+        behind = stub;
+    }
 }
 
 } // namespace corma::host

@@ -49,6 +49,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row {"Ansi1257", "ANSI_1257", "\xE0", L"ą"}, Row {"Ansi1258", "ANSI_1258", "\xD0", L"Đ"},
         Row {"Dos437", "dos437", "\x82", L"é"}, Row {"Dos850", "DOS850", "\x9B", L"ø"},
         Row {"Dos852", "dos852", "\x9F", L"č"}, Row {"Dos866", "dos866", "\x8F", L"П"},
+        Row {"Dos864", "dos864", "\xB3\xE1", L"٣\xFED3"},
         Row {"MacRoman", "MAC-ROMAN", "\x8E\xDB", L"é€"},
         Row {"MacRomanWithoutAHyphen", "mac_roman", "\x8E", L"é"},
         Row {"Iso1", "ISO8859_1", "\xE9", L"é"}, Row {"Iso2", "ISO8859-2", "\xB1", L"ą"},
@@ -73,7 +74,8 @@ TEST(CodePage, LacksWhatItHasNoBytesFor)
     for (const Case& row :
          {Case {"ANSI_1252", U'č'}, Case {"ANSI_1250", U'é' + 0x1000}, Case {"ANSI_1250", U'П'},
           Case {"ANSI_932", U'한'}, Case {"ANSI_1251", 0x1F600}, Case {"ANSI_1252", 0xD800},
-          Case {"ANSI_1250", 0xDC00}, Case {"ANSI_1250", 0x110000}, Case {"ANSI_1252", 0x10080}}) {
+          Case {"ANSI_1250", 0xDC00}, Case {"ANSI_1250", 0x110000}, Case {"ANSI_1252", 0x10080},
+          Case {"dos864", 0x66A}}) {
         std::string bytes;
         EXPECT_FALSE(CodePage::named(row.name).encode(row.c, bytes))
             << row.name << ' ' << static_cast<unsigned>(row.c);
@@ -85,6 +87,19 @@ TEST(CodePage, BytesThatMeanNothingAreReplaced)
 {
     EXPECT_EQ(CodePage::named("ANSI_932").decode("a\x95"), L"a\xFFFD");
     EXPECT_EQ(CodePage::utf8().decode("a\xC3"), L"a\xFFFD");
+}
+
+TEST(CodePage, AsciiIsItselfInAllOfThem)
+{
+    std::string ascii;
+    for (int c = 1; c < 0x80; ++c) {
+        ascii += static_cast<char>(c);
+    }
+    for (const char* name : {"dos437", "dos850", "dos864", "dos932", "ANSI_936", "ANSI_949",
+                             "ANSI_950", "ANSI_1250", "MAC-ROMAN", "ISO8859_5"}) {
+        EXPECT_EQ(CodePage::named(name).decode(ascii), std::wstring(ascii.begin(), ascii.end()))
+            << name;
+    }
 }
 
 TEST(CodePage, OfUtf8)

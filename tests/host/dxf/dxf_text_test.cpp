@@ -88,6 +88,14 @@ INSTANTIATE_TEST_SUITE_P(
                            {static_cast<wchar_t>(0xDE00), static_cast<wchar_t>(0xD83D)}}),
     nameOf);
 
+TEST(DxfText, ACaretThatEscapesNothingIsItself)
+{
+    const CodePage page;
+    EXPECT_EQ(decodeText("^J^ \\U+0041\n", page, Caret::isItself), L"^J^ A\n");
+    EXPECT_EQ(encodeText(L"^J^ \x416\n\t", page, Caret::isItself), "^J^ \\U+0416\n\t");
+    EXPECT_EQ(encodeText(std::wstring(L"\0", 1), page, Caret::isItself), "\\U+0000");
+}
+
 TEST(DxfText, WhatIsNoCharacterIsReplaced)
 {
     if constexpr (sizeof(wchar_t) == 4) {
@@ -99,7 +107,8 @@ TEST(DxfText, WhatIsNoCharacterIsReplaced)
 
 TEST(DxfText, EveryCharacterComesBack)
 {
-    for (const char* name : {"ANSI_1252", "ANSI_1250", "ANSI_932", "ANSI_936", "dos850", "utf8"}) {
+    for (const char* name :
+         {"ANSI_1252", "ANSI_1250", "ANSI_932", "ANSI_936", "dos850", "dos864", "utf8"}) {
         const CodePage page
             = name == std::string("utf8") ? CodePage::utf8() : CodePage::named(name);
         for (char32_t c = 0; c < 0x11000; ++c) {
@@ -108,6 +117,10 @@ TEST(DxfText, EveryCharacterComesBack)
             ASSERT_EQ(value.find_first_of(std::string_view("\0\n\r", 3)), std::string::npos)
                 << name << ' ' << static_cast<unsigned>(c);
             ASSERT_EQ(decodeText(value, page), text) << name << ' ' << static_cast<unsigned>(c);
+            const std::string plain = encodeText(text, page, Caret::isItself);
+            ASSERT_EQ(plain.find('\0'), std::string::npos) << name;
+            ASSERT_EQ(decodeText(plain, page, Caret::isItself), text)
+                << name << ' ' << static_cast<unsigned>(c);
         }
     }
 }

@@ -1,3 +1,0 @@
-#include "host/model/Store.h"
-
-#include <gtest/gtest.h>
