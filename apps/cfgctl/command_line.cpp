@@ -13,7 +13,8 @@ namespace cfgctl {
 namespace {
 
 constexpr const char* kPurpose
-    = "Looks into configuration files: values through included files, the drawing, the project file\n"
+    = "Looks into configuration files: values through included files, the drawing, the project "
+      "file\n"
       "beside it and the file itself. Shows what a drawing holds, and stores values in it.";
 
 constexpr const char* kExamples = R"(  cfgctl get plattegrond.ini "[Trappen]OptredeMax"

@@ -76,8 +76,9 @@ const RecordKind& kindNamed(const std::optional<std::wstring>& name)
             return kind;
         }
     }
-    throw UsageError((name ? "unknown record " + cfgctl::quoted(*name) : std::string("no record told"))
-                     + "; pass vis, text or hatch to --as");
+    throw UsageError(
+        (name ? "unknown record " + cfgctl::quoted(*name) : std::string("no record told"))
+        + "; pass vis, text or hatch to --as");
 }
 
 std::string fieldLines(const Json& fields)

@@ -46,4 +46,17 @@ void CfgctlTest::write(std::string_view name, std::string_view bytes) const
     folder.write(platform::fromNative(name), bytes);
 }
 
+std::string CfgctlTest::read(std::string_view name) const
+{
+    return folder.read(platform::fromNative(name));
+}
+
+void CfgctlTest::copyDrawing(const std::string& drawing, std::string_view name) const
+{
+    const std::string path = CORMA_TEST_DATA "/" + drawing + ".dxf";
+    const auto content = platform::readFile(path);
+    ASSERT_TRUE(content.has_value()) << path;
+    write(name, content->view());
+}
+
 } // namespace corma::testing

@@ -34,6 +34,11 @@ protected:
 
     void write(std::string_view name, std::string_view bytes) const;
 
+    std::string read(std::string_view name) const;
+
+    /// Puts a copy of a drawing of the test data, such as "r2000", into the folder.
+    void copyDrawing(const std::string& drawing, std::string_view name) const;
+
     TempFolder folder;
     std::string workIn; // the current folder of the program; empty: the test's folder
     std::map<std::string, std::string> environment {{"ACAD", ""}};

@@ -221,7 +221,7 @@ protected:
     {
         write("tool.ini", "#INCLUDE=norm.ini\n[A]\nEen=1\nTwee=2\nDrie=3\n");
         write("norm.ini", "[A]\nEen=11\n");
-        write("werk/plan.dxf", "");
+        copyDrawing("r2018", "werk/plan.dxf");
         write("werk/tool.ipr", ";project\n[A]\nTwee=22\n");
     }
 
@@ -249,7 +249,19 @@ TEST_F(CfgctlTrace, TellsTheSourcesInTheOrderAsked)
                   + source("file", "tool.ini", 5) + "]}");
     EXPECT_EQ(json({"get", "tool.ini", "[A]Twee", "--trace", "--drawing", "werk/plan.dxf"}),
               R"({"status":5100,"value":"22","sources":[)" + source("included", "norm.ini", 0) + ","
+                  + source("drawing", "werk/plan.dxf", 0) + ","
                   + source("project", "werk/tool.ipr", 3) + "]}");
+}
+
+// The drawing holds [Tekst]Hoogte for this file.
+TEST_F(CfgctlTrace, TellsTheDrawingWithoutALine)
+{
+    EXPECT_EQ(json({"get", "tool.ini", "[Tekst]Hoogte", "--trace", "--drawing", "werk/plan.dxf"}),
+              R"({"status":5100,"value":"2.5","sources":[)" + source("included", "norm.ini", 0)
+                  + "," + source("drawing", "werk/plan.dxf", 0, true) + "]}");
+    EXPECT_THAT(
+        run({"get", "tool.ini", "[Tekst]Hoogte", "--trace", "--drawing", "werk/plan.dxf"}).out,
+        HasSubstr("  drawing   " + pathOf("werk/plan.dxf") + "  found\n"));
 }
 
 TEST_F(CfgctlTrace, TellsAMissToo)
@@ -330,6 +342,14 @@ INSTANTIATE_TEST_SUITE_P(Plattegrond, CfgctlExample, ::testing::Values(
     Example {"ALineSwitchedOff",        {kPlan, "[Wanden]KleurSloop", kDrawing},     "(none)"},
     Example {"Scrambled",               {"geheim.ini", "[Formules]StapModulusMax", "--scramble", "7"}, "630"},
     Example {"TheIncludeBeforeTheProject", {kPlan, "[Maatvoering]Afronding", kDrawing}, "5"},
+    Example {"TheDrawing",              {kPlan, "[Ruimten]Hoogte", kDrawing},        "2700"},
+    Example {"TheDrawingWithNoDrawing", {kPlan, "[Ruimten]Hoogte"},                  "2600"},
+    Example {"TheHeadInTheDrawing",     {kPlan, "ProjectNaam", kDrawing},            "Woonhuis Lindelaan 14, begane grond"},
+    Example {"TheDrawingOnly",          {kPlan, "TekeningNummer", kDrawing},         "B-101"},
+    Example {"ACodedChapter",           {kPlan, "[Bouwlaag: begane grond]Plafond", kDrawing}, "2700"},
+    Example {"TheIncludeBeforeTheDrawing", {kPlan, "[Tekst]TekstStijl", kDrawing},   "NK_NORMAAL"},
+    Example {"AnOlderDrawing",          {kPlan, "Noordhoek", "--drawing=project/woonhuis-2004.dxf"}, "27.5"},
+    Example {"ADrawingWithoutPlace",    {kPlan, "Noordhoek", "--drawing=project/woonhuis-r12.dxf"}, "0"},
     Example {"TheProjectOnly",          {kPlan, "ProjectNummer", kDrawing},          "2417"},
     Example {"TheProjectOnlyWithNoDrawing", {kPlan, "ProjectNummer"},                "(none)"},
     Example {"ALeadingBlank",           {kPlan, "[Ruimten]Achtervoegsel", kDrawing}, " m\xC2\xB2"},

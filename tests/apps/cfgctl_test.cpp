@@ -76,7 +76,7 @@ protected:
     {
         write("tool.ini", "#INCLUDE=norm.ini\n[A]\nEen=1\nTwee=2\nDrie=\n");
         write("norm.ini", "[A]\nEen=11\n");
-        write("werk/plan.dxf", "");
+        copyDrawing("r2000", "werk/plan.dxf");
         write("werk/tool.ipr", "[A]\nEen=111\nTwee=22\n");
     }
 
@@ -92,6 +92,9 @@ TEST_F(CfgctlLevels, TellsEveryLevelWithAllKeys)
     EXPECT_EQ(
         json({"levels", "tool.ini", "[A]Een", "--drawing", "werk/plan.dxf"}),
         "[" + level("included", "norm.ini", R"("found":true,"value":"11","line":2,"inForce":true)")
+            + ","
+            + level("drawing", "werk/plan.dxf",
+                    R"("found":false,"value":null,"line":null,"inForce":false)")
             + ","
             + level("project", "werk/tool.ipr",
                     R"("found":true,"value":"111","line":2,"inForce":false)")
@@ -111,9 +114,30 @@ TEST_F(CfgctlLevels, TellsAnAbsentValueFromAnEmptyOne)
                   + "]");
 }
 
+// The drawing holds Taal and [Tekst]Hoogte for this file.
+TEST_F(CfgctlLevels, PutTheDrawingBeforeTheProjectAndTheFile)
+{
+    write("tool.ini", "Taal=1\n");
+    write("werk/tool.ipr", "Taal=2\n");
+    EXPECT_EQ(
+        json({"levels", "tool.ini", "Taal", "--drawing", "werk/plan.dxf", "--cache"}),
+        "["
+            + level("cache", "tool.ini",
+                    R"("found":false,"value":null,"line":null,"inForce":false)")
+            + ","
+            + level("drawing", "werk/plan.dxf",
+                    R"("found":true,"value":"NL","line":null,"inForce":true)")
+            + ","
+            + level("project", "werk/tool.ipr",
+                    R"("found":true,"value":"2","line":1,"inForce":false)")
+            + ","
+            + level("file", "tool.ini", R"("found":true,"value":"1","line":1,"inForce":false)")
+            + "]");
+}
+
 TEST_F(CfgctlLevels, AgreesWithGet)
 {
-    for (const char* ident : {"[A]Een", "[A]Twee", "[A]Drie"}) {
+    for (const char* ident : {"[A]Een", "[A]Twee", "[A]Drie", "[Tekst]Hoogte"}) {
         const Words where = {"tool.ini", ident, "--drawing=werk/plan.dxf", "--cache"};
         Words words = where;
         words.insert(words.begin(), "levels");
@@ -134,6 +158,9 @@ TEST_F(CfgctlLevels, StandInATable)
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.out,
               "  included  (not there)  " + pathOf("norm.ini")
+                  + "\n"
+                    "  drawing   (not there)  "
+                  + pathOf("werk/plan.dxf")
                   + "\n"
                     "* project   22           "
                   + pathOf("werk/tool.ipr")
@@ -350,19 +377,23 @@ TEST_F(CfgctlOptions, ModuleFolderGoesBeforeTheCurrentOne)
 
 TEST_F(CfgctlOptions, DrawingIsTakenByEveryCommand)
 {
-    write("werk/plan.dxf", "");
+    copyDrawing("r2004", "werk/plan.dxf");
     for (const Words& words : {Words {"get", "tool.ini", "X"}, Words {"find", "tool.ini", "X"},
                                Words {"levels", "tool.ini", "X"}, Words {"includes", "tool.ini"},
-                               Words {"where", "tool.ini"}, Words {"scramble", "tool.ini", "1"}}) {
+                               Words {"where", "tool.ini"}, Words {"scramble", "tool.ini", "1"},
+                               Words {"record", "tool.ini", "X", "--as=vis"},
+                               Words {"set", "tool.ini", "X", "1"}, Words {"drawing"}}) {
         Words all = words;
         all.emplace_back("--drawing=werk/plan.dxf");
+        EXPECT_EQ(run(all).exitStatus, 0) << words.front();
+        all.emplace_back("--save-as=kopie.dxf");
         EXPECT_EQ(run(all).exitStatus, 0) << words.front();
     }
 }
 
 TEST_F(CfgctlOptions, FilesBesideTheDrawingAreFound)
 {
-    write("werk/plan.dxf", "");
+    copyDrawing("r2004", "werk/plan.dxf");
     write("werk/naast.ini", "");
     EXPECT_EQ(run({"where", "naast.ini"}).exitStatus, 1);
     EXPECT_EQ(run({"where", "naast.ini", "--drawing", "werk/plan.dxf"}).out,

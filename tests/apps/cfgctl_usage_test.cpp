@@ -24,25 +24,44 @@ std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
     return row.param.sentence;
 }
 
+const std::vector<const char*> kCommands
+    = {"get", "find", "levels", "includes", "where", "record", "set", "scramble", "drawing"};
+
 class CfgctlUsage : public CfgctlTest, public ::testing::WithParamInterface<Row>
 {
 protected:
-    CfgctlUsage() { write("tool.ini", "X=1\n"); }
+    CfgctlUsage()
+    {
+        write("tool.ini", "X=1\n");
+        write("leeg.dxf", "");
+        write("tekst.dxf", "Geen tekening\n");
+        write("map/x", "");
+        copyDrawing("r2000", "plan.dxf");
+        copyDrawing("damaged/looks_like_dwg", "plan.dwg");
+        copyDrawing("damaged/truncated_value", "half.dxf");
+    }
 };
 
+// "$/" in a message stands for the folder.
 TEST_P(CfgctlUsage, IsToldInOneLine)
 {
+    const std::string drawing = read("plan.dxf");
     const ProgramResult result = run(GetParam().arguments);
     EXPECT_EQ(result.exitStatus, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, std::string("cfgctl: ") + GetParam().message + "\n");
+    std::string message = GetParam().message;
+    if (message.starts_with("$/")) {
+        message.replace(0, 2, pathOf(""));
+    }
+    EXPECT_EQ(result.err, "cfgctl: " + message + "\n");
+    EXPECT_EQ(read("plan.dxf"), drawing);
 }
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, scramble; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, scramble"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, scramble"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, set, scramble, drawing; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
@@ -71,8 +90,25 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"ACountThatIsNoNumber", {"get", "tool.ini", "X", "--as", "doubles=1x"}, "--as doubles=1x needs a count; pass one of 0 to 1000000"},
     Row {"NoSeparator",          {"get", "tool.ini", "X", "--as", "list:"}, "--as list: needs one character as separator; pass one, such as list:;"},
     Row {"TwoSeparators",        {"get", "tool.ini", "X", "--as", "list:;,"}, "--as list:;, needs one character as separator; pass one, such as list:;"},
-    Row {"NoSuchDrawing",        {"get", "tool.ini", "X", "--drawing", "weg.dxf"}, "the drawing \"weg.dxf\" cannot be read; pass an existing file to --drawing"},
-    Row {"AFolderForADrawing",   {"levels", "tool.ini", "X", "--drawing", "."}, "the drawing \".\" cannot be read; pass an existing file to --drawing"},
+    Row {"NoSuchDrawing",        {"get", "tool.ini", "X", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
+    Row {"AFolderForADrawing",   {"levels", "tool.ini", "X", "--drawing", "map"}, "$/map cannot be read: it is no file, or reading it is not allowed; pass a DXF drawing to --drawing"},
+    Row {"AnEmptyDrawingName",   {"get", "tool.ini", "X", "--drawing", ""}, "--drawing is empty; pass a DXF drawing to --drawing"},
+    Row {"AnEmptyDrawing",       {"find", "tool.ini", "X", "--drawing", "leeg.dxf"}, "$/leeg.dxf is empty and so no drawing; pass a DXF drawing to --drawing"},
+    Row {"TextForADrawing",      {"includes", "tool.ini", "--drawing", "tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a text nor as a binary DXF file; pass a DXF drawing to --drawing"},
+    Row {"ADwgDrawing",          {"drawing", "--drawing", "plan.dwg"}, "$/plan.dwg is a DWG drawing (AC1032, R2018); only DXF drawings can be opened; save it as DXF in the CAD program; pass a DXF drawing to --drawing"},
+    Row {"ADamagedDrawing",      {"set", "tool.ini", "X", "1", "--drawing", "half.dxf"}, "$/half.dxf: ends in the middle of the section ENTITIES (line 210); the file was not saved or copied to its end: copy it again, or use a backup; pass a DXF drawing to --drawing"},
+    Row {"SaveAsWithoutDrawing", {"get", "tool.ini", "X", "--save-as", "kopie.dxf"}, "--save-as needs a drawing to save; pass one with --drawing FILE"},
+    Row {"AnEmptySaveAs",        {"get", "tool.ini", "X", "--drawing", "plan.dxf", "--save-as", ""}, "--save-as is empty; pass the name of a file"},
+    Row {"DrawingWithoutADrawing", {"drawing", "--json"}, "no drawing to show; pass one with --drawing FILE"},
+    Row {"RecordWithoutItsKind", {"record", "tool.ini", "X"}, "no record told; pass vis, text or hatch to --as"},
+    Row {"RecordOfAnotherKind",  {"record", "tool.ini", "X", "--as", "Vis"}, "unknown record \"Vis\"; pass vis, text or hatch to --as"},
+    Row {"SetWithoutAValue",     {"set", "tool.ini", "X", "--drawing", "plan.dxf"}, "VALUE is required; see cfgctl set --help"},
+    Row {"SetWithoutADrawing",   {"set", "tool.ini", "X", "1"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
+    Row {"SetGlobally",          {"set", "tool.ini", "X", "1", "--level", "global", "--drawing", "plan.dxf"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
+    Row {"SetInTheProject",      {"set", "tool.ini", "X", "1", "--level", "project", "--drawing", "plan.dxf"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
+    Row {"SetWithoutCreating",   {"set", "tool.ini", "X", "1", "--no-create", "--drawing", "plan.dxf"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
+    Row {"SetAtAnUnknownLevel",  {"set", "tool.ini", "X", "1", "--level", "Drawing", "--drawing", "plan.dxf"}, "unknown level \"Drawing\"; pass global, project or drawing to --level"},
+    Row {"SetInTheDrawingWithoutOne", {"set", "tool.ini", "X", "1", "--level", "drawing"}, "--level drawing needs a drawing; pass one with --drawing FILE"},
     Row {"AnEmptyModuleFolder",  {"where", "tool.ini", "--module-dir", ""}, "--module-dir is empty; pass a folder such as \".\""}),
     sentenceOf);
 
@@ -88,7 +124,7 @@ TEST_F(CfgctlHelp, NamesTheCommandsAndTeachesByExamples)
         const ProgramResult result = run({option});
         EXPECT_EQ(result.exitStatus, 0);
         EXPECT_EQ(result.err, "");
-        for (const char* name : {"get", "find", "levels", "includes", "where", "scramble"}) {
+        for (const char* name : kCommands) {
             EXPECT_THAT(result.out, HasSubstr(std::string("\n  ") + name + " ")) << name;
         }
         EXPECT_THAT(result.out,
@@ -100,21 +136,24 @@ TEST_F(CfgctlHelp, NamesTheCommandsAndTeachesByExamples)
 
 TEST_F(CfgctlHelp, OfACommandTellsItsArgumentsAndExamples)
 {
-    for (const char* name : {"get", "find", "levels", "includes", "where", "scramble"}) {
+    for (const char* name : kCommands) {
         const ProgramResult result = run({name, "--help"});
         EXPECT_EQ(result.exitStatus, 0) << name;
         EXPECT_EQ(result.err, "") << name;
-        EXPECT_THAT(result.out, HasSubstr(std::string("Usage: cfgctl ") + name + " [OPTIONS] "));
+        EXPECT_THAT(result.out, HasSubstr(std::string("Usage: cfgctl ") + name + " [OPTIONS]"));
         EXPECT_THAT(result.out, HasSubstr(std::string("plattegrond:\n  cfgctl ") + name + " "));
         EXPECT_THAT(result.out, HasSubstr("--scramble N")) << name;
+        EXPECT_THAT(result.out, HasSubstr("--save-as FILE")) << name;
     }
 }
 
 // What a screen of 100 columns shows without wrapping.
 TEST_F(CfgctlHelp, FitsTheScreen)
 {
-    for (const Words& words : {Words {"--help"}, Words {"get", "--help"}, Words {"find", "--help"},
-                               Words {"levels", "--help"}, Words {"scramble", "--help"}}) {
+    for (const Words& words :
+         {Words {"--help"}, Words {"get", "--help"}, Words {"find", "--help"},
+          Words {"levels", "--help"}, Words {"scramble", "--help"}, Words {"record", "--help"},
+          Words {"set", "--help"}, Words {"drawing", "--help"}}) {
         std::istringstream lines(run(words).out);
         for (std::string line; std::getline(lines, line);) {
             EXPECT_LE(line.size(), 100U) << line;
@@ -133,6 +172,9 @@ TEST_F(CfgctlHelp, ShowsExamplesThatWork)
           Words {"find", "plattegrond.ini", "KleurF*,KleurH*"},
           Words {"find", "plattegrond.ini", "[Wanden]Dikte*", "--skip", "5"},
           Words {"levels", "plattegrond.ini", "[Plot]Schaal", "--drawing", "project/woonhuis.dxf"},
+          Words {"get", "plattegrond.ini", "[Ruimten]Hoogte", "--drawing", "project/woonhuis.dxf"},
+          Words {"record", "plattegrond.ini", "[Lagen]Buitenwand", "--as", "vis"},
+          Words {"drawing", "--drawing", "project/woonhuis.dxf", "--json"},
           Words {"includes", "plattegrond.ini"}, Words {"where", "plattegrond.ini"}}) {
         const ProgramResult result = run(words);
         EXPECT_EQ(result.exitStatus, 0) << result.err;

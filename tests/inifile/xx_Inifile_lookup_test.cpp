@@ -320,10 +320,11 @@ TEST_F(Trace, TellsTheSourcesInTheOrderAsked)
         const LookupTrace trace(ini.file);
         EXPECT_EQ(ini.get(L"[A]X"), L"1");
         EXPECT_EQ(described(trace),
-                  "included inner.ini\nincluded outer.ini\ncache a.ini\nproject a.ipr\nfile "
-                  "a.ini:4 found\n");
+                  "included inner.ini\nincluded outer.ini\ncache a.ini\ndrawing house.dwg\n"
+                  "project a.ipr\nfile a.ini:4 found\n");
         EXPECT_EQ(trace.asked().back().file, folder.path(L"a.ini"));
-        EXPECT_EQ(trace.asked()[3].file, folder.path(L"project/a.ipr"));
+        EXPECT_EQ(trace.asked()[3].file, folder.path(L"project/house.dwg"));
+        EXPECT_EQ(trace.asked()[4].file, folder.path(L"project/a.ipr"));
     }
     const LookupTrace again(ini.file);
     EXPECT_EQ(ini.get(L"[A]X"), L"1");
@@ -378,12 +379,13 @@ TEST_F(Levels, ShowEverySourceAndTheOneInForce)
     openHouse();
     Ini ini(folder.write(L"a.ini", "#INCLUDE=part.ini\n[A]\nX=own\nY=own\n"));
     EXPECT_EQ(described(corma::levelsOf(ini.file, L"[A]X")),
-              "* part included part.ini:2 found\n  project project a.ipr:2 found\n  own file "
-              "a.ini:3 found\n");
+              "* part included part.ini:2 found\n   drawing house.dwg\n"
+              "  project project a.ipr:2 found\n  own file a.ini:3 found\n");
     EXPECT_EQ(described(corma::levelsOf(ini.file, L"[A]Y")),
-              "   included part.ini\n   project a.ipr\n* own file a.ini:4 found\n");
+              "   included part.ini\n   drawing house.dwg\n   project a.ipr\n"
+              "* own file a.ini:4 found\n");
     EXPECT_EQ(described(corma::levelsOf(ini.file, L"[A]Z")),
-              "   included part.ini\n   project a.ipr\n   file a.ini\n");
+              "   included part.ini\n   drawing house.dwg\n   project a.ipr\n   file a.ini\n");
 }
 
 TEST_F(Levels, TellTheStrongestValueOfAnIncludedFile)
@@ -395,7 +397,7 @@ TEST_F(Levels, TellTheStrongestValueOfAnIncludedFile)
     Ini ini(folder.write(L"a.ini", "#INCLUDE=part.ini\n"));
     EXPECT_EQ(described(corma::levelsOf(ini.file, L"X")),
               "* inner included inner.ini:1 found\n  project included part.ipr:1 found\n"
-              "   project a.ipr\n   file a.ini\n");
+              "   drawing house.dwg\n   project a.ipr\n   file a.ini\n");
 }
 
 TEST_F(Levels, TheOneInForceIsWhatALookupGives)
