@@ -21,7 +21,7 @@ sanitize: setup
 
 bench: setup
 	cmake --preset release
-	cmake --build --preset release --target corma_bench corma_bench_memory -j $(JOBS)
+	cmake --build --preset release --target benchmarks -j $(JOBS)
 	tools/bench.sh build/release
 
 fuzz: setup

@@ -181,6 +181,7 @@ void timeDictionary(State& state, const Bench& bench, const DrawingFile& file)
     for (const std::wstring& ident : identsOf(file)) {
         chapters.push_back(ident.substr(1, ident.find(L']') - 1));
     }
+    chapters.erase(std::unique(chapters.begin(), chapters.end()), chapters.end());
     chapters = shuffled(std::move(chapters));
     const auto hasDictionary = [](const std::wstring& chapter) {
         host::Opened<AcDbDictionary> dictionary;
@@ -381,7 +382,10 @@ private:
     static constexpr double kNanoseconds = 1000; // in a microsecond
     static constexpr double kMostOfScan = 2;
     static constexpr double kMostOfCopy = 3;
-    static constexpr double kMostGrowth = 2; // from the fewest to the most
+    // From the fewest to the most: of what does the same again, and of what the caches of the
+    // processor hold ever less of.
+    static constexpr double kMostGrowth = 2;
+    static constexpr double kMostGrowthOfRandom = 4;
 
     // What a number is held against, and how often the work was done in it.
     struct Scale
@@ -427,7 +431,8 @@ private:
         const auto fewest = time(what, form, scale.fewest, timesOfFewest);
         if (fewest && count != scale.fewest) {
             row.floor = fewest;
-            row.aim = kMostGrowth * *fewest;
+            const bool isRandom = what == kRandom || what == kDictionary;
+            row.aim = (isRandom ? kMostGrowthOfRandom : kMostGrowth) * *fewest;
         }
         m_rows.push_back(row);
     }

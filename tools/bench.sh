@@ -1,9 +1,15 @@
 #!/bin/sh
-# Measures times and memory of the settings store and prints them as tables, each number beside
-# what the machine needs at least for it and beside our aim. The single runs go to bench.json.
-# Usage: tools/bench.sh BUILD_FOLDER (with corma_bench and corma_bench_memory built)
+# Measures times and memory of the settings store and of drawings, and prints them as tables, each
+# number beside what the machine needs at least for it and beside our aim. The single runs go to
+# bench.json and bench_drawing.json.
+# Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 
-echo "bench: measuring for about a minute"
+drawings=$1/bench/drawings
+
+echo "bench: measuring for some three minutes"
 "$1/bin/corma_bench" --benchmark_out="$1/bench.json" --benchmark_out_format=json
 "$1/bin/corma_bench_memory"
+"$1/bin/corma_bench_drawing" "$drawings" --benchmark_repetitions=5 \
+    --benchmark_out="$1/bench_drawing.json" --benchmark_out_format=json
+"$1/bin/corma_bench_drawing_memory" "$drawings"

@@ -22,7 +22,7 @@ constexpr int kSoftOwner = 350;
 constexpr int kHardOwner = 360;
 constexpr int kOwnsHard = 280;
 constexpr int kCloning = 281;
-constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
+constexpr std::size_t kNowhere = PositionIndex::kNowhere;
 
 // Its own groups; all of them in a record that lacks the marker.
 GroupRange ownGroups(const Groups& groups)
@@ -35,6 +35,25 @@ bool isEntry(const Groups& groups, std::size_t at, GroupRange in)
 {
     return groups[at].code == kEntryName && at + 1 < in.end
         && (groups[at + 1].code == kSoftOwner || groups[at + 1].code == kHardOwner);
+}
+
+// Names that differ in case only have the same.
+std::uint32_t hashOf(std::wstring_view name)
+{
+    constexpr std::uint32_t kStart = 2166136261;
+    constexpr std::uint32_t kFactor = 16777619;
+    std::uint32_t hash = kStart;
+    for (const wchar_t c : name) {
+        hash = (hash ^ static_cast<std::uint32_t>(corma::foldCase(c))) * kFactor;
+    }
+    return hash;
+}
+
+// Handles that follow each other do so in the index, too.
+std::uint32_t hashOf(Handle handle)
+{
+    const auto number = static_cast<std::uint64_t>(handle);
+    return static_cast<std::uint32_t>(number ^ number >> 32U);
 }
 
 bool isPartOfDrawing(const AcDbObject& value)
@@ -74,6 +93,7 @@ void AcDbDictionary::groupsWereRead()
 {
     const GroupRange own = ownGroups(m_groups);
     Groups others;
+    m_entries.reserve((own.end - own.begin) / 2);
     for (std::size_t i = 0; i < m_groups.size(); ++i) {
         const bool isOwn = i >= own.begin && i < own.end;
         if (isOwn && isEntry(m_groups, i, own)) {
@@ -114,22 +134,15 @@ Groups AcDbDictionary::completeGroups() const
 void AcDbDictionary::index(std::size_t position)
 {
     const Entry& entry = m_entries[position];
-    m_byName.emplace(foldedName(entry.name.text()), position);
-    m_byObject.emplace(entry.object.handle(), position);
+    m_byName.add(hashOf(entry.name.text()), position);
+    m_byObject.add(hashOf(entry.object.handle()), position);
 }
 
 void AcDbDictionary::forget(std::size_t position)
 {
-    const auto takeFrom = [position](auto& positions, const auto& key) {
-        const auto [first, last] = positions.equal_range(key);
-        const auto found = std::find_if(
-            first, last, [position](const auto& item) { return item.second == position; });
-        if (found != last) {
-            positions.erase(found);
-        }
-    };
-    takeFrom(m_byName, foldedName(m_entries[position].name.text()));
-    takeFrom(m_byObject, m_entries[position].object.handle());
+    const Entry& entry = m_entries[position];
+    m_byName.remove(hashOf(entry.name.text()), position);
+    m_byObject.remove(hashOf(entry.object.handle()), position);
 }
 
 void AcDbDictionary::compact()
@@ -155,31 +168,31 @@ AcDbStub* AcDbDictionary::stubOf(const Entry& entry) const
     return object == nullptr || object->isErased ? nullptr : object;
 }
 
+bool AcDbDictionary::isNamed(std::size_t position, std::wstring_view name) const
+{
+    const std::wstring& own = m_entries[position].name.text();
+    return std::equal(own.begin(), own.end(), name.begin(), name.end(), [](wchar_t a, wchar_t b) {
+        return a == b || corma::foldCase(a) == corma::foldCase(b);
+    });
+}
+
 // A file can have two entries of a name: the first that has an object counts.
 std::size_t AcDbDictionary::positionOf(std::wstring_view name) const
 {
-    std::size_t best = kNowhere;
-    const auto [first, last] = m_byName.equal_range(foldedName(name));
-    for (auto at = first; at != last; ++at) {
-        if (at->second < best && stubOf(m_entries[at->second]) != nullptr) {
-            best = at->second;
-        }
-    }
-    return best;
+    return m_byName.first(hashOf(name), [&](std::size_t at) {
+        return isNamed(at, name) && stubOf(m_entries[at]) != nullptr;
+    });
 }
 
 std::size_t AcDbDictionary::positionOf(AcDbObjectId id) const
 {
-    std::size_t best = kNowhere;
     if (id.isNull() || stub() == nullptr || id.stub()->store != stub()->store
         || id.stub()->isErased) {
-        return best;
+        return kNowhere;
     }
-    const auto [first, last] = m_byObject.equal_range(id.stub()->handle);
-    for (auto at = first; at != last; ++at) {
-        best = std::min(best, at->second);
-    }
-    return best;
+    const Handle handle = id.stub()->handle;
+    return m_byObject.first(
+        hashOf(handle), [&](std::size_t at) { return m_entries[at].object.handle() == handle; });
 }
 
 // --- reading -------------------------------------------------------------------------------------
@@ -320,10 +333,11 @@ void AcDbDictionary::enter(std::wstring_view name, Handle object)
         Group(isTreatElementsAsHard() ? kHardOwner : kSoftOwner, object),
     };
     std::size_t at = positionOf(name);
-    const auto known = m_byName.find(foldedName(name));
-    if (at == kNowhere && known != m_byName.end()) {
-        at = known->second;
-        loosen(m_entries[at]);
+    if (at == kNowhere) {
+        at = m_byName.first(hashOf(name), [&](std::size_t known) { return isNamed(known, name); });
+        if (at != kNowhere) {
+            loosen(m_entries[at]);
+        }
     }
     if (at == kNowhere) {
         at = m_entries.size();

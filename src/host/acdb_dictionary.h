@@ -2,12 +2,12 @@
 
 // Dictionaries of a drawing, and the records of free form that hang in them.
 
+#include "host/PositionIndex.h"
 #include "host/acdb_object.h"
 
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 class AcDbDictionaryIterator;
@@ -85,8 +85,7 @@ private:
         bool isRemoved = false;
     };
 
-    using Positions = std::unordered_multimap<std::wstring, std::size_t>;
-
+    [[nodiscard]] bool isNamed(std::size_t position, std::wstring_view name) const;
     [[nodiscard]] std::size_t positionOf(std::wstring_view name) const;
     [[nodiscard]] std::size_t positionOf(AcDbObjectId id) const;
     [[nodiscard]] AcDbStub* stubOf(const Entry& entry) const; // null for one that counts as absent
@@ -101,8 +100,8 @@ private:
     void compact();
 
     std::vector<Entry> m_entries; // in order; removed ones stay until they are many
-    Positions m_byName; // folded
-    std::unordered_multimap<corma::host::Handle, std::size_t> m_byObject;
+    corma::host::PositionIndex m_byName; // without regard to case
+    corma::host::PositionIndex m_byObject; // by its handle
     std::size_t m_removed = 0;
     std::size_t m_behindEntries = 0; // groups of its own subclass that follow the entries
     mutable int m_iterators = 0; // positions are kept while there are any
