@@ -42,6 +42,7 @@ constexpr std::string_view kScan = "floor: scan and index of handles";
 constexpr std::string_view kCopy = "floor: copy with flushing";
 constexpr std::string_view kSame = "warm lookup, the same";
 constexpr std::string_view kRandom = "warm lookup, random";
+constexpr std::string_view kSameDictionary = "xx_dictionaryFor, the same";
 constexpr std::string_view kDictionary = "xx_dictionaryFor, random chapter";
 constexpr std::string_view kStore = "store a setting";
 constexpr std::string_view kStoreAgain = "store it again";
@@ -174,15 +175,20 @@ void timeRandom(State& state, const Bench& bench, const DrawingFile& file)
     lookUp(state, bench, file, shuffled(identsOf(file)));
 }
 
-void timeDictionary(State& state, const Bench& bench, const DrawingFile& file)
+std::vector<std::wstring> chaptersOf(const DrawingFile& file)
 {
-    const WorkingDrawing drawing(file.in(bench.drawings));
     std::vector<std::wstring> chapters;
     for (const std::wstring& ident : identsOf(file)) {
         chapters.push_back(ident.substr(1, ident.find(L']') - 1));
     }
     chapters.erase(std::unique(chapters.begin(), chapters.end()), chapters.end());
-    chapters = shuffled(std::move(chapters));
+    return chapters;
+}
+
+void findDictionaries(State& state, const Bench& bench, const DrawingFile& file,
+                      const std::vector<std::wstring>& chapters)
+{
+    const WorkingDrawing drawing(file.in(bench.drawings));
     const auto hasDictionary = [](const std::wstring& chapter) {
         host::Opened<AcDbDictionary> dictionary;
         return xx_dictionaryFor(L"tool.ini", chapter.c_str(), dictionary.out(), false, nullptr)
@@ -194,6 +200,16 @@ void timeDictionary(State& state, const Bench& bench, const DrawingFile& file)
         at = at + 1 < chapters.size() ? at + 1 : 0;
         benchmark::DoNotOptimize(hasDictionary(chapters[at]));
     }
+}
+
+void timeSameDictionary(State& state, const Bench& bench, const DrawingFile& file)
+{
+    findDictionaries(state, bench, file, {chaptersOf(file).back()});
+}
+
+void timeDictionary(State& state, const Bench& bench, const DrawingFile& file)
+{
+    findDictionaries(state, bench, file, shuffled(chaptersOf(file)));
 }
 
 // --- many ----------------------------------------------------------------------------------------
@@ -315,6 +331,7 @@ constexpr std::array kFileCases = {
 constexpr std::array kLookupCases = {
     FileCase {kSame, timeSame},
     FileCase {kRandom, timeRandom},
+    FileCase {kSameDictionary, timeSameDictionary},
     FileCase {kDictionary, timeDictionary},
 };
 constexpr std::array kCountCases = {
@@ -382,8 +399,8 @@ private:
     static constexpr double kNanoseconds = 1000; // in a microsecond
     static constexpr double kMostOfScan = 2;
     static constexpr double kMostOfCopy = 3;
-    // From the fewest to the most: of what does the same again, and of what the caches of the
-    // processor hold ever less of.
+    // From the fewest to the most: of what does the same again, and of lookups all over the
+    // drawing, of which the caches of the processor hold ever less.
     static constexpr double kMostGrowth = 2;
     static constexpr double kMostGrowthOfRandom = 4;
 
@@ -431,8 +448,10 @@ private:
         const auto fewest = time(what, form, scale.fewest, timesOfFewest);
         if (fewest && count != scale.fewest) {
             row.floor = fewest;
-            const bool isRandom = what == kRandom || what == kDictionary;
-            row.aim = (isRandom ? kMostGrowthOfRandom : kMostGrowth) * *fewest;
+            const double most = what == kRandom ? kMostGrowthOfRandom : kMostGrowth;
+            if (what != kDictionary) {
+                row.aim = most * *fewest;
+            }
         }
         m_rows.push_back(row);
     }

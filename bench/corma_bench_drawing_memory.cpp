@@ -28,11 +28,9 @@ constexpr int kLongestValue = 500; // characters, the terminator counted
 constexpr std::array kMeasures = {"heap in use, loaded", "heap in use, after one lookup",
                                   "peak growth, to one lookup", "heap in use, all looked up"};
 
-std::wstring configurationIn(const std::string& folder)
+std::string workIn(const std::string& folder)
 {
-    const std::string work = folder + "/work-memory";
-    std::filesystem::create_directory(work);
-    return makeConfigurationFile(work);
+    return folder + "/memory-work";
 }
 
 void lookUp(xx_Inifile& settings, std::wstring ident)
@@ -46,7 +44,7 @@ void lookUp(xx_Inifile& settings, std::wstring ident)
 // The measuring process: what its libraries set up once was set up for a new drawing.
 int measure(const std::string& folder, const DrawingFile& file)
 {
-    std::wstring configuration = configurationIn(folder);
+    std::wstring configuration = makeConfigurationFile(workIn(folder));
     xx_Inifile settings(configuration.data(), 0, nullptr);
     {
         const WorkingDrawing warmUp;
@@ -86,10 +84,12 @@ void addRows(std::vector<Row>& rows, const std::string& folder, const DrawingFil
 
 int run(const std::string& folder)
 {
+    std::filesystem::create_directory(workIn(folder));
     std::vector<Row> rows;
     for (const DrawingFile& file : kMeasured) {
         addRows(rows, folder, file);
     }
+    std::filesystem::remove_all(workIn(folder));
     printTable(rows, "MB");
     return EXIT_SUCCESS;
 }

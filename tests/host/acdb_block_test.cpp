@@ -284,6 +284,20 @@ TEST_F(Block, ANewEntityIsTheLastOfItsSpace)
     EXPECT_EQ(entities(*openBlock(again, ACDB_PAPER_SPACE)), L"44 45 1004");
 }
 
+TEST_F(Block, ANewEntityHasTheLayoutOfItsSpaceAlsoWhenAllOthersAreErased)
+{
+    TestDrawing drawing(kSmallDrawing);
+    const auto paper = openBlock(drawing, ACDB_PAPER_SPACE, AcDb::kForWrite);
+    for (AcDbStub* at = drawing.store().firstEntity(*drawing.store().blockOf(*paper->stub()));
+         at != nullptr;
+         at = drawing.store().entityBehind(*drawing.store().blockOf(*paper->stub()), *at)) {
+        Opened<AcDbEntity>(AcDbObjectId(at), AcDb::kForWrite)->erase();
+    }
+    append(*paper, std::make_unique<AcDbText>());
+    EXPECT_EQ(entities(*paper), L"1003");
+    EXPECT_NE(drawing.savedRecord("1003").find("410 Blad 1\n"), std::string::npos);
+}
+
 TEST_F(Block, ANewEntityOfR12HasOnlyWhatR12Knows)
 {
     TestDrawing drawing(kSmallDrawingR12);
