@@ -274,6 +274,43 @@ TEST_F(Commands, AttSyncServesReferencesInRowsAndColumns)
               "  SEQEND\n");
 }
 
+TEST_F(Commands, AttSyncServesReferencesThatAreStretchedOrMirrored)
+{
+    const CloneDrawing drawing({.blocks = kBlocks, .entities = R"(
+0 INSERT
+5 50
+100 AcDbEntity
+8 0
+100 AcDbBlockReference
+2 DOOR
+10 1.0
+20 0.0
+30 0.0
+41 3.0
+42 2.0
+0 INSERT
+5 51
+100 AcDbEntity
+8 0
+100 AcDbBlockReference
+2 DOOR
+10 1.0
+20 0.0
+30 0.0
+41 -1.0)"});
+    ASSERT_EQ(sync(drawing), RTNORM);
+    // Attributes are stretched by their width, and read backwards in a mirror.
+    EXPECT_EQ(drawing.reloaded().model(),
+              "INSERT 66=1 2=DOOR 10=1 20=0 30=0 41=3 42=2\n"
+              "  ATTRIB 8=TEXTS 10=1 20=6 30=0 40=5 1=oak 41=1.5 2=WOOD 70=0\n"
+              "  ATTRIB 10=1 20=14 30=0 40=5 1=1 41=1.5 2=NUMBER 70=1\n"
+              "  SEQEND\n"
+              "INSERT 66=1 2=DOOR 10=1 20=0 30=0 41=-1\n"
+              "  ATTRIB 8=TEXTS 10=1 20=3 30=0 40=2.5 1=oak 71=2 2=WOOD 70=0\n"
+              "  ATTRIB 10=1 20=7 30=0 40=2.5 1=1 71=2 2=NUMBER 70=1\n"
+              "  SEQEND\n");
+}
+
 TEST_F(Commands, AttSyncDoesNothingWhileAReferenceIsOpen)
 {
     const CloneDrawing drawing({.blocks = kBlocks, .entities = kEntities});

@@ -98,30 +98,33 @@ private:
         return step;
     }
 
-    // Behind the first subclass marker the code of the handle is data, behind the second one that
-    // of paper space, and in embedded objects and extended data both are.
+    // Behind braces or the first subclass marker the code of the handle is data, behind the second
+    // marker that of paper space, and in embedded objects and extended data both are.
     Step readGroups()
     {
         const int handleCode = m_record.type == "DIMSTYLE" ? code::dimStyleHandle : code::handle;
-        int partsOver = 0;
+        bool isAhead = true;
+        int markers = 0;
         for (;;) {
             const Step step = m_tags.next();
             const int groupCode = m_tags.code();
             if (step != Step::group || groupCode == code::type) {
                 return step;
             }
-            if (groupCode == handleCode && partsOver == 0 && m_record.handle.empty()) {
+            if (groupCode == handleCode && isAhead && m_record.handle.empty()) {
                 m_record.handle = m_tags.value();
             } else if (groupCode == code::name && m_record.name.empty()) {
                 m_record.name = trimmed(m_tags.value());
-            } else if (groupCode == code::paperSpace && partsOver < 2) {
+            } else if (groupCode == code::paperSpace && markers < 2) {
                 m_record.isPaperSpace = m_tags.smallNumber() != 0;
             } else if (groupCode == code::subclass) {
-                ++partsOver;
+                isAhead = false;
+                ++markers;
             } else if (groupCode == code::braces) {
-                partsOver = std::max(partsOver, 1);
+                isAhead = false;
             } else if (groupCode == code::embeddedObject || groupCode == code::application) {
-                partsOver = 2;
+                isAhead = false;
+                markers = 2;
             }
         }
     }

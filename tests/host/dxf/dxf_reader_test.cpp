@@ -179,6 +179,28 @@ entity LINE paper
 structure ENDSEC
 structure EOF
 )"},
+                      Row {"OfPaperSpaceBehindBraces", R"(
+0 SECTION
+2 ENTITIES
+0 VIEWPORT
+5 50
+102 {ACAD_XDICTIONARY
+360 51
+102 }
+330 1B
+100 AcDbEntity
+67 1
+8 0
+100 AcDbViewport
+0 ENDSEC
+0 EOF
+)",
+                           R"(
+structure SECTION
+entity VIEWPORT #50 paper
+structure ENDSEC
+structure EOF
+)"},
                       Row {"WithCommentsBetween", R"(
 999 first
 0 SECTION
