@@ -7,13 +7,16 @@ cd "$(dirname "$0")/../examples/plattegrond"
 unset ACAD
 drawing=project/woonhuis.dxf
 failed=0
+shown=cat
+copies=$(mktemp -d)
+trap 'rm -rf "$copies"' EXIT
 
 heading() {
     printf '\n%s\n' "$*"
 }
 
-# Prints the command line and leaves its output in $output. Arguments that a shell would split or
-# expand are shown in quotes.
+# Prints the command line and its output, through the filter $shown, and leaves the whole output in
+# $output. Arguments that a shell would split or expand are shown in quotes.
 run() {
     printf '  $ cfgctl'
     for word; do
@@ -25,7 +28,7 @@ run() {
     printf '\n'
     status=0
     output=$("$cfgctl" "$@") || status=$?
-    [ -z "$output" ] || printf '%s\n' "$output" | sed "s|$PWD/||; s/^/    /"
+    [ -z "$output" ] || printf '%s\n' "$output" | $shown | sed "s|$PWD/||; s/^/    /"
 }
 
 wrong() {
@@ -64,6 +67,27 @@ expect "21-BUITENWAND,2,CONTINUOUS,0.70" get plattegrond.ini "[Lagen]Buitenwand"
 heading "The project file beside the drawing"
 expect 100 get plattegrond.ini "[Plot]Schaal"
 expect 50 get plattegrond.ini "[Plot]Schaal" --drawing $drawing --trace
+
+heading "The drawing itself: it goes before the project and the file, behind what is included"
+expect 2600 get plattegrond.ini "[Ruimten]Hoogte"
+expect 2700 get plattegrond.ini "[Ruimten]Hoogte" --drawing $drawing --trace
+expect 27.5 get plattegrond.ini Noordhoek --drawing $drawing
+expect 2700 get plattegrond.ini "[Bouwlaag: begane grond]Plafond" --drawing $drawing
+
+heading "What the drawing holds, here the last lines: its settings"
+shown="sed -n /^settings/,\$p"
+expect_line "      NummerVorm=0.%02d" drawing --drawing $drawing
+shown=cat
+
+heading "A value goes into a copy of the drawing; the drawing stays as it is"
+run set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing $drawing --save-as "$copies/woonhuis.dxf"
+[ "$status" -eq 0 ] || wrong "the copy"
+expect 2650 get plattegrond.ini "[Ruimten]Hoogte" --drawing "$copies/woonhuis.dxf"
+expect 2700 get plattegrond.ini "[Ruimten]Hoogte" --drawing $drawing
+
+heading "A record of how something is drawn; layer and linetype are those of the drawing"
+expect_line "layerId     21-BUITENWAND" record plattegrond.ini "[Lagen]Buitenwand" --as vis \
+    --drawing "$copies/woonhuis.dxf"
 
 heading "A list of idents: the first that is found wins"
 expect 2315 get plattegrond.ini "[Deuren]HoogteSchuif,[Deuren]Hoogte" --as int
