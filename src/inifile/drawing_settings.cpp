@@ -96,8 +96,9 @@ Acad::ErrorStatus xx_dictionaryFor(const wchar_t* fileName, const wchar_t* chapt
     if (database == nullptr) {
         database = acdbHostApplicationServices()->workingDatabase();
     }
+    const auto path = corma::platform::splitPath(corma::view(fileName));
     Opened<AcDbDictionary> namedObjects;
-    if (database == nullptr
+    if (database == nullptr || path.fileName().empty()
         || database->getNamedObjectsDictionary(namedObjects.out()) != Acad::eOk) {
         return Acad::eKeyNotFound;
     }
@@ -106,7 +107,6 @@ Acad::ErrorStatus xx_dictionaryFor(const wchar_t* fileName, const wchar_t* chapt
     if (!root) {
         return Acad::eKeyNotFound;
     }
-    const auto path = corma::platform::splitPath(corma::view(fileName));
     Opened<AcDbDictionary> found = dictionaryIn(*root, corma::upperCase(path.fileName()), create);
     root.close();
     const std::wstring_view name = corma::view(chapter);

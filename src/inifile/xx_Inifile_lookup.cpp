@@ -117,6 +117,9 @@ std::optional<std::wstring> InifileInside::localValue(const xx_Inifile& file,
 std::wstring InifileInside::nameInDrawing(const xx_Inifile& file)
 {
     std::wstring name = platform::splitPath(file.filename).fileName();
+    if (!name.empty() && view(file.filename).find(L'.') == std::wstring_view::npos) {
+        name += L".ini";
+    }
     if (file.scrambled <= 0) {
         return name;
     }

@@ -370,6 +370,26 @@ TEST_F(DrawingWrite, AValueTooLongForTheCacheIsNotFoundThereCut)
     }
 }
 
+TEST_F(DrawingWrite, AFileWithoutAnExtensionHasItsValuesUnderThatOfConfigurationFiles)
+{
+    newDrawing();
+    Ini ini(folder.write(L"tool", "x=file\n"));
+    write(ini, L"x", L"drawing");
+    EXPECT_EQ(settings(), L"TOOL.INI\n  x=drawing\n");
+    EXPECT_EQ(ini.get(L"x"), L"file"); // its own lookups see no drawing
+}
+
+TEST_F(DrawingWrite, AFileThatWasNotFoundHasNoPlaceInADrawing)
+{
+    newDrawing();
+    Ini ini(folder.path(L"missing.ini"));
+    services.printed.clear();
+    write(ini, L"x", L"drawing");
+    EXPECT_EQ(services.allPrinted(), L"\nx not stored in the drawing");
+    EXPECT_EQ(settings(), L"(none)");
+    EXPECT_FALSE(corma::isDocumentModified());
+}
+
 TEST_F(DrawingWrite, WithoutADrawingTheUserIsTold)
 {
     Ini ini(folder.write(L"tool.ini", "x=file\n"));
