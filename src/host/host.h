@@ -59,6 +59,30 @@ int acedCommandS(int type, ...);
 
 /// Frees a text that the host handed out on the heap, and makes the pointer null. Null is allowed.
 void acutDelString(ACHAR*& text);
+void acutDelBuffer(ACHAR*& text);
+
+// --- the application -----------------------------------------------------------------------------
+
+/// An object of the host's automation: what it has is read by the number of a property.
+class AcadAutomation
+{
+public:
+    /// The object that a property is; null for one that is no object.
+    [[nodiscard]] virtual const AcadAutomation* object(long property) const = 0;
+
+    /// The text that a property is; empty for one that is no text.
+    [[nodiscard]] virtual std::wstring text(long property) const = 0;
+
+protected:
+    AcadAutomation() = default;
+    AcadAutomation(const AcadAutomation&) = default;
+    AcadAutomation& operator=(const AcadAutomation&) = default;
+    ~AcadAutomation() = default;
+};
+
+/// The host's application. The list of its support folders, separated by ";", is the text 0 of the
+/// object 0x60020001 (files) of its object 14 (preferences).
+const AcadAutomation* acedGetAcadWinApp();
 
 // --- coordinates ---------------------------------------------------------------------------------
 

@@ -134,13 +134,45 @@ Acad::ErrorStatus load(AcDbLinetypeTable& table, const LinetypeDefinition& defin
     if (!definition.isSimple) {
         return Acad::eNotImplementedYet;
     }
+    Acad::ErrorStatus status = table.isWriteEnabled() ? Acad::eOk : table.upgradeOpen();
+    if (status != Acad::eOk) {
+        return status;
+    }
     auto record = std::make_unique<AcDbLinetypeTableRecord>();
     fill(*record, definition);
-    const Acad::ErrorStatus status = table.add(record.get());
+    status = table.add(record.get());
     if (status == Acad::eOk) {
         record.release()->close();
     }
     return status;
+}
+
+using Definitions = std::vector<LinetypeDefinition>;
+
+// All that the drawing does not have yet.
+Acad::ErrorStatus loadAll(AcDbLinetypeTable& table, const Definitions& definitions)
+{
+    for (const LinetypeDefinition& definition : definitions) {
+        if (table.has(definition.name.c_str())) {
+            continue;
+        }
+        const Acad::ErrorStatus status = load(table, definition);
+        if (status != Acad::eOk) {
+            return status;
+        }
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus loadOne(AcDbLinetypeTable& table, const Definitions& definitions,
+                          std::wstring_view name)
+{
+    for (const LinetypeDefinition& definition : definitions) {
+        if (corma::equalIgnoringCase(definition.name, name)) {
+            return load(table, definition);
+        }
+    }
+    return Acad::eUndefinedLineType;
 }
 
 } // namespace
@@ -151,12 +183,11 @@ Acad::ErrorStatus AcDbDatabase::loadLineTypeFile(const ACHAR* linetypeName, cons
         return Acad::eInvalidInput;
     }
     Opened<AcDbLinetypeTable> table;
-    Acad::ErrorStatus status = getLinetypeTable(table.out(), AcDb::kForRead);
+    const Acad::ErrorStatus status = getLinetypeTable(table.out(), AcDb::kForRead);
     if (status != Acad::eOk) {
         return status;
     }
-    const std::wstring_view wanted = linetypeName;
-    const bool wantsAll = wanted == L"*";
+    const bool wantsAll = std::wstring_view(linetypeName) == L"*";
     if (!wantsAll && table->has(linetypeName)) {
         return Acad::eDuplicateKey;
     }
@@ -164,17 +195,6 @@ Acad::ErrorStatus AcDbDatabase::loadLineTypeFile(const ACHAR* linetypeName, cons
     if (!content) {
         return Acad::eFileNotFound;
     }
-    status = wantsAll ? Acad::eOk : Acad::eUndefinedLineType;
-    for (const LinetypeDefinition& definition : parseLinetypes(*content)) {
-        const bool isWanted = wantsAll ? !table->has(definition.name.c_str())
-                                       : corma::equalIgnoringCase(definition.name, wanted);
-        if (isWanted) {
-            status = table->isWriteEnabled() ? Acad::eOk : table->upgradeOpen();
-            status = status == Acad::eOk ? load(*table, definition) : status;
-            if (!wantsAll || status != Acad::eOk) {
-                break;
-            }
-        }
-    }
-    return status;
+    const Definitions definitions = parseLinetypes(*content);
+    return wantsAll ? loadAll(*table, definitions) : loadOne(*table, definitions, linetypeName);
 }

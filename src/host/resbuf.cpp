@@ -114,3 +114,8 @@ void acutDelString(ACHAR*& text)
     std::free(text);
     text = nullptr;
 }
+
+void acutDelBuffer(ACHAR*& text)
+{
+    acutDelString(text);
+}

@@ -152,8 +152,8 @@ bool SourceWalk::askDrawing()
 {
     const std::wstring chapter(m_ident.chapter());
     const std::wstring name(m_ident.name);
-    auto value = InifileInside::localValue(m_file, chapter.c_str(), name.c_str());
-    m_wide = std::move(value).value_or(std::wstring());
+    const auto value = InifileInside::localValue(m_file, chapter.c_str(), name.c_str());
+    m_wide = value.value_or(std::wstring());
     return value.has_value();
 }
 

@@ -126,6 +126,24 @@ TEST(FindFile, DoesNotWriteWhatDoesNotFit)
     EXPECT_EQ(buffer.c_str(), path);
 }
 
+TEST(Application, TellsTheSupportFoldersByTheNumbersOfItsProperties)
+{
+    RecordingServices services;
+    services.variables[L"ACAD"] = L"/one;/two";
+    const AcadAutomation* const application = acedGetAcadWinApp();
+    const AcadAutomation* const preferences = application->object(14);
+    ASSERT_NE(preferences, nullptr);
+    const AcadAutomation* const files = preferences->object(0x60020001);
+    ASSERT_NE(files, nullptr);
+    EXPECT_EQ(files->text(0), L"/one;/two");
+    EXPECT_EQ(files->text(1), L"");
+    EXPECT_EQ(files->object(0), nullptr);
+    EXPECT_EQ(application->object(15), nullptr);
+    EXPECT_EQ(application->text(14), L"");
+    services.variables.clear();
+    EXPECT_EQ(files->text(0), L"");
+}
+
 TEST(DefaultServices, AnswerMessageBoxesCautiously)
 {
     struct Quiet : corma::Services
