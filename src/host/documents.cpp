@@ -147,6 +147,7 @@ void makeCurrent(const wchar_t* fileName, std::unique_ptr<AcDbDatabase> database
 {
     currentDocument()
         = std::make_unique<AcApDocument>(platform::fullPath(fileName).c_str(), std::move(database));
+    chosenDatabase() = nullptr; // who opens a drawing means to work on it
 }
 
 } // namespace

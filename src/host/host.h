@@ -156,7 +156,8 @@ public:
     /// The database that drawing operations work on, or null.
     [[nodiscard]] AcDbDatabase* workingDatabase() const;
 
-    /// Makes a database the one to work on; null puts that of the current document back.
+    /// Makes a database the one to work on, until another document is opened; null puts that of the
+    /// current document back.
     void setWorkingDatabase(AcDbDatabase* database);
 
     /// Value of an environment variable such as "ACAD", the support folders separated by ";".

@@ -152,7 +152,7 @@ std::optional<std::wstring> readFromDrawing(const wchar_t* fileName, const wchar
 Acad::ErrorStatus writeToDrawing(const wchar_t* fileName, const wchar_t* chapter,
                                  const wchar_t* ident, const wchar_t* value, AcDbDatabase* database)
 {
-    if (view(fileName).empty() || view(ident).empty()) {
+    if (view(ident).empty()) {
         return Acad::eInvalidKey; // before dictionaries are made for it
     }
     Opened<AcDbDictionary> dictionary;

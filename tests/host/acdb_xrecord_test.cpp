@@ -374,13 +374,6 @@ TEST_F(Xrecord, ANewOneHoldsValuesBeforeItIsInADrawing)
 
 // --- real drawings -------------------------------------------------------------------------------
 
-std::filesystem::path samples()
-{
-    const auto variable = corma::platform::environmentVariable(L"CORMA_SAMPLE_DRAWINGS");
-    return variable ? std::filesystem::path(*variable)
-                    : std::filesystem::path(CORMA_SAMPLE_DRAWINGS);
-}
-
 bool isSame(const Groups& a, const Groups& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const auto& one, const auto& two) {
@@ -391,11 +384,12 @@ bool isSame(const Groups& a, const Groups& b)
 
 TEST_F(Xrecord, OfRealDrawingsAreSetAgainWithoutAChange)
 {
-    if (samples().empty()) {
-        GTEST_SKIP() << "no folder of real drawings: set CORMA_SAMPLE_DRAWINGS";
+    const std::filesystem::path folder = CORMA_SAMPLE_DRAWINGS;
+    if (folder.empty()) {
+        GTEST_SKIP() << "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
     }
     int count = 0;
-    for (const auto& file : std::filesystem::directory_iterator(samples())) {
+    for (const auto& file : std::filesystem::directory_iterator(folder)) {
         auto content = corma::platform::readFile(file.path().string());
         corma::host::Store store(nullptr);
         if (file.path().extension() != ".dxf" || !content

@@ -167,6 +167,14 @@ TEST_F(Database, AnotherOneCanBeTheOneToWorkOn)
     EXPECT_EQ(working(), current()->database());
 }
 
+TEST_F(Database, OfADocumentThatIsOpenedIsTheOneToWorkOn)
+{
+    AcDbDatabase other;
+    acdbHostApplicationServices()->setWorkingDatabase(&other);
+    corma::newDocument(L"a.dxf");
+    EXPECT_EQ(working(), current()->database());
+}
+
 TEST_F(Database, WithoutADefaultDrawingIsEmpty)
 {
     AcDbDatabase database(false);

@@ -161,17 +161,11 @@ void checkDrawing(const fs::path& path)
     checkThatChangesAreLocal(bytes, drawing);
 }
 
-fs::path sampleFolder()
-{
-    const auto variable = platform::environmentVariable(L"CORMA_SAMPLE_DRAWINGS");
-    return variable ? fs::path(*variable) : fs::path(CORMA_SAMPLE_DRAWINGS);
-}
-
 TEST(DxfSamples, RealDrawingsKeepEveryByteAndValue)
 {
-    const fs::path folder = sampleFolder();
+    const fs::path folder = CORMA_SAMPLE_DRAWINGS;
     if (folder.empty()) {
-        GTEST_SKIP() << "no folder of real drawings: set CORMA_SAMPLE_DRAWINGS";
+        GTEST_SKIP() << "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
     }
     const auto drawings = drawingsBelow(folder);
     EXPECT_FALSE(drawings.empty());
