@@ -1,20 +1,20 @@
 # Settings that all our targets share, and the two kinds of targets below src/ and tests/.
 
-add_library(corma_settings INTERFACE)
-target_compile_features(corma_settings INTERFACE cxx_std_20)
-target_compile_options(corma_settings INTERFACE
+add_library(corma_flags INTERFACE)
+target_compile_features(corma_flags INTERFACE cxx_std_20)
+target_compile_options(corma_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
-target_include_directories(corma_settings INTERFACE
+target_include_directories(corma_flags INTERFACE
   "${PROJECT_SOURCE_DIR}/src"
   "${PROJECT_SOURCE_DIR}/include"
   "${PROJECT_BINARY_DIR}/include")
 if(CORMA_SANITIZE)
-  target_compile_options(corma_settings INTERFACE
+  target_compile_options(corma_flags INTERFACE
     -fsanitize=address,undefined -fno-omit-frame-pointer)
-  target_link_options(corma_settings INTERFACE -fsanitize=address,undefined)
+  target_link_options(corma_flags INTERFACE -fsanitize=address,undefined)
 endif()
 if(CORMA_FUZZ)
-  target_compile_options(corma_settings INTERFACE -fsanitize=fuzzer-no-link)
+  target_compile_options(corma_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # One folder of src/ as an object library: corma_add_subsystem(inifile SOURCES ... USES ...).
@@ -29,7 +29,7 @@ function(corma_add_subsystem name)
     VISIBILITY_INLINES_HIDDEN ON)
   target_compile_definitions(corma_${name} PRIVATE corma_EXPORTS)
   list(TRANSFORM arg_USES PREPEND corma_)
-  target_link_libraries(corma_${name} PUBLIC corma_settings ${arg_USES} ${arg_LIBRARIES})
+  target_link_libraries(corma_${name} PUBLIC corma_flags ${arg_USES} ${arg_LIBRARIES})
   set_property(GLOBAL APPEND PROPERTY CORMA_SUBSYSTEMS corma_${name})
 endfunction()
 

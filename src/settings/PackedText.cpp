@@ -1,0 +1,129 @@
+#include "settings/PackedText.h"
+
+#include "platform/text.h"
+#include "settings/Instelling.h"
+
+#include <bit>
+#include <cstring>
+#include <new>
+
+namespace corma {
+
+namespace {
+
+constexpr std::size_t kMostInside = 7; // bytes
+constexpr char32_t kSurrogates = 0xD800;
+constexpr char32_t kBehindSurrogates = 0xE000;
+
+static_assert(std::endian::native == std::endian::little); // the lowest byte comes first
+static_assert(sizeof(std::uint64_t) >= sizeof(void*));
+
+// What a text outside begins with.
+using Size = std::uint32_t;
+
+bool isSurrogate(char32_t c)
+{
+    return c >= kSurrogates && c < kBehindSurrogates;
+}
+
+void appendPacked(std::string& bytes, char32_t c)
+{
+    if (!isSurrogate(c)) {
+        appendUtf8(bytes, c);
+        return;
+    }
+    bytes.push_back(static_cast<char>(0xE0U | (c >> 12U)));
+    bytes.push_back(static_cast<char>(0x80U | ((c >> 6U) & 0x3FU)));
+    bytes.push_back(static_cast<char>(0x80U | (c & 0x3FU)));
+}
+
+// A surrogate that stands at a place of the bytes as appendPacked() writes it, else 0.
+char32_t surrogateAt(std::string_view bytes, std::size_t at)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[at + i]); };
+    if (at + 2 >= bytes.size() || byte(0) != 0xEDU || byte(1) < 0xA0U) {
+        return 0;
+    }
+    return kSurrogates | ((byte(1) & 0x1FU) << 6U) | (byte(2) & 0x3FU);
+}
+
+char* addressOf(std::uint64_t word)
+{
+    return reinterpret_cast<char*>(static_cast<std::uintptr_t>(word));
+}
+
+} // namespace
+
+std::string toPacked(std::wstring_view text)
+{
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (const wchar_t c : text) {
+        appendPacked(bytes, static_cast<char32_t>(c));
+    }
+    return bytes;
+}
+
+std::wstring fromPacked(std::string_view bytes)
+{
+    std::wstring text(bytes.size(), L'\0');
+    wchar_t* out = text.data();
+    for (std::size_t at = 0; at < bytes.size();) {
+        const auto c = static_cast<unsigned char>(bytes[at]);
+        if (c < 0x80) {
+            *out++ = static_cast<wchar_t>(c);
+            ++at;
+        } else if (const char32_t surrogate = surrogateAt(bytes, at)) {
+            *out++ = static_cast<wchar_t>(surrogate);
+            at += 3;
+        } else {
+            *out++ = static_cast<wchar_t>(nextUtf8(bytes, at));
+        }
+    }
+    text.resize(static_cast<std::size_t>(out - text.data()));
+    return text;
+}
+
+std::string_view PackedText::bytes() const
+{
+    if ((m_word & 1U) != 0) {
+        return {reinterpret_cast<const char*>(&m_word) + 1, (m_word & 0xFFU) >> 1U};
+    }
+    if (m_word == kEmpty) {
+        return {};
+    }
+    if (m_word == kMarker) {
+        return kPackedNotFoundMarker;
+    }
+    Size size = 0;
+    std::memcpy(&size, addressOf(m_word), sizeof size);
+    return {addressOf(m_word) + sizeof size, size};
+}
+
+void PackedText::assign(std::string_view bytes)
+{
+    std::uint64_t word = kEmpty;
+    if (bytes == kPackedNotFoundMarker) {
+        word = kMarker;
+    } else if (bytes.size() > kMostInside) {
+        const auto size = static_cast<Size>(bytes.size());
+        char* const block = static_cast<char*>(::operator new(sizeof size + size));
+        std::memcpy(block, &size, sizeof size);
+        std::memcpy(block + sizeof size, bytes.data(), size);
+        word = reinterpret_cast<std::uintptr_t>(block);
+    } else if (!bytes.empty()) {
+        word = bytes.size() * 2 + 1;
+        std::memcpy(reinterpret_cast<char*>(&word) + 1, bytes.data(), bytes.size());
+    }
+    release();
+    m_word = word;
+}
+
+void PackedText::release()
+{
+    if ((m_word & 1U) == 0 && m_word > kMarker) {
+        ::operator delete(addressOf(m_word));
+    }
+}
+
+} // namespace corma

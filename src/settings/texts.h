@@ -1,0 +1,49 @@
+#pragma once
+
+// The rows of the text table that the library reads, by what they say, and the texts themselves in
+// the language in force.
+
+#include <corma/texts.h>
+
+#include <string>
+
+namespace corma {
+
+namespace row {
+
+inline constexpr int kGeneral = 2972;
+inline constexpr int kString = 2976;
+inline constexpr int kYesNo = 2977;
+inline constexpr int kInteger = 2978;
+inline constexpr int kDecimal = 2979;
+inline constexpr int kColour = 2980;
+inline constexpr int kLinetype = 2981;
+inline constexpr int kFile = 2982;
+inline constexpr int kCopyOfGlobal = 2986;
+inline constexpr int kProjectSetting = 2987;
+inline constexpr int kCopyOfProject = 2988;
+inline constexpr int kDoubleCopy = 2989;
+inline constexpr int kLocalSetting = 2990;
+inline constexpr int kGlobalSetting = 2991;
+inline constexpr int kFileNotFound = 2992;
+inline constexpr int kLineSkipped = 2993;
+inline constexpr int kYes = 2995;
+inline constexpr int kNo = 2996;
+inline constexpr int kGeneralSettings = 2999;
+inline constexpr int kVisualisation = 3004;
+inline constexpr int kObsolete = 3005;
+inline constexpr int kTextStyle = 3007;
+inline constexpr int kHatch = 3019;
+inline constexpr int kAngleOutOfRange = 3026;
+inline constexpr int kScaleNegative = 3027;
+inline constexpr int kOption = 3028;
+
+} // namespace row
+
+/// The text of a row in the language in force.
+inline std::wstring text(int row)
+{
+    return textOf(row, textLanguage());
+}
+
+} // namespace corma
