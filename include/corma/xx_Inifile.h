@@ -97,6 +97,15 @@ public:
     /// else 2, or 3 when it is not open.
     int getWcString(wchar_t* pattern, xx_VarArray* results, int report, int skip);
 
+    /// The same through the settings model, which sees the values of the drawing and, where a
+    /// configuration file of that name lies beside the drawing, of the project. Names have the
+    /// chapter in brackets before the ident; skip characters are left out of the idents of the head
+    /// of the file only, which is always searched, too. XXINIFRUBR in identPattern asks for the
+    /// names of the chapters, each with an empty text, and a pattern for idents may follow it
+    /// behind a ",". report has no effect. A scrambled file is not unscrambled. RTNORM when this
+    /// file had anything that fits, else RTCAN.
+    int getWcStringNew(wchar_t* pattern, xx_VarArray* results, int report, int skip);
+
     /// How something is drawn, from a value "layer,colour,linetype,lineweight". The working drawing
     /// is made ready: a layer that it lacks is made, a linetype loaded. Always RTNORM; a missing
     /// setting gives the record of empty fields, with a notice when report asks for it.

@@ -202,6 +202,16 @@ std::wstring TextFile::decode(std::string_view part) const
     return text;
 }
 
+std::string_view TextFile::utf8(std::string& converted) const
+{
+    if (m_stated != Encoding::windows1252 && isUtf8(m_text)) {
+        m_encoding = Encoding::utf8;
+        return m_text;
+    }
+    converted = toUtf8(decode(m_text));
+    return converted;
+}
+
 Encoding TextFile::encoding() const
 {
     if (!m_encoding) {

@@ -62,6 +62,11 @@ public:
     /// for.
     Encoding encoding() const;
 
+    /// The whole text as well-formed UTF-8: its own bytes where they are, else those that it is
+    /// converted to, which go into `converted`. Good until the next refresh() and for as long as
+    /// `converted` stays.
+    [[nodiscard]] std::string_view utf8(std::string& converted) const;
+
     /// A part of the text, decoded as the functions above do. For ASCII, as most parts are, the
     /// encoding is not worked out.
     std::size_t decodeInto(std::string_view part, wchar_t* out, std::size_t capacity) const;

@@ -95,6 +95,10 @@ std::int64_t fileClock();
 /// True when there is a file, folder or device of that name, in any case of its letters.
 bool exists(std::wstring_view path);
 
+/// Makes an empty file unless there is one of that name, which stays as it is. True when there is
+/// then a file that can be read.
+[[nodiscard]] bool ensureFile(std::wstring_view path);
+
 /// A whole file in memory.
 struct FileContent
 {
@@ -147,6 +151,9 @@ std::optional<std::wstring> environmentVariable(std::wstring_view name);
 
 /// The current folder, without a separator at its end.
 std::wstring currentFolder();
+
+/// The folder for temporary files, without a separator at its end.
+std::wstring temporaryFolder();
 
 /// Full path of the running program; empty when the system does not tell.
 std::wstring programFile();

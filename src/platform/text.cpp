@@ -114,6 +114,15 @@ std::wstring upperCase(std::wstring_view text)
     return upper;
 }
 
+std::wstring lowerCase(std::wstring_view text)
+{
+    std::wstring lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), [](wchar_t c) {
+        return static_cast<wchar_t>(u_tolower(static_cast<UChar32>(c)));
+    });
+    return lower;
+}
+
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),

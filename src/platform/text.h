@@ -20,6 +20,9 @@ wchar_t upperCase(wchar_t c);
 
 std::wstring upperCase(std::wstring_view text);
 
+/// The text with each character in the lower-case form of Unicode's one-to-one mapping.
+std::wstring lowerCase(std::wstring_view text);
+
 /// Equal without regard to case.
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
 

@@ -53,8 +53,8 @@ public:
 
     [[nodiscard]] std::string_view packedName() const { return m_name.bytes(); }
 
-    /// The list that holds the setting finds it under its new name from then on.
-    void setName(std::wstring_view text);
+    /// Not for a setting that is in a list: the list knows it by its name.
+    void setName(std::wstring_view text) { m_name.assign(corma::toPacked(text)); }
 
     /// Help text; a "§" in it is a line break.
     [[nodiscard]] std::wstring longDescription() const { return m_longDescription.wide(); }
@@ -185,14 +185,37 @@ public:
 
     [[nodiscard]] LevelMark levelMark() const;
 
+    /// The label of the level mark in the language of the texts.
+    [[nodiscard]] std::wstring levelText() const;
+
     /// Checks a value for a type, which is told by its label in the language of the texts, and
     /// replaces it by what can be kept of it, also when the result is false. A hatch tells the user
     /// which of its numbers is wrong; the caller tells of everything else.
     static bool validateValue(std::wstring& value, std::wstring_view typeLabel);
 
-private:
-    friend struct InstellingLoader; // sets texts as files have them
+    // --- for those who read files: texts as UTF-8
+    // -------------------------------------------------
 
+    /// Both descriptions at once.
+    void setDescription(std::string_view text);
+    void setPackedLongDescription(std::string_view text);
+    void setPackedShortDescription(std::string_view text);
+
+    void setPackedBitmap(std::string_view text) { m_bitmap.assign(text); }
+
+    void setPackedChoices(std::string_view text) { m_choices.assign(text); }
+
+    void setPackedMaxValue(std::string_view text) { m_maxValue.assign(text); }
+
+    void setPackedMinValue(std::string_view text) { m_minValue.assign(text); }
+
+    void setPackedReadOnly(std::string_view text) { m_readOnly.assign(text); }
+
+    void setPackedLevel(std::string_view text) { m_level.assign(text); }
+
+    void setPackedFileTypes(std::string_view text) { m_fileTypes.assign(text); }
+
+private:
     corma::PackedText m_name;
     corma::PackedText m_longDescription;
     corma::PackedText m_shortDescription; // unless it follows the long one

@@ -52,9 +52,15 @@ public:
                   corma::ShownLevels shown);
 
 private:
+    [[nodiscard]] auto nameAt() const
+    {
+        return [this](std::size_t place) { return m_settings[place]->packedName(); };
+    }
+
     std::vector<std::unique_ptr<Instelling>> m_settings;
     Rubriek* m_owner;
-    mutable corma::NameIndex m_index;
+    corma::NameIndex m_index;
+    mutable std::size_t m_expected = 0; // behind the setting that was found last
 };
 
 /// The order of two rows by their names, as 16-bit code units: -1 or 1. Equal names give -1 both

@@ -22,8 +22,11 @@ std::uint32_t NameIndex::hashOf(std::string_view name)
     return static_cast<std::uint32_t>(hash ^ (hash >> 32U));
 }
 
-void NameIndex::grow()
+void NameIndex::makeRoom()
 {
+    if ((m_size + 1) * 2 <= m_slots.size()) {
+        return;
+    }
     std::vector<Slot> former(m_slots.empty() ? kFewestSlots : m_slots.size() * 2);
     former.swap(m_slots);
     for (const Slot& entry : former) {

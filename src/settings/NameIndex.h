@@ -7,9 +7,8 @@
 
 namespace corma {
 
-/// Finds the place of a name in a list: the one that a walk from the first to the last element that
-/// remembers its latest match would find. It keeps no names: whoever asks gives them. Files name
-/// things in the same order as one another, so the place behind the last one found is tried first.
+/// Finds the places of names in a list. It keeps no names: whoever asks tells, by nameAt(place),
+/// what the elements are called.
 class NameIndex
 {
 public:
@@ -18,39 +17,35 @@ public:
     /// Forgets all.
     void clear();
 
-    /// The number of elements that are in it.
-    [[nodiscard]] std::size_t size() const { return m_size; }
-
-    /// Takes in the next element of the list. Where others bear its name it goes before them.
+    /// Takes in the next element of the list, before those that bear the same name.
     template<class NameAt> void add(std::string_view name, const NameAt& nameAt)
     {
-        if ((m_size + 1) * 2 > m_slots.size()) {
-            grow();
-        }
+        makeRoom();
         const std::uint32_t hash = hashOf(name);
-        std::size_t slot = hash & (m_slots.size() - 1);
-        while (m_slots[slot].place != 0
-               && !(m_slots[slot].hash == hash && nameAt(m_slots[slot].place - 1) == name)) {
-            slot = (slot + 1) & (m_slots.size() - 1);
-        }
-        m_slots[slot] = {hash, static_cast<std::uint32_t>(++m_size)};
+        enter(slotOf(m_slots, hash, name, nameAt), hash);
     }
 
-    /// The place of a name, or kNowhere. nameAt(place) is the name of an element.
-    template<class NameAt>
-    [[nodiscard]] std::size_t find(std::string_view name, const NameAt& nameAt)
+    /// Takes in the next element of the list unless an element has its name. False then.
+    template<class NameAt> [[nodiscard]] bool addNew(std::string_view name, const NameAt& nameAt)
     {
-        if (m_size == 0) {
+        makeRoom();
+        const std::uint32_t hash = hashOf(name);
+        Slot& slot = slotOf(m_slots, hash, name, nameAt);
+        if (slot.place != 0) {
+            return false;
+        }
+        enter(slot, hash);
+        return true;
+    }
+
+    /// The place of a name, the last one of several; kNowhere for none.
+    template<class NameAt>
+    [[nodiscard]] std::size_t find(std::string_view name, const NameAt& nameAt) const
+    {
+        if (m_slots.empty()) {
             return kNowhere;
         }
-        const std::uint32_t hash = hashOf(name);
-        for (std::size_t slot = hash & (m_slots.size() - 1); m_slots[slot].place != 0;
-             slot = (slot + 1) & (m_slots.size() - 1)) {
-            if (m_slots[slot].hash == hash && nameAt(m_slots[slot].place - 1) == name) {
-                return m_slots[slot].place - 1;
-            }
-        }
-        return kNowhere;
+        return slotOf(m_slots, hashOf(name), name, nameAt).place - std::size_t {1};
     }
 
 private:
@@ -60,8 +55,26 @@ private:
         std::uint32_t place = 0; // and 1; 0 is free
     };
 
+    // The slot of a name, or the free one that it would take.
+    template<class Slots, class NameAt>
+    static auto& slotOf(Slots& slots, std::uint32_t hash, std::string_view name,
+                        const NameAt& nameAt)
+    {
+        std::size_t slot = hash & (slots.size() - 1);
+        while (slots[slot].place != 0
+               && !(slots[slot].hash == hash && nameAt(slots[slot].place - 1) == name)) {
+            slot = (slot + 1) & (slots.size() - 1);
+        }
+        return slots[slot];
+    }
+
     static std::uint32_t hashOf(std::string_view name);
-    void grow();
+    void makeRoom();
+
+    void enter(Slot& slot, std::uint32_t hash)
+    {
+        slot = {hash, static_cast<std::uint32_t>(++m_size)};
+    }
 
     std::vector<Slot> m_slots; // a power of two
     std::size_t m_size = 0;

@@ -45,6 +45,8 @@ public:
     std::wstring description; // one line
 
 private:
+    void addLocal(const wchar_t* ident, const std::wstring& value);
+
     corma::PackedText m_name;
     InstellingenArray m_settings {this};
     void* m_treeItem = nullptr;

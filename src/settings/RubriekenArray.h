@@ -89,8 +89,16 @@ public:
     bool localMode = false; // the level of the drawing is loaded
 
 private:
-    [[nodiscard]] std::size_t placeOf(std::string_view name) const;
+    [[nodiscard]] auto nameAt() const
+    {
+        return [this](std::size_t place) { return m_categories[place]->packedName(); };
+    }
+
+    void loadIniFile(const std::wstring& path);
+    void loadDefinitions(const FileNameSet& fileNames);
+    void loadDescriptions(const FileNameSet& fileNames);
+    void loadChapter(const std::wstring& name, const AcDbDictionary& dictionary);
 
     std::vector<std::unique_ptr<Rubriek>> m_categories;
-    mutable corma::NameIndex m_index;
+    corma::NameIndex m_index;
 };

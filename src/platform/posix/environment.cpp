@@ -24,6 +24,19 @@ std::wstring currentFolder()
     return fromNative(std::filesystem::current_path(failed).native());
 }
 
+std::wstring temporaryFolder()
+{
+    std::error_code failed;
+    std::wstring folder = fromNative(std::filesystem::temp_directory_path(failed).native());
+    if (failed) {
+        return L"/tmp";
+    }
+    while (folder.size() > 1 && isSeparator(folder.back())) {
+        folder.pop_back();
+    }
+    return folder;
+}
+
 std::wstring programFile()
 {
     std::error_code failed;

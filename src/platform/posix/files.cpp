@@ -252,6 +252,15 @@ bool exists(std::wstring_view path)
     return ::stat(exact.c_str(), &status) == 0 || ::stat(locate(path).c_str(), &status) == 0;
 }
 
+bool ensureFile(std::wstring_view path)
+{
+    constexpr mode_t kAnyone = 0666; // less what the process masks
+    const Descriptor file(
+        ::open(locate(path).c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, kAnyone));
+    struct stat status = {};
+    return file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
 std::optional<FileContent> readFile(const NativePath& path)
 {
     // Opening alone can do harm where the path is a device's, so it is looked at before.

@@ -1,0 +1,177 @@
+#include "settings/Instelling.h"
+
+#include "foundation/wide_text.h"
+#include "settings/texts.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::string_view kSectionSign = "\xC2\xA7";
+
+// A line break of the long description is a blank in the short one.
+std::string onOneLine(std::string_view text)
+{
+    std::string line;
+    line.reserve(text.size());
+    std::size_t at = 0;
+    for (std::size_t sign = text.find(kSectionSign); sign != std::string_view::npos;
+         sign = text.find(kSectionSign, at)) {
+        line.append(text.substr(at, sign - at)).append(1, ' ');
+        at = sign + kSectionSign.size();
+    }
+    return line.append(text.substr(at));
+}
+
+} // namespace
+
+Instelling::Instelling(const wchar_t* name, const wchar_t* value, const wchar_t* description,
+                       SettingType type)
+    : m_name(corma::toPacked(name == nullptr ? corma::kNoName : name))
+    , m_longDescription(corma::toPacked(corma::view(description)))
+    , m_value(corma::view(value))
+    , m_type(type)
+{
+}
+
+Instelling::Instelling(std::string_view name, std::wstring value)
+    : m_name(name)
+    , m_value(std::move(value))
+{
+}
+
+Instelling::Instelling(const Instelling& other)
+    : m_name(other.m_name)
+    , m_longDescription(other.m_longDescription)
+    , m_shortDescription(other.m_shortDescription)
+    , m_bitmap(other.m_bitmap)
+    , m_value(other.m_value)
+    , m_choices(other.m_choices)
+    , m_maxValue(other.m_maxValue)
+    , m_minValue(other.m_minValue)
+    , m_readOnly(other.m_readOnly)
+    , m_level(other.m_level)
+    , m_fileTypes(other.m_fileTypes)
+    , m_globalValue(other.m_globalValue)
+    , m_projectValue(other.m_projectValue)
+    , m_category(other.m_category)
+    , m_type(other.m_type)
+    , m_rgb(other.m_rgb)
+    , m_isProject(other.m_isProject)
+    , m_isLocal(other.m_isLocal)
+    , m_shortFollowsLong(other.m_shortFollowsLong)
+{
+}
+
+void Instelling::setLongDescription(std::wstring_view text)
+{
+    setPackedLongDescription(corma::toPacked(text));
+}
+
+void Instelling::setPackedLongDescription(std::string_view text)
+{
+    if (m_shortFollowsLong) {
+        setPackedShortDescription(onOneLine(m_longDescription.bytes()));
+    }
+    m_longDescription.assign(text);
+}
+
+std::wstring Instelling::shortDescription() const
+{
+    return m_shortFollowsLong ? corma::fromPacked(onOneLine(m_longDescription.bytes()))
+                              : m_shortDescription.wide();
+}
+
+void Instelling::setShortDescription(std::wstring_view text)
+{
+    setPackedShortDescription(corma::toPacked(text));
+}
+
+void Instelling::setPackedShortDescription(std::string_view text)
+{
+    m_shortDescription.assign(text);
+    m_shortFollowsLong = false;
+}
+
+void Instelling::setDescription(std::string_view text)
+{
+    m_longDescription.assign(text);
+    m_shortDescription.assign({});
+    m_shortFollowsLong = true;
+}
+
+std::wstring Instelling::typeText() const
+{
+    return corma::text(corma::labelRowOf(m_type));
+}
+
+void Instelling::setProjectValue(std::wstring text)
+{
+    setGlobalValue(m_value);
+    m_value = std::move(text);
+    m_isProject = true;
+    m_isLocal = false;
+}
+
+void Instelling::setLocalValue(std::wstring text)
+{
+    if (m_isProject) {
+        setProjectCopy(m_value);
+    } else {
+        setGlobalValue(m_value);
+    }
+    m_value = std::move(text);
+    m_isProject = false;
+    m_isLocal = true;
+}
+
+void Instelling::makeProjectCopy()
+{
+    setProjectValue(m_value);
+}
+
+// A new local copy starts as a double copy whatever was below it: callers show it as such.
+void Instelling::makeLocalCopy()
+{
+    if (!hasProjectValue()) {
+        setProjectCopy(m_value);
+    }
+    m_isProject = false;
+    setLocalValue(m_value);
+}
+
+Instelling::LevelMark Instelling::levelMark() const
+{
+    if (!m_isProject && !m_isLocal) {
+        return LevelMark::globalSetting;
+    }
+    const std::string value = corma::toPacked(m_value);
+    const bool equalsGlobal = m_globalValue.bytes() == value;
+    if (m_isProject) {
+        return equalsGlobal ? LevelMark::projectCopyOfGlobal : LevelMark::projectSetting;
+    }
+    if (m_projectValue.bytes() == value) {
+        return equalsGlobal ? LevelMark::doubleCopy : LevelMark::copyOfProject;
+    }
+    return equalsGlobal ? LevelMark::localCopyOfGlobal : LevelMark::localSetting;
+}
+
+std::wstring Instelling::levelText() const
+{
+    switch (levelMark()) {
+    case LevelMark::globalSetting:
+        break;
+    case LevelMark::projectSetting:
+        return corma::text(corma::row::kProjectSetting);
+    case LevelMark::localSetting:
+        return corma::text(corma::row::kLocalSetting);
+    case LevelMark::projectCopyOfGlobal:
+    case LevelMark::localCopyOfGlobal:
+        return corma::text(corma::row::kCopyOfGlobal);
+    case LevelMark::copyOfProject:
+        return corma::text(corma::row::kCopyOfProject);
+    case LevelMark::doubleCopy:
+        return corma::text(corma::row::kDoubleCopy);
+    }
+    return corma::text(corma::row::kGlobalSetting);
+}

@@ -1,0 +1,180 @@
+// The texts and pictures of the settings in one language.
+
+#include "foundation/text_file.h"
+#include "inifile/Ident.h"
+#include "platform/platform.h"
+#include "settings/RubriekenArray.h"
+#include "settings/load.h"
+#include "settings/model_lines.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace {
+
+constexpr std::string_view kSectionSign = "\xC2\xA7";
+constexpr std::string_view kBitmap = "bitmap";
+constexpr std::string_view kFileTypes = " filetypes=";
+
+// Where the descriptions of a language lie: a folder of today's name, or of the name before that.
+struct LanguageFolders
+{
+    int language;
+    const wchar_t* folder;
+    const wchar_t* formerFolder;
+};
+
+constexpr std::array kFolders = {
+    LanguageFolders {19, L"LanNL", L"LanN"}, LanguageFolders {12, L"LanFR", L"LanF"},
+    LanguageFolders {7, L"LanDE", L"LanG"},  LanguageFolders {10, L"LanES", L"LanS"},
+    LanguageFolders {25, L"LanRU", L"LanR"},
+};
+constexpr LanguageFolders kOtherFolders {0, L"LanEN", L"LanE"};
+
+std::wstring pathOf(const FileNameSet& names)
+{
+    const auto* const found = std::find_if(kFolders.begin(), kFolders.end(), [&](const auto& row) {
+        return row.language == names.language;
+    });
+    const LanguageFolders& folders = found == kFolders.end() ? kOtherFolders : *found;
+    const auto in = [&](const wchar_t* folder) {
+        return names.globalFolder + folder + corma::platform::kSeparator + names.descriptionsName;
+    };
+    const std::wstring path = in(folders.folder);
+    return corma::platform::exists(path) ? path : in(folders.formerFolder);
+}
+
+std::string replaced(std::string_view text, std::string_view what, std::string_view by)
+{
+    std::string result;
+    for (std::size_t found = text.find(what); found != std::string_view::npos;
+         found = text.find(what)) {
+        result.append(text.substr(0, found)).append(by);
+        text.remove_prefix(found + what.size());
+    }
+    return result.append(text);
+}
+
+// Takes the lines of a descriptions file into a model.
+class DescriptionLoader
+{
+public:
+    DescriptionLoader(const RubriekenArray& model, std::wstring_view globalFolder)
+        : m_model(model)
+        , m_folder(corma::toPacked(globalFolder))
+    {
+        enter(corma::toPacked(corma::kHeadChapter));
+    }
+
+    void enter(std::string_view chapter)
+    {
+        m_category = m_model.hasPacked(chapter) ? m_model.findPacked(chapter) : nullptr;
+    }
+
+    // An unknown chapter gives its text to "Algemeen" (test:
+    // TheTextOfAnUnknownChapterGoesToAlgemeen).
+    void describe(std::string_view chapter, std::string_view text)
+    {
+        if (Rubriek* const category = m_model.findPacked(chapter)) {
+            category->description = corma::fromPacked(text);
+        }
+    }
+
+    // False for a line that is none.
+    [[nodiscard]] bool take(std::string_view line)
+    {
+        bool hasPicture = false;
+        bool hasFileTypes = false;
+        for (std::size_t at = line.find('='); at != std::string_view::npos;
+             at = line.find('=', at + 1)) {
+            const std::string_view before = line.substr(0, at);
+            if (!hasPicture && before.ends_with(kBitmap)) {
+                hasPicture = true;
+                takePicture(line.substr(at + 1));
+            }
+            hasFileTypes = hasFileTypes || line.substr(0, at + 1).ends_with(kFileTypes);
+        }
+        if (hasFileTypes) {
+            m_line = replaced(line, kFileTypes, "");
+            line = m_line;
+        }
+        const auto entry = corma::splitEntry(line);
+        if (entry && m_category != nullptr) {
+            takeTexts(*entry);
+        }
+        return entry.has_value();
+    }
+
+private:
+    // A picture is for the setting of the ident line before, whatever this line is.
+    void takePicture(std::string_view rest)
+    {
+        if (m_previous != nullptr) {
+            m_previous->setPackedBitmap(
+                corma::picturePath(m_folder, corma::keyValue(rest), m_buffer));
+        }
+    }
+
+    void takeTexts(corma::ModelEntry entry)
+    {
+        const InstellingenArray& settings = m_category->settings();
+        m_previous = settings.findPacked(entry.ident);
+        if (entry.ident.find(kSectionSign) != std::string_view::npos) {
+            takeTextsApart(entry);
+        } else if (m_previous != nullptr) {
+            m_previous->setDescription(entry.value);
+        }
+    }
+
+    // The short text is cut from the line with blanks for section signs, and so is its ident.
+    void takeTextsApart(corma::ModelEntry entry)
+    {
+        if (m_previous != nullptr) {
+            m_previous->setPackedLongDescription(entry.value);
+        }
+        m_previous = m_category->settings().findPacked(replaced(entry.ident, kSectionSign, " "));
+        if (m_previous != nullptr) {
+            m_previous->setPackedShortDescription(replaced(entry.value, kSectionSign, " "));
+        }
+    }
+
+    const RubriekenArray& m_model;
+    std::string m_folder;
+    std::string m_buffer;
+    std::string m_line;
+    Rubriek* m_category = nullptr; // null for an unknown chapter
+    Instelling* m_previous = nullptr; // what the ident line before found
+};
+
+} // namespace
+
+// Without descriptions in its language a model has none.
+void RubriekenArray::loadDescriptions(const FileNameSet& fileNames)
+{
+    const auto file = xx_openUnicode(pathOf(fileNames), corma::OpenMode::text);
+    if (!file) {
+        return;
+    }
+    corma::Defects defects(L"ind");
+    DescriptionLoader loader(*this, fileNames.globalFolder);
+    std::string converted;
+    corma::ModelLines lines(file->utf8(converted));
+    for (std::string_view line; lines.next(line);) {
+        if (corma::isIgnored(line)) {
+            continue;
+        }
+        if (line.front() != '[') {
+            if (!loader.take(line)) {
+                defects.addSkipped(L'=', line, lines.number());
+            }
+        } else if (const auto chapter = corma::chapterOf(line, lines.number(), defects)) {
+            loader.enter(*chapter);
+            const std::string_view behind = line.substr(line.find(']') + 1);
+            if (behind.starts_with('=')) {
+                loader.describe(*chapter, behind.substr(1));
+            }
+        }
+    }
+    defects.tell();
+}
