@@ -2,6 +2,7 @@
 
 #include "foundation/messages.h"
 #include "host/variables.h"
+#include <corma/texts.h>
 
 namespace corma::testing {
 
@@ -13,6 +14,7 @@ void resetGlobalState()
     forgetModuleFolder();
     host::resetVariables();
     resetAlertGiven();
+    setTextLanguage(kEnglish);
 }
 
 } // namespace

@@ -9,8 +9,8 @@
 namespace corma::testing {
 
 /// Services that show nothing: they keep what the library sends and answer from what the test put
-/// in. In force from construction to destruction, with every global state of the host as it is
-/// when a process starts.
+/// in. In force from construction to destruction, with every global state of the host and the
+/// language of the texts as they are when a process starts.
 struct RecordingServices : Services
 {
     RecordingServices();

@@ -4,6 +4,7 @@
 #include "support/TempFolder.h"
 #include "support/TestDrawing.h"
 #include "support/small_drawing.h"
+#include <corma/texts.h>
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -76,6 +77,17 @@ TEST(RecordingServices, PutsTheFormerServicesBack)
         EXPECT_EQ(&corma::services(), &recording);
     }
     EXPECT_EQ(&corma::services(), before);
+}
+
+TEST(RecordingServices, HaveEnglishTextsAndLeaveThem)
+{
+    corma::setTextLanguage(19);
+    {
+        const RecordingServices services;
+        EXPECT_EQ(corma::textLanguage(), corma::kEnglish);
+        corma::setTextLanguage(19);
+    }
+    EXPECT_EQ(corma::textLanguage(), corma::kEnglish);
 }
 
 TEST(TestDrawing, IsLoadedFromGroupsAndTellsWhatItIsWrittenAs)
