@@ -3,12 +3,14 @@
 // What a command is: its arguments, and what it does with them.
 
 #include "output.h"
+#include <corma/texts.h>
 
 #include <memory>
 #include <optional>
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace CLI {
 class App;
@@ -30,6 +32,8 @@ struct Options
     bool json = false;
     bool cache = false;
     int scramble = 0;
+    int language = corma::kEnglish; // of the texts
+    short access = 0; // level of the user
     std::optional<std::wstring> moduleFolder;
     std::optional<std::wstring> drawing;
     std::optional<std::wstring> saveAs;
@@ -49,8 +53,12 @@ public:
     void optionalArgument(const char* name, const char* meaning,
                           std::optional<std::wstring>& value);
 
+    /// All words that follow, which may be none.
+    void argumentList(const char* name, const char* meaning, std::vector<int>& values);
+
     /// The names are of the form "--size N".
     void option(const char* name, const char* meaning, int& value);
+    void option(const char* name, const char* meaning, short& value);
     void option(const char* name, const char* meaning, std::wstring& value);
     void option(const char* name, const char* meaning, std::optional<std::wstring>& value);
     void flag(const char* name, const char* meaning, bool& value);

@@ -29,9 +29,9 @@ others), 2 for wrong usage or an input that cannot be used. A drawing that a com
 is not written.
 The environment variable ACAD is the list of support folders, separated by ";".)";
 
-int numberIn(const std::string& text, const std::string& name)
+template<class Number> Number numberIn(const std::string& text, const std::string& name)
 {
-    int number = 0;
+    Number number = 0;
     const bool hasPlus = text.starts_with('+') && !text.starts_with("+-");
     const char* const begin = text.data() + (hasPlus ? 1 : 0);
     const char* const end = text.data() + text.size();
@@ -45,7 +45,12 @@ int numberIn(const std::string& text, const std::string& name)
 
 void assign(int& value, const std::string& text, const std::string& name)
 {
-    value = numberIn(text, name);
+    value = numberIn<int>(text, name);
+}
+
+void assign(short& value, const std::string& text, const std::string& name)
+{
+    value = numberIn<short>(text, name);
 }
 
 void assign(std::wstring& value, const std::string& text, const std::string& /*name*/)
@@ -66,6 +71,11 @@ void declareCommon(Syntax& syntax, Options& options)
     syntax.flag("--cache", "Look up through the read cache", options.cache);
     syntax.option("--module-dir DIR", "Folder searched first for files, in place of the program's",
                   options.moduleFolder);
+    syntax.option("--language N",
+                  "Language of texts: 7 German, 9 English (the default), 10 Spanish,\n"
+                  "12 French, 19 Dutch, 21 Polish, 25 Russian; any other has English ones",
+                  options.language);
+    syntax.option("--access N", "Access level of the user; usually 0", options.access);
     syntax.flag("--json", "One JSON document in place of the plain form", options.json);
     syntax.option("--drawing FILE",
                   "The current drawing, a DXF file; the project file lies beside it.\n"
@@ -195,7 +205,29 @@ void Syntax::optionalArgument(const char* name, const char* meaning,
     declare(name, meaning, value)->type_name("");
 }
 
+void Syntax::argumentList(const char* name, const char* meaning, std::vector<int>& values)
+{
+    const auto assignAll = [&values, name](const std::vector<std::string>& words) {
+        for (const std::string& word : words) {
+            values.push_back(numberIn<int>(word, name));
+        }
+    };
+    // The parser would take a word in brackets apart into several.
+    const auto refuseBrackets = [](const std::string& word) {
+        return std::string(word.starts_with('[') ? "a word in brackets" : "");
+    };
+    m_app.validate_positionals();
+    m_app.add_option_function<std::vector<std::string>>(name, assignAll, meaning)
+        ->check(refuseBrackets)
+        ->type_name("");
+}
+
 void Syntax::option(const char* name, const char* meaning, int& value)
+{
+    declareOption(name, meaning, value);
+}
+
+void Syntax::option(const char* name, const char* meaning, short& value)
 {
     declareOption(name, meaning, value);
 }

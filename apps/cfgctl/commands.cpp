@@ -76,6 +76,13 @@ This version stores values in drawings only, of R13 or later.)"},
       the same for a program
 
 A reference is told by its handle, its block, and the block that it stands in.)"},
+    CommandEntry {"texts", makeTexts, "Texts of the editor in a language",
+                  R"(  cfgctl texts 2972 2981 --language 19
+      Algemeen and Lijntype, each behind its number and a tab
+  cfgctl texts --language 25 --json
+      all rows in Russian
+
+A line end within a text is shown as \n in the plain form. A row that is not there is empty.)"},
 };
 
 } // namespace

@@ -16,6 +16,7 @@ std::unique_ptr<Command> makeRecord();
 std::unique_ptr<Command> makeSet();
 std::unique_ptr<Command> makeScramble();
 std::unique_ptr<Command> makeDrawing();
+std::unique_ptr<Command> makeTexts();
 
 /// The file as the options want it opened. It may be one that was not found.
 xx_Inifile openFile(std::wstring name, const Options& options);

@@ -1,6 +1,7 @@
 #include "command_line.h"
 #include "console.h"
 #include "current_drawing.h"
+#include <corma/texts.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -31,6 +32,7 @@ int run(std::span<const char* const> words)
     if (options.moduleFolder) {
         setModuleFolder(services, *options.moduleFolder);
     }
+    corma::setTextLanguage(options.language);
     const cfgctl::CurrentDrawing drawing(options);
     cfgctl::Answer answer = command->run(options);
     if (!drawing.saveIfChanged()) {

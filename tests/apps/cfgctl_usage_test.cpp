@@ -24,8 +24,8 @@ std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
     return row.param.sentence;
 }
 
-const std::vector<const char*> kCommands
-    = {"get", "find", "levels", "includes", "where", "record", "set", "scramble", "drawing"};
+const std::vector<const char*> kCommands = {"get",    "find", "levels",   "includes", "where",
+                                            "record", "set",  "scramble", "drawing",  "texts"};
 
 class CfgctlUsage : public CfgctlTest, public ::testing::WithParamInterface<Row>
 {
@@ -59,9 +59,9 @@ TEST_P(CfgctlUsage, IsToldInOneLine)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, set, scramble, drawing; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, set, scramble, drawing, texts; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing, texts"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing, texts"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
@@ -78,6 +78,15 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"ASkipThatIsNoNumber",  {"find", "tool.ini", "X", "--skip", "een"}, "--skip is no whole number that can be used: \"een\"; pass one such as 7"},
     Row {"AKeyThatIsNoNumber",   {"scramble", "tool.ini", "sleutel"}, "KEY is no whole number that can be used: \"sleutel\"; pass one such as 7"},
     Row {"NoKey",                {"scramble", "tool.ini"}, "KEY is required; see cfgctl scramble --help"},
+    Row {"ALanguageThatIsNoNumber", {"texts", "--language", "nl"}, "--language is no whole number that can be used: \"nl\"; pass one such as 7"},
+    Row {"AnAccessLevelTooHigh", {"texts", "--access", "32768"}, "--access is no whole number that can be used: \"32768\"; pass one such as 7"},
+    Row {"AnAccessLevelTooLow",  {"texts", "--access", "-32769"}, "--access is no whole number that can be used: \"-32769\"; pass one such as 7"},
+    Row {"AnAccessLevelThatIsNoNumber", {"get", "tool.ini", "X", "--access", "hoog"}, "--access is no whole number that can be used: \"hoog\"; pass one such as 7"},
+    Row {"ARowThatIsNoNumber",   {"texts", "2972", "x"}, "ROW is no whole number that can be used: \"x\"; pass one such as 7"},
+    Row {"ARowWithALetter",      {"texts", "2972a"}, "ROW is no whole number that can be used: \"2972a\"; pass one such as 7"},
+    Row {"AnEmptyRow",           {"texts", ""}, "ROW is no whole number that can be used: \"\"; pass one such as 7"},
+    Row {"ARowOutOfRange",       {"texts", "2147483648"}, "ROW is no whole number that can be used: \"2147483648\"; pass one such as 7"},
+    Row {"RowsInBrackets",       {"texts", "[2972,2973]"}, "not expected: \"[2972,2973]\"; see cfgctl texts --help"},
     Row {"AnOptionWithoutValue", {"get", "tool.ini", "X", "--scramble"}, "--scramble: 1 required N missing; see cfgctl get --help"},
     Row {"AnOptionTwice",        {"get", "tool.ini", "X", "--scramble=1", "--scramble=2"}, "--scramble: At Most 1 required but received 2; see cfgctl get --help"},
     Row {"AnUnknownKind",        {"get", "tool.ini", "X", "--as", "float"}, "unknown kind \"float\"; pass string, int, bool, double, doubles:N, ints:N, doubles=N, ints=N or list:C to --as"},
@@ -153,7 +162,7 @@ TEST_F(CfgctlHelp, FitsTheScreen)
     for (const Words& words :
          {Words {"--help"}, Words {"get", "--help"}, Words {"find", "--help"},
           Words {"levels", "--help"}, Words {"scramble", "--help"}, Words {"record", "--help"},
-          Words {"set", "--help"}, Words {"drawing", "--help"}}) {
+          Words {"set", "--help"}, Words {"drawing", "--help"}, Words {"texts", "--help"}}) {
         std::istringstream lines(run(words).out);
         for (std::string line; std::getline(lines, line);) {
             EXPECT_LE(line.size(), 100U) << line;
@@ -175,7 +184,9 @@ TEST_F(CfgctlHelp, ShowsExamplesThatWork)
           Words {"get", "plattegrond.ini", "[Ruimten]Hoogte", "--drawing", "project/woonhuis.dxf"},
           Words {"record", "plattegrond.ini", "[Lagen]Buitenwand", "--as", "vis"},
           Words {"drawing", "--drawing", "project/woonhuis.dxf", "--json"},
-          Words {"includes", "plattegrond.ini"}, Words {"where", "plattegrond.ini"}}) {
+          Words {"texts", "2972", "2981", "--language", "19"},
+          Words {"texts", "--language", "25", "--json"}, Words {"includes", "plattegrond.ini"},
+          Words {"where", "plattegrond.ini"}}) {
         const ProgramResult result = run(words);
         EXPECT_EQ(result.exitStatus, 0) << result.err;
         EXPECT_NE(result.out, "");
