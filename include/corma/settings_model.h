@@ -4,6 +4,7 @@
 // configuration file with all that stands around them.
 
 #include <corma/export.h>
+#include <corma/texts.h>
 
 #include <cstdint>
 #include <memory>
@@ -99,7 +100,7 @@ struct ModelRequest
 
     /// Of descriptions and texts: 7 German, 9 English, 10 Spanish, 12 French, 19 Dutch, 21 Polish,
     /// 25 Russian. It stays the language of the texts of the process.
-    int language = 9;
+    int language = kEnglish;
 
     /// A project file to load on top; it is made, empty, where there is none. Not looked at when
     /// the current drawing is.

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
@@ -76,12 +79,25 @@ Decoded decodeOne(std::string_view bytes, std::size_t at)
     return overlong || !isScalar(c) ? Decoded {kReplacement, 0} : Decoded {c, length};
 }
 
+std::uint64_t highBitsAt(std::string_view bytes, std::size_t at)
+{
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data() + at, sizeof word);
+    return word & 0x8080808080808080U;
+}
+
 // Large steps without a branch within: most text is ASCII for long stretches.
 std::size_t skipAscii(std::string_view bytes, std::size_t at)
 {
     constexpr std::size_t kStep = 64;
     while (at + kStep <= bytes.size() && isAllAscii(bytes.substr(at, kStep))) {
         at += kStep;
+    }
+    for (; at + sizeof(std::uint64_t) <= bytes.size(); at += sizeof(std::uint64_t)) {
+        static_assert(std::endian::native == std::endian::little);
+        if (const std::uint64_t high = highBitsAt(bytes, at)) {
+            return at + static_cast<std::size_t>(std::countr_zero(high)) / 8;
+        }
     }
     while (at < bytes.size() && static_cast<unsigned char>(bytes[at]) < 0x80) {
         ++at;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <corma/texts.h>
+
 #include <string>
 #include <string_view>
 
@@ -18,5 +20,5 @@ struct FileNameSet
     std::wstring descriptionsName;
     std::wstring projectName;
     std::wstring drawingName; // without folder; empty when no drawing is involved
-    int language = 9; // of the descriptions: a primary language number
+    int language = corma::kEnglish; // of the descriptions: a primary language number
 };

@@ -227,8 +227,8 @@ private:
     corma::PackedText m_readOnly;
     corma::PackedText m_level;
     corma::PackedText m_fileTypes;
-    corma::PackedText m_globalValue {corma::kPackedNotFoundMarker};
-    corma::PackedText m_projectValue {corma::kPackedNotFoundMarker};
+    corma::PackedText m_globalValue = corma::PackedText::marker();
+    corma::PackedText m_projectValue = corma::PackedText::marker();
     Rubriek* m_category = nullptr;
     SettingType m_type = SettingType::string;
     std::uint32_t m_rgb = 0;

@@ -41,6 +41,14 @@ public:
 
     ~PackedText() { release(); }
 
+    /// The marker of a level without a value.
+    static PackedText marker()
+    {
+        PackedText text;
+        text.m_word = kMarker;
+        return text;
+    }
+
     /// The text in the form of toPacked(). It may be a part of the former text.
     void assign(std::string_view bytes);
 

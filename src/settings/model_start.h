@@ -3,6 +3,7 @@
 // What the editor loads when it starts, before it shows anything.
 
 #include "settings/RubriekenArray.h"
+#include <corma/texts.h>
 
 #include <memory>
 #include <optional>
@@ -16,7 +17,7 @@ namespace corma {
 struct StartRequest
 {
     std::wstring iniFile;
-    int language = 9;
+    int language = kEnglish;
     std::optional<std::wstring> projectFile; // not looked at with a document
     AcApDocument* document = nullptr; // null: none
 };
