@@ -165,6 +165,13 @@ Sample SampleFolder::make(std::size_t entries) const
     return sample;
 }
 
+std::string SampleFolder::newFolder() const
+{
+    std::string path = m_path + "/folder" + std::to_string(++m_folders);
+    std::filesystem::create_directory(path);
+    return path;
+}
+
 void SampleFolder::waitUntilSettled() const
 {
     for (const auto& file : std::filesystem::directory_iterator(m_path)) {

@@ -50,12 +50,16 @@ public:
     /// Writes a sample of that many entries, in both forms.
     Sample make(std::size_t entries) const;
 
+    /// Path of a new folder in it.
+    [[nodiscard]] std::string newFolder() const;
+
     /// Waits until files written before are so old that an open file need not be read again at
     /// each use.
     void waitUntilSettled() const;
 
 private:
     std::string m_path;
+    mutable int m_folders = 0;
 };
 
 } // namespace corma::bench

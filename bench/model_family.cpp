@@ -1,0 +1,134 @@
+#include "model_family.h"
+
+#include "platform/platform.h"
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <stdexcept>
+
+namespace corma::bench {
+
+namespace {
+
+constexpr int kDutch = 19;
+
+constexpr std::array kNouns = {"Wand", "Deur",  "Raam",     "Trap", "Vloer",  "Dak",
+                               "Laag", "Tekst", "Arcering", "Maat", "Ruimte", "Symbool"};
+constexpr std::array kParts = {"Hoogte",  "Breedte", "Dikte", "Kleur", "Schaal", "Stijl",
+                               "Afstand", "Naam",    "Hoek",  "Type",  "Marge",  "Factor"};
+
+// What a setting may be: its value, and what the definitions file tells of it.
+struct Kind
+{
+    const char* value;
+    const char* definition;
+};
+
+constexpr std::array kKinds = {
+    Kind {"120", "i min=0 max=5000 access=0,10 rgb=255,255,192"},
+    Kind {"23.75", "d min=0.5 max=250 bitmap=hoogte.bmp level=d"},
+    Kind {"1", "t access=10,20"},
+    Kind {"links", "c choices={links,midden,rechts} level=p"},
+    Kind {"Standaard", "q choices={Standaard,ISO 3 streep,Arial smal}"},
+    Kind {"21-BUITENWAND,2,CONTINUOUS,0.50", "v bitmap=lijnen.bmp"},
+    Kind {"00-ARCERING,8,CONTINUOUS,0.13,ANSI31,0,25", "h bitmap=arcering.bmp rgb=192,255,192"},
+    Kind {"norm\\kantoor.txt", "b filetypes=Tekst|*.txt||"},
+    Kind {"Beton grijs, in het werk gestort", "s readonly=true"},
+    Kind {"7", "k max=255 min=1"},
+};
+
+constexpr std::array kTexts = {
+    "De hoogte boven het peil van de bouwlaag\xC2\xA7in millimeter op het werk",
+    "Hiermee wordt bepaald waar de maatlijn begint",
+    "Welke laag nieuwe onderdelen krijgen\xC2\xA7Geldt niet voor wat er al staat\xC2\xA7Zie de "
+    "norm",
+    "Tussenruimte op papier",
+    "Naam van het patroon waarmee de doorsnede wordt gevuld",
+};
+
+class Writer
+{
+public:
+    explicit Writer(ModelFamily& family)
+        : m_family(family)
+    {
+    }
+
+    void category(std::size_t number, std::size_t settings)
+    {
+        const std::string header = "[" + pick(kNouns) + std::to_string(number) + "]";
+        m_values += "\r\n" + header + "\r\n";
+        m_definitions += header + "\r\n";
+        m_descriptions += header + "=Alles over dit onderdeel van de tekening\r\n";
+        for (std::size_t i = 0; i < settings; ++i) {
+            setting(pick(kNouns) + pick(kParts) + std::to_string(i));
+        }
+    }
+
+    void writeTo(const std::string& folder)
+    {
+        std::filesystem::create_directories(folder + "/LanNL");
+        write(folder + "/tool.ini", m_values);
+        write(folder + "/tool.inr", m_definitions);
+        write(folder + "/LanNL/tool.ind", m_descriptions);
+    }
+
+private:
+    void setting(const std::string& ident)
+    {
+        const Kind& kind = kKinds[m_random() % kKinds.size()];
+        m_values += ident + "=" + kind.value + "\r\n";
+        m_definitions += ident + "=" + kind.definition + "\r\n";
+        m_descriptions += ident + "=" + pick(kTexts) + "\r\n";
+        if (m_random() % 4 == 0) {
+            m_descriptions += "bitmap=toelichting.bmp\r\n";
+        }
+    }
+
+    template<std::size_t count> std::string pick(const std::array<const char*, count>& from)
+    {
+        return from[m_random() % count];
+    }
+
+    void write(const std::string& path, const std::string& bytes)
+    {
+        std::ofstream out(path, std::ios::binary);
+        out << bytes;
+        if (!out.flush()) {
+            throw std::runtime_error("cannot write " + path);
+        }
+        m_family.paths.push_back(path);
+        m_family.bytes += bytes.size();
+    }
+
+    ModelFamily& m_family;
+    std::string m_values = "Versie=2024.1\r\n";
+    std::string m_definitions = "Versie=s readonly=true\r\n";
+    std::string m_descriptions = "Versie=De uitgave van het product\r\n";
+    std::mt19937 m_random {42};
+};
+
+} // namespace
+
+FileNameSet namesIn(const std::string& folder)
+{
+    return FileNameSet::of(platform::fromNative(folder + "/"), L"tool.ini", kDutch);
+}
+
+ModelFamily makeFamily(const std::string& folder, std::size_t settings, std::size_t categories)
+{
+    ModelFamily family;
+    family.names = namesIn(folder);
+    family.settings = settings;
+    family.categories = categories;
+    Writer writer(family);
+    for (std::size_t i = 0; i < categories; ++i) {
+        writer.category(i, settings * (i + 1) / categories - settings * i / categories);
+    }
+    writer.writeTo(folder);
+    return family;
+}
+
+} // namespace corma::bench
