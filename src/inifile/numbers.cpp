@@ -44,17 +44,34 @@ bool isTooLarge(std::string_view digits)
     return digits.substr(exponent + 1).find('-') == std::string_view::npos;
 }
 
+template<class Text> int intIn(Text text)
+{
+    const auto isSpace = [](auto c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    while (!text.empty() && isSpace(text.front())) {
+        text.remove_prefix(1);
+    }
+    const bool isNegative = !text.empty() && text.front() == '-';
+    if (isNegative || (!text.empty() && text.front() == '+')) {
+        text.remove_prefix(1);
+    }
+    constexpr long long kLargest = std::numeric_limits<int>::max();
+    long long value = 0;
+    for (; !text.empty() && text.front() >= '0' && text.front() <= '9'; text.remove_prefix(1)) {
+        value = std::min(value * 10 + (text.front() - '0'), kLargest + 1);
+    }
+    return static_cast<int>(isNegative ? -value : std::min(value, kLargest));
+}
+
 } // namespace
 
 int toInt(std::wstring_view text)
 {
-    const Numeral numeral = numeralOf(text, L"0123456789");
-    constexpr long long kLargest = std::numeric_limits<int>::max();
-    long long value = 0;
-    for (const char c : numeral.digits) {
-        value = std::min(value * 10 + (c - '0'), kLargest + 1);
-    }
-    return static_cast<int>(numeral.isNegative ? -value : std::min(value, kLargest));
+    return intIn(text);
+}
+
+int toInt(std::string_view text)
+{
+    return intIn(text);
 }
 
 double toDouble(std::wstring_view text)

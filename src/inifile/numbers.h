@@ -8,6 +8,7 @@ namespace corma {
 /// first character that does not fit, and a text without a number gives 0. The same in every
 /// locale. What is too large gives the largest number of its sign.
 int toInt(std::wstring_view text);
+int toInt(std::string_view text);
 double toDouble(std::wstring_view text);
 
 } // namespace corma

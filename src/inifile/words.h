@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace corma {
 
@@ -58,6 +59,27 @@ inline const char* firstControl(const char* begin, const char* end)
         }
     }
     return end;
+}
+
+/// The place of a byte in a text, from a place on; npos when it is not there. For texts in which it
+/// is near: a call of memchr() costs more than looking at a few words. Needs no bytes behind the
+/// text.
+inline std::size_t findNear(std::string_view text, char wanted, std::size_t from = 0)
+{
+    const std::uint64_t pattern = kOnes * static_cast<unsigned char>(wanted);
+    std::size_t at = from;
+    for (; at + sizeof pattern <= text.size(); at += sizeof pattern) {
+        const std::uint64_t marks = bytesBelow(loadWord(text.data() + at) ^ pattern, 1);
+        if (marks != 0) {
+            return at + static_cast<std::size_t>(std::countr_zero(marks)) / 8;
+        }
+    }
+    for (; at < text.size(); ++at) {
+        if (text[at] == wanted) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
 }
 
 } // namespace corma

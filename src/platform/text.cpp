@@ -79,23 +79,30 @@ Decoded decodeOne(std::string_view bytes, std::size_t at)
     return overlong || !isScalar(c) ? Decoded {kReplacement, 0} : Decoded {c, length};
 }
 
-std::uint64_t highBitsAt(std::string_view bytes, std::size_t at)
+constexpr std::uint64_t kHighBits = 0x8080808080808080U;
+
+std::uint64_t wordAt(std::string_view bytes, std::size_t at)
 {
     std::uint64_t word = 0;
     std::memcpy(&word, bytes.data() + at, sizeof word);
-    return word & 0x8080808080808080U;
+    return word;
 }
 
 // Large steps without a branch within: most text is ASCII for long stretches.
 std::size_t skipAscii(std::string_view bytes, std::size_t at)
 {
-    constexpr std::size_t kStep = 64;
-    while (at + kStep <= bytes.size() && isAllAscii(bytes.substr(at, kStep))) {
+    static_assert(std::endian::native == std::endian::little);
+    constexpr std::size_t kWord = sizeof(std::uint64_t);
+    constexpr std::size_t kStep = 4 * kWord;
+    while (at + kStep <= bytes.size()
+           && ((wordAt(bytes, at) | wordAt(bytes, at + kWord) | wordAt(bytes, at + 2 * kWord)
+                | wordAt(bytes, at + 3 * kWord))
+               & kHighBits)
+               == 0) {
         at += kStep;
     }
-    for (; at + sizeof(std::uint64_t) <= bytes.size(); at += sizeof(std::uint64_t)) {
-        static_assert(std::endian::native == std::endian::little);
-        if (const std::uint64_t high = highBitsAt(bytes, at)) {
+    for (; at + kWord <= bytes.size(); at += kWord) {
+        if (const std::uint64_t high = wordAt(bytes, at) & kHighBits) {
             return at + static_cast<std::size_t>(std::countr_zero(high)) / 8;
         }
     }

@@ -3,7 +3,7 @@
 #include "foundation/wide_text.h"
 #include "settings/texts.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -29,13 +29,13 @@ Instelling::Instelling(const wchar_t* name, const wchar_t* value, const wchar_t*
                        SettingType type)
     : m_name(corma::toPacked(name == nullptr ? corma::kNoName : name))
     , m_longDescription(corma::toPacked(corma::view(description)))
-    , m_value(corma::view(value))
+    , m_value(corma::toPacked(corma::view(value)))
     , m_type(type)
 {
 }
 
-Instelling::Instelling(std::string_view name, std::wstring value)
-    : m_name(name)
+Instelling::Instelling(corma::PackedText name, corma::PackedText value)
+    : m_name(std::move(name))
     , m_value(std::move(value))
 {
 }
@@ -63,17 +63,24 @@ Instelling::Instelling(const Instelling& other)
 {
 }
 
-void Instelling::setLongDescription(std::wstring_view text)
+void Instelling::setDescription(corma::PackedText text)
 {
-    setPackedLongDescription(corma::toPacked(text));
+    m_longDescription = std::move(text);
+    m_shortDescription = {};
+    m_shortFollowsLong = true;
 }
 
-void Instelling::setPackedLongDescription(std::string_view text)
+void Instelling::setLongDescription(std::wstring_view text)
+{
+    setLongDescription(corma::PackedText(corma::toPacked(text)));
+}
+
+void Instelling::setLongDescription(corma::PackedText text)
 {
     if (m_shortFollowsLong) {
-        setPackedShortDescription(onOneLine(m_longDescription.bytes()));
+        setShortDescription(corma::PackedText(onOneLine(m_longDescription.bytes())));
     }
-    m_longDescription.assign(text);
+    m_longDescription = std::move(text);
 }
 
 std::wstring Instelling::shortDescription() const
@@ -84,20 +91,13 @@ std::wstring Instelling::shortDescription() const
 
 void Instelling::setShortDescription(std::wstring_view text)
 {
-    setPackedShortDescription(corma::toPacked(text));
+    setShortDescription(corma::PackedText(corma::toPacked(text)));
 }
 
-void Instelling::setPackedShortDescription(std::string_view text)
+void Instelling::setShortDescription(corma::PackedText text)
 {
-    m_shortDescription.assign(text);
+    m_shortDescription = std::move(text);
     m_shortFollowsLong = false;
-}
-
-void Instelling::setDescription(std::string_view text)
-{
-    m_longDescription.assign(text);
-    m_shortDescription.assign({});
-    m_shortFollowsLong = true;
 }
 
 std::wstring Instelling::typeText() const
@@ -105,39 +105,40 @@ std::wstring Instelling::typeText() const
     return corma::text(corma::labelRowOf(m_type));
 }
 
-void Instelling::setProjectValue(std::wstring text)
+void Instelling::setProjectValue(std::wstring_view text)
 {
-    setGlobalValue(m_value);
-    m_value = std::move(text);
+    setProjectValue(corma::PackedText(corma::toPacked(text)));
+}
+
+void Instelling::setProjectValue(corma::PackedText text)
+{
+    m_globalValue = std::exchange(m_value, std::move(text));
     m_isProject = true;
     m_isLocal = false;
 }
 
-void Instelling::setLocalValue(std::wstring text)
+void Instelling::setLocalValue(std::wstring_view text)
 {
-    if (m_isProject) {
-        setProjectCopy(m_value);
-    } else {
-        setGlobalValue(m_value);
-    }
-    m_value = std::move(text);
+    corma::PackedText& below = m_isProject ? m_projectValue : m_globalValue;
+    below = std::exchange(m_value, corma::PackedText(corma::toPacked(text)));
     m_isProject = false;
     m_isLocal = true;
 }
 
 void Instelling::makeProjectCopy()
 {
-    setProjectValue(m_value);
+    setProjectValue(corma::PackedText(m_value));
 }
 
 // A new local copy starts as a double copy whatever was below it: callers show it as such.
 void Instelling::makeLocalCopy()
 {
     if (!hasProjectValue()) {
-        setProjectCopy(m_value);
+        m_projectValue = m_value;
     }
+    m_globalValue = m_value;
     m_isProject = false;
-    setLocalValue(m_value);
+    m_isLocal = true;
 }
 
 Instelling::LevelMark Instelling::levelMark() const
@@ -145,12 +146,11 @@ Instelling::LevelMark Instelling::levelMark() const
     if (!m_isProject && !m_isLocal) {
         return LevelMark::globalSetting;
     }
-    const std::string value = corma::toPacked(m_value);
-    const bool equalsGlobal = m_globalValue.bytes() == value;
+    const bool equalsGlobal = m_globalValue.bytes() == m_value.bytes();
     if (m_isProject) {
         return equalsGlobal ? LevelMark::projectCopyOfGlobal : LevelMark::projectSetting;
     }
-    if (m_projectValue.bytes() == value) {
+    if (m_projectValue.bytes() == m_value.bytes()) {
         return equalsGlobal ? LevelMark::doubleCopy : LevelMark::copyOfProject;
     }
     return equalsGlobal ? LevelMark::localCopyOfGlobal : LevelMark::localSetting;

@@ -39,15 +39,15 @@ public:
                         const wchar_t* description = nullptr,
                         SettingType type = SettingType::string);
 
-    /// The same from UTF-8, for those who read files.
-    Instelling(std::string_view name, std::wstring value);
+    /// The same from packed texts, for those who read files.
+    Instelling(corma::PackedText name, corma::PackedText value);
 
     /// The access levels are not copied: they are 0 in the copy (test: ACopyHasNoAccessLevels).
     Instelling(const Instelling& other);
     Instelling& operator=(const Instelling&) = delete;
     ~Instelling() = default;
 
-    // --- texts; all but the value are given as copies --------------------------------------------
+    // --- texts -----------------------------------------------------------------------------------
 
     [[nodiscard]] std::wstring name() const { return m_name.wide(); }
 
@@ -140,7 +140,10 @@ public:
     // --- values ----------------------------------------------------------------------------------
 
     /// The value in force.
-    [[nodiscard]] const std::wstring& value() const { return m_value; }
+    [[nodiscard]] std::wstring value() const { return m_value.wide(); }
+
+    /// The same without copying it.
+    [[nodiscard]] std::string_view packedValue() const { return m_value.bytes(); }
 
     /// The value below project and drawing; the project's value below the drawing's. Each is
     /// NOT_FOUND_MARKER for none.
@@ -152,17 +155,17 @@ public:
 
     [[nodiscard]] bool hasProjectValue() const { return !m_projectValue.isMarker(); }
 
-    void setValue(std::wstring text) { m_value = std::move(text); }
+    void setValue(std::wstring_view text) { m_value.assign(corma::toPacked(text)); }
 
     void setGlobalValue(std::wstring_view text) { m_globalValue.assign(corma::toPacked(text)); }
 
     void setProjectCopy(std::wstring_view text) { m_projectValue.assign(corma::toPacked(text)); }
 
     /// The value becomes the one of the project, the former one the global one.
-    void setProjectValue(std::wstring text);
+    void setProjectValue(std::wstring_view text);
 
     /// The value becomes the one of the drawing, the former one that of the level it was of.
-    void setLocalValue(std::wstring text);
+    void setLocalValue(std::wstring_view text);
 
     /// The setting gets a project value that equals its value.
     void makeProjectCopy();
@@ -193,34 +196,35 @@ public:
     /// which of its numbers is wrong; the caller tells of everything else.
     static bool validateValue(std::wstring& value, std::wstring_view typeLabel);
 
-    // --- for those who read files: texts as UTF-8
-    // -------------------------------------------------
+    // --- packed texts, for those who read files --------------------------------------------------
 
     /// Both descriptions at once.
-    void setDescription(std::string_view text);
-    void setPackedLongDescription(std::string_view text);
-    void setPackedShortDescription(std::string_view text);
+    void setDescription(corma::PackedText text);
+    void setLongDescription(corma::PackedText text);
+    void setShortDescription(corma::PackedText text);
 
-    void setPackedBitmap(std::string_view text) { m_bitmap.assign(text); }
+    void setBitmap(corma::PackedText text) { m_bitmap = std::move(text); }
 
-    void setPackedChoices(std::string_view text) { m_choices.assign(text); }
+    void setChoices(corma::PackedText text) { m_choices = std::move(text); }
 
-    void setPackedMaxValue(std::string_view text) { m_maxValue.assign(text); }
+    void setMaxValue(corma::PackedText text) { m_maxValue = std::move(text); }
 
-    void setPackedMinValue(std::string_view text) { m_minValue.assign(text); }
+    void setMinValue(corma::PackedText text) { m_minValue = std::move(text); }
 
-    void setPackedReadOnly(std::string_view text) { m_readOnly.assign(text); }
+    void setReadOnly(corma::PackedText text) { m_readOnly = std::move(text); }
 
-    void setPackedLevel(std::string_view text) { m_level.assign(text); }
+    void setLevel(corma::PackedText text) { m_level = std::move(text); }
 
-    void setPackedFileTypes(std::string_view text) { m_fileTypes.assign(text); }
+    void setFileTypes(corma::PackedText text) { m_fileTypes = std::move(text); }
+
+    void setProjectValue(corma::PackedText text);
 
 private:
     corma::PackedText m_name;
     corma::PackedText m_longDescription;
     corma::PackedText m_shortDescription; // unless it follows the long one
     corma::PackedText m_bitmap;
-    std::wstring m_value;
+    corma::PackedText m_value;
     corma::PackedText m_choices;
     corma::PackedText m_maxValue;
     corma::PackedText m_minValue;

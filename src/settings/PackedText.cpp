@@ -3,6 +3,7 @@
 #include "platform/text.h"
 #include "settings/Instelling.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <new>
@@ -18,8 +19,30 @@ constexpr char32_t kBehindSurrogates = 0xE000;
 static_assert(std::endian::native == std::endian::little); // the lowest byte comes first
 static_assert(sizeof(std::uint64_t) >= sizeof(void*));
 
-// What a text outside begins with.
+// A text outside stands in a block: its size, and its bytes.
 using Size = std::uint32_t;
+
+constexpr std::size_t kBlockStep = 4; // bytes; the lowest bits of an address are for other use
+constexpr std::size_t kChunkSize = 65'536; // bytes
+
+std::size_t blockSize(std::string_view bytes)
+{
+    return sizeof(Size) + bytes.size();
+}
+
+void writeBlock(char* block, std::string_view bytes)
+{
+    const auto size = static_cast<Size>(bytes.size());
+    std::memcpy(block, &size, sizeof size);
+    std::memcpy(block + sizeof size, bytes.data(), bytes.size());
+}
+
+std::string_view textOf(const char* block)
+{
+    Size size = 0;
+    std::memcpy(&size, block, sizeof size);
+    return {block + sizeof size, size};
+}
 
 bool isSurrogate(char32_t c)
 {
@@ -86,7 +109,7 @@ std::wstring fromPacked(std::string_view bytes)
 
 std::string_view PackedText::bytes() const
 {
-    if ((m_word & 1U) != 0) {
+    if ((m_word & kInside) != 0) {
         return {reinterpret_cast<const char*>(&m_word) + 1, (m_word & 0xFFU) >> 1U};
     }
     if (m_word == kEmpty) {
@@ -95,35 +118,59 @@ std::string_view PackedText::bytes() const
     if (m_word == kMarker) {
         return kPackedNotFoundMarker;
     }
-    Size size = 0;
-    std::memcpy(&size, addressOf(m_word), sizeof size);
-    return {addressOf(m_word) + sizeof size, size};
+    return textOf(addressOf(m_word & ~kBorrowed));
+}
+
+std::optional<PackedText::Word> PackedText::wordWithoutBlock(std::string_view bytes)
+{
+    if (bytes.size() > kMostInside) {
+        return bytes == kPackedNotFoundMarker ? std::optional(kMarker) : std::nullopt;
+    }
+    if (bytes.empty()) {
+        return kEmpty;
+    }
+    Word word = 0;
+    for (std::size_t i = bytes.size(); i-- != 0;) {
+        word = (word << 8U) | static_cast<unsigned char>(bytes[i]);
+    }
+    return (word << 8U) | (bytes.size() * 2 + kInside);
 }
 
 void PackedText::assign(std::string_view bytes)
 {
-    std::uint64_t word = kEmpty;
-    if (bytes == kPackedNotFoundMarker) {
-        word = kMarker;
-    } else if (bytes.size() > kMostInside) {
-        const auto size = static_cast<Size>(bytes.size());
-        char* const block = static_cast<char*>(::operator new(sizeof size + size));
-        std::memcpy(block, &size, sizeof size);
-        std::memcpy(block + sizeof size, bytes.data(), size);
+    auto word = wordWithoutBlock(bytes);
+    if (!word) {
+        char* const block = static_cast<char*>(::operator new(blockSize(bytes)));
+        writeBlock(block, bytes);
         word = reinterpret_cast<std::uintptr_t>(block);
-    } else if (!bytes.empty()) {
-        word = bytes.size() * 2 + 1;
-        std::memcpy(reinterpret_cast<char*>(&word) + 1, bytes.data(), bytes.size());
     }
-    release();
-    m_word = word;
+    release(); // not before: the bytes may be a part of the former text
+    m_word = *word;
 }
 
 void PackedText::release()
 {
-    if ((m_word & 1U) == 0 && m_word > kMarker) {
+    if (m_word != kEmpty && (m_word & (kInside | kBorrowed)) == 0) {
         ::operator delete(addressOf(m_word));
     }
+}
+
+PackedText TextArena::pack(std::string_view bytes)
+{
+    if (const auto word = PackedText::wordWithoutBlock(bytes)) {
+        return PackedText(PackedText::Raw {*word});
+    }
+    const std::size_t size = (blockSize(bytes) + kBlockStep - 1) / kBlockStep * kBlockStep;
+    if (size > m_left) {
+        m_left = std::max(size, kChunkSize);
+        m_chunks.push_back(std::make_unique_for_overwrite<char[]>(m_left));
+        m_free = m_chunks.back().get();
+    }
+    writeBlock(m_free, bytes);
+    const auto address = reinterpret_cast<std::uintptr_t>(m_free);
+    m_free += size;
+    m_left -= size;
+    return PackedText(PackedText::Raw {address | PackedText::kBorrowed});
 }
 
 } // namespace corma

@@ -2,9 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace corma {
 
@@ -42,12 +45,7 @@ public:
     ~PackedText() { release(); }
 
     /// The marker of a level without a value.
-    static PackedText marker()
-    {
-        PackedText text;
-        text.m_word = kMarker;
-        return text;
-    }
+    static PackedText marker() { return PackedText(Raw {kMarker}); }
 
     /// The text in the form of toPacked(). It may be a part of the former text.
     void assign(std::string_view bytes);
@@ -60,14 +58,47 @@ public:
     [[nodiscard]] bool isMarker() const { return m_word == kMarker; }
 
 private:
-    // Even words are the address of a block; the lowest byte of an odd one is twice the size and 1,
-    // and the text stands in the bytes above it.
-    static constexpr std::uint64_t kEmpty = 0;
-    static constexpr std::uint64_t kMarker = 2;
+    friend class TextArena;
+
+    using Word = std::uint64_t;
+
+    // Of an odd word the lowest byte is twice the size and 1, and the text stands in the bytes
+    // above it. An even one is the address of a block, and of one that is not owned with kBorrowed
+    // put to it.
+    static constexpr Word kInside = 1;
+    static constexpr Word kBorrowed = 2;
+    static constexpr Word kEmpty = 0;
+    static constexpr Word kMarker = kBorrowed;
+
+    enum class Raw : Word
+    {
+    };
+
+    explicit PackedText(Raw word)
+        : m_word(static_cast<Word>(word))
+    {
+    }
+
+    // The word of a text that needs no block; nothing for others.
+    static std::optional<Word> wordWithoutBlock(std::string_view bytes);
 
     void release();
 
-    std::uint64_t m_word = kEmpty;
+    Word m_word = kEmpty;
+};
+
+/// Where texts that come in great numbers lie one behind the other. They go with the arena and not
+/// before; it must outlive all that pack() gave and those to which that was moved. A copy of such a
+/// text has its own memory.
+class TextArena
+{
+public:
+    [[nodiscard]] PackedText pack(std::string_view bytes);
+
+private:
+    std::vector<std::unique_ptr<char[]>> m_chunks;
+    char* m_free = nullptr; // in the last chunk
+    std::size_t m_left = 0; // bytes there
 };
 
 } // namespace corma

@@ -99,6 +99,7 @@ private:
     void loadDescriptions(const FileNameSet& fileNames);
     void loadChapter(const std::wstring& name, const AcDbDictionary& dictionary);
 
+    corma::TextArena m_texts; // of the settings below, from the files
     std::vector<std::unique_ptr<Rubriek>> m_categories;
     corma::NameIndex m_index;
 };

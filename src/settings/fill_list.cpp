@@ -81,7 +81,7 @@ std::wstring shownValue(const Instelling& setting, corma::SettingList& list)
 {
     switch (setting.type()) {
     case SettingType::yesNo:
-        return corma::text(setting.value() == L"0" ? corma::row::kNo : corma::row::kYes);
+        return corma::text(setting.packedValue() == "0" ? corma::row::kNo : corma::row::kYes);
     case SettingType::option:
     case SettingType::openOption:
         return list.translateKey(setting.value());

@@ -1,8 +1,11 @@
 #include "settings/load.h"
 
 #include "foundation/messages.h"
+#include "inifile/words.h"
 #include "platform/platform.h"
 #include "settings/messages.h"
+
+#include <algorithm>
 
 namespace corma {
 
@@ -15,12 +18,13 @@ constexpr const wchar_t* kDenied = L"Access to %s was denied.";
 
 std::string_view keyValue(std::string_view rest)
 {
-    return rest.substr(0, rest.find_first_of(" \n"));
+    return rest.substr(0, findNear(rest, ' '));
 }
 
 std::string_view picturePath(std::string_view folder, std::string_view name, std::string& buffer)
 {
-    if (name.find_first_of("\\/") != std::string_view::npos) {
+    const auto isSeparator = [](char c) { return c == '\\' || c == '/'; };
+    if (std::any_of(name.begin(), name.end(), isSeparator)) {
         return name;
     }
     buffer.assign(folder).append(name);

@@ -7,7 +7,7 @@
 
 namespace corma {
 
-/// The value of a key that stands before `rest` in a line: up to a blank, a line feed or the end.
+/// The value of a key that stands before `rest` in a line: up to a blank or the end.
 std::string_view keyValue(std::string_view rest);
 
 /// The path of a picture as a file names it: a name without a folder is in the given one. It is

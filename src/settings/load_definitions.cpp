@@ -3,6 +3,7 @@
 #include "foundation/text_file.h"
 #include "inifile/Ident.h"
 #include "inifile/numbers.h"
+#include "inifile/words.h"
 #include "settings/RubriekenArray.h"
 #include "settings/load.h"
 #include "settings/model_lines.h"
@@ -48,12 +49,6 @@ constexpr std::array kKeyNames = {
     KeyName {Key::fileTypes, "filetypes"},
 };
 
-// The letter that ends a key is enough to tell most words apart from all keys.
-constexpr bool endsAKey(char letter)
-{
-    return std::string_view("xnsbpyl").find(letter) != std::string_view::npos;
-}
-
 // A line of the file. A key counts where it stands first, in whatever part of the line: it needs no
 // blank before it.
 class Definition
@@ -62,12 +57,11 @@ public:
     explicit Definition(std::string_view line)
         : m_line(line)
     {
-        const std::size_t first = line.find('=');
+        const std::size_t first = corma::findNear(line, '=');
         m_ident = line.substr(0, first);
-        for (std::size_t at = first; at != std::string_view::npos; at = line.find('=', at + 1)) {
-            if (at > 0 && endsAKey(line[at - 1])) {
-                note(at);
-            }
+        for (std::size_t at = first; at != std::string_view::npos;
+             at = corma::findNear(line, '=', at + 1)) {
+            note(at);
         }
     }
 
@@ -97,7 +91,8 @@ private:
     {
         const std::string_view before = m_line.substr(0, equals);
         for (const KeyName& key : kKeyNames) {
-            if (before.ends_with(key.name)) {
+            // The letter at the end tells most keys and other words apart.
+            if (!before.empty() && before.back() == key.name.back() && before.ends_with(key.name)) {
                 keepFirst(key.key, equals + 1);
                 if (key.key == Key::choices && m_line.substr(equals + 1).starts_with('{')) {
                     keepFirst(Key::choiceList, equals + 2);
@@ -124,7 +119,7 @@ private:
 int nextNumber(std::string_view& fields)
 {
     const std::size_t comma = std::min(fields.find(','), fields.size());
-    const int number = corma::toInt(corma::fromPacked(fields.substr(0, comma)));
+    const int number = corma::toInt(fields.substr(0, comma));
     fields.remove_prefix(std::min(comma + 1, fields.size()));
     return number;
 }
@@ -145,8 +140,10 @@ std::uint32_t colourOf(std::string_view fields)
 class DefinitionLoader
 {
 public:
-    DefinitionLoader(const RubriekenArray& model, std::wstring_view globalFolder)
+    DefinitionLoader(const RubriekenArray& model, corma::TextArena& texts,
+                     std::wstring_view globalFolder)
         : m_model(model)
+        , m_texts(texts)
         , m_folder(corma::toPacked(globalFolder))
     {
         enter(corma::toPacked(corma::kHeadChapter));
@@ -180,9 +177,9 @@ public:
 private:
     void takeBitmap(const Definition& line, Instelling& setting)
     {
-        setting.setPackedBitmap(
-            line.has(Key::bitmap) ? corma::picturePath(m_folder, line.value(Key::bitmap), m_buffer)
-                                  : std::string_view());
+        setting.setBitmap(line.has(Key::bitmap) ? m_texts.pack(
+                              corma::picturePath(m_folder, line.value(Key::bitmap), m_buffer))
+                                                : corma::PackedText());
     }
 
     void takeChoices(const Definition& line, Instelling& setting) const
@@ -190,11 +187,11 @@ private:
         if (line.has(Key::choiceList)) {
             const std::string_view rest = line.rest(Key::choiceList);
             const std::size_t end = rest.find('}');
-            setting.setPackedChoices(end == std::string_view::npos ? std::string_view()
-                                                                   : rest.substr(0, end));
+            setting.setChoices(m_texts.pack(end == std::string_view::npos ? std::string_view()
+                                                                          : rest.substr(0, end)));
         } else if (line.has(Key::choices)) {
             if (const Instelling* const other = referred(line.rest(Key::choices))) {
-                setting.setChoices(other->value());
+                setting.setChoices(m_texts.pack(other->packedValue()));
             }
         }
     }
@@ -223,20 +220,21 @@ private:
         return piece;
     }
 
-    static void takeTexts(const Definition& line, Instelling& setting)
+    void takeTexts(const Definition& line, Instelling& setting) const
     {
         if (line.has(Key::max)) {
-            setting.setPackedMaxValue(line.value(Key::max));
+            setting.setMaxValue(m_texts.pack(line.value(Key::max)));
         }
         if (line.has(Key::min)) {
-            setting.setPackedMinValue(line.value(Key::min));
+            setting.setMinValue(m_texts.pack(line.value(Key::min)));
         }
-        setting.setPackedReadOnly(line.has(Key::readOnly) ? line.value(Key::readOnly) : "false");
+        setting.setReadOnly(
+            m_texts.pack(line.has(Key::readOnly) ? line.value(Key::readOnly) : "false"));
         if (line.has(Key::level)) {
-            setting.setPackedLevel(line.value(Key::level));
+            setting.setLevel(m_texts.pack(line.value(Key::level)));
         }
         if (line.has(Key::fileTypes)) {
-            setting.setPackedFileTypes(line.value(Key::fileTypes));
+            setting.setFileTypes(m_texts.pack(line.value(Key::fileTypes)));
         }
     }
 
@@ -253,6 +251,7 @@ private:
     }
 
     const RubriekenArray& m_model;
+    corma::TextArena& m_texts;
     std::string m_folder;
     std::string m_buffer;
     std::string m_chapter;
@@ -271,7 +270,7 @@ void RubriekenArray::loadDefinitions(const FileNameSet& fileNames)
         return;
     }
     corma::Defects defects(L"inr");
-    DefinitionLoader loader(*this, fileNames.globalFolder);
+    DefinitionLoader loader(*this, m_texts, fileNames.globalFolder);
     std::string converted;
     corma::ModelLines lines(file->utf8(converted));
     for (std::string_view line; lines.next(line);) {

@@ -2,6 +2,7 @@
 
 #include "foundation/text_file.h"
 #include "inifile/Ident.h"
+#include "inifile/words.h"
 #include "platform/platform.h"
 #include "settings/RubriekenArray.h"
 #include "settings/load.h"
@@ -60,8 +61,10 @@ std::string replaced(std::string_view text, std::string_view what, std::string_v
 class DescriptionLoader
 {
 public:
-    DescriptionLoader(const RubriekenArray& model, std::wstring_view globalFolder)
+    DescriptionLoader(const RubriekenArray& model, corma::TextArena& texts,
+                      std::wstring_view globalFolder)
         : m_model(model)
+        , m_texts(texts)
         , m_folder(corma::toPacked(globalFolder))
     {
         enter(corma::toPacked(corma::kHeadChapter));
@@ -86,7 +89,7 @@ public:
     {
         bool hasPicture = false;
         bool hasFileTypes = false;
-        for (std::size_t at = line.find('='); at != std::string_view::npos;
+        for (std::size_t at = corma::findNear(line, '='); at != std::string_view::npos;
              at = line.find('=', at + 1)) {
             const std::string_view before = line.substr(0, at);
             if (!hasPicture && before.ends_with(kBitmap)) {
@@ -111,8 +114,8 @@ private:
     void takePicture(std::string_view rest)
     {
         if (m_previous != nullptr) {
-            m_previous->setPackedBitmap(
-                corma::picturePath(m_folder, corma::keyValue(rest), m_buffer));
+            m_previous->setBitmap(
+                m_texts.pack(corma::picturePath(m_folder, corma::keyValue(rest), m_buffer)));
         }
     }
 
@@ -123,7 +126,7 @@ private:
         if (entry.ident.find(kSectionSign) != std::string_view::npos) {
             takeTextsApart(entry);
         } else if (m_previous != nullptr) {
-            m_previous->setDescription(entry.value);
+            m_previous->setDescription(m_texts.pack(entry.value));
         }
     }
 
@@ -131,15 +134,16 @@ private:
     void takeTextsApart(corma::ModelEntry entry)
     {
         if (m_previous != nullptr) {
-            m_previous->setPackedLongDescription(entry.value);
+            m_previous->setLongDescription(m_texts.pack(entry.value));
         }
         m_previous = m_category->settings().findPacked(replaced(entry.ident, kSectionSign, " "));
         if (m_previous != nullptr) {
-            m_previous->setPackedShortDescription(replaced(entry.value, kSectionSign, " "));
+            m_previous->setShortDescription(m_texts.pack(replaced(entry.value, kSectionSign, " ")));
         }
     }
 
     const RubriekenArray& m_model;
+    corma::TextArena& m_texts;
     std::string m_folder;
     std::string m_buffer;
     std::string m_line;
@@ -157,7 +161,7 @@ void RubriekenArray::loadDescriptions(const FileNameSet& fileNames)
         return;
     }
     corma::Defects defects(L"ind");
-    DescriptionLoader loader(*this, fileNames.globalFolder);
+    DescriptionLoader loader(*this, m_texts, fileNames.globalFolder);
     std::string converted;
     corma::ModelLines lines(file->utf8(converted));
     for (std::string_view line; lines.next(line);) {

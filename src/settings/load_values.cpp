@@ -17,9 +17,9 @@ using corma::ModelLines;
 
 namespace {
 
-std::unique_ptr<Instelling> settingOf(ModelEntry entry, Rubriek& category)
+std::unique_ptr<Instelling> settingOf(ModelEntry entry, Rubriek& category, corma::TextArena& texts)
 {
-    auto setting = std::make_unique<Instelling>(entry.ident, corma::fromPacked(entry.value));
+    auto setting = std::make_unique<Instelling>(texts.pack(entry.ident), texts.pack(entry.value));
     setting->setCategory(&category);
     return setting;
 }
@@ -28,8 +28,9 @@ std::unique_ptr<Instelling> settingOf(ModelEntry entry, Rubriek& category)
 class ValueLoader
 {
 public:
-    ValueLoader(RubriekenArray& model, Defects& defects)
+    ValueLoader(RubriekenArray& model, corma::TextArena& texts, Defects& defects)
         : m_model(model)
+        , m_texts(texts)
         , m_defects(defects)
     {
         addCategory(corma::toPacked(corma::kHeadChapter));
@@ -47,7 +48,7 @@ public:
                 addCategory(*chapter);
             }
         } else if (const auto entry = corma::splitEntry(line)) {
-            m_current->settings().addSetting(settingOf(*entry, *m_current));
+            m_current->settings().addSetting(settingOf(*entry, *m_current, m_texts));
         } else {
             m_defects.addSkipped(L'=', line, number);
         }
@@ -62,6 +63,7 @@ private:
     }
 
     RubriekenArray& m_model;
+    corma::TextArena& m_texts;
     Defects& m_defects;
     Rubriek* m_current = nullptr;
 };
@@ -70,8 +72,9 @@ private:
 class ProjectLoader
 {
 public:
-    ProjectLoader(RubriekenArray& model, Defects& defects)
+    ProjectLoader(RubriekenArray& model, corma::TextArena& texts, Defects& defects)
         : m_model(model)
+        , m_texts(texts)
         , m_defects(defects)
     {
         enter(corma::toPacked(corma::kHeadChapter));
@@ -106,15 +109,16 @@ private:
     void set(ModelEntry entry)
     {
         if (Instelling* const known = m_current->settings().findPacked(entry.ident)) {
-            known->setProjectValue(corma::fromPacked(entry.value));
+            known->setProjectValue(m_texts.pack(entry.value));
             return;
         }
-        auto setting = settingOf(entry, *m_current);
+        auto setting = settingOf(entry, *m_current, m_texts);
         setting->setIsProject(true);
         m_current->settings().addSetting(std::move(setting));
     }
 
     RubriekenArray& m_model;
+    corma::TextArena& m_texts;
     Defects& m_defects;
     Rubriek* m_current = nullptr;
 };
@@ -139,7 +143,7 @@ RubriekenArray::RubriekenArray(const corma::TextFile* stream)
         return;
     }
     Defects defects(L"ini");
-    ValueLoader loader(*this, defects);
+    ValueLoader loader(*this, m_texts, defects);
     std::string converted;
     ModelLines lines(stream->utf8(converted));
     bool wasCut = false;
@@ -161,7 +165,7 @@ void RubriekenArray::loadIniFile(const std::wstring& path)
         return;
     }
     Defects defects(L"ini");
-    ValueLoader loader(*this, defects);
+    ValueLoader loader(*this, m_texts, defects);
     m_categories.front()->description = corma::text(corma::row::kGeneralSettings);
     std::string converted;
     ModelLines lines(file->utf8(converted));
@@ -180,7 +184,7 @@ bool RubriekenArray::loadProjectFile(const std::wstring& path)
         return false;
     }
     Defects defects(L"ipr");
-    ProjectLoader loader(*this, defects);
+    ProjectLoader loader(*this, m_texts, defects);
     std::string converted;
     ModelLines lines(file->utf8(converted));
     for (std::string_view piece; lines.nextPiece(piece, corma::kLongestProjectLine);) {

@@ -1,6 +1,7 @@
 #include "settings/model_lines.h"
 
 #include "foundation/messages.h"
+#include "inifile/words.h"
 #include "settings/PackedText.h"
 #include "settings/messages.h"
 #include "settings/texts.h"
@@ -86,7 +87,7 @@ std::string normaliseLine(std::string_view line, bool* wasCut)
 
 std::optional<ModelEntry> splitEntry(std::string_view line)
 {
-    const std::size_t equals = line.find('=');
+    const std::size_t equals = findNear(line, '=');
     if (equals == std::string_view::npos) {
         return std::nullopt;
     }
