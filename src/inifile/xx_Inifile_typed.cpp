@@ -130,7 +130,8 @@ resbuf* newTextNode(std::wstring_view text)
 int xx_Inifile::getInt(wchar_t* ident, int* value, int report)
 {
     return corma::atBoundary(corma::kInifileSource, __LINE__, RTERROR, [&] {
-        return getNumber(Query {*this, ident, report}, value, corma::toInt);
+        return getNumber(Query {*this, ident, report}, value,
+                         [](std::wstring_view text) { return corma::toInt(text); });
     });
 }
 
