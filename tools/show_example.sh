@@ -31,6 +31,12 @@ run() {
     [ -z "$output" ] || printf '%s\n' "$output" | $shown | sed "s|$PWD/||; s/^/    /"
 }
 
+# Rows of the model in columns: image, name, type, value, description.
+in_columns() {
+    sed 's/^\[{//; s/}\]$//; s/},{/\n/g' \
+        | awk -F'"' '{ gsub(/[^0-9]/, "", $3); printf "%s  %-12s %-13s %-7s %s\n", $3, $6, $10, $14, $18 }'
+}
+
 wrong() {
     echo "show_example: expected $1" >&2
     failed=1
@@ -107,6 +113,18 @@ expect_line "norm/lagen.ini" includes plattegrond.ini
 
 heading "What a chapter holds, by a pattern"
 expect_line "[Wanden]DikteBuiten" find plattegrond.ini "[Wanden]Dikte*"
+
+heading "The settings model: settings with their types and descriptions, in two languages"
+shown=in_columns
+expect_line '"type":"Yes/No","value":"Yes","description":"Number rooms."' \
+    rows plattegrond.ini Ruimten --search nummeren+plinthoogte
+expect_line '"type":"Ja/Nee","value":"Ja","description":"Ruimten nummeren."' \
+    rows plattegrond.ini Ruimten --search nummeren+plinthoogte --language 19
+
+heading "What the drawing (2) and the project (1) have of that category"
+expect_line '{"image":2,"name":"Hoogte","type":"Integer","value":"2700",' \
+    rows plattegrond.ini Ruimten --hide global --drawing $drawing
+shown=cat
 
 echo
 exit $failed

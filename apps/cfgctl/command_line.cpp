@@ -13,13 +13,14 @@ namespace cfgctl {
 namespace {
 
 constexpr const char* kPurpose
-    = "Looks into configuration files: values through included files, the drawing, the project "
-      "file\n"
-      "beside it and the file itself. Shows what a drawing holds, and stores values in it.";
+    = "Looks into configuration files: values through included files, the drawing, the project\n"
+      "file beside it and the file itself. Shows the settings model: every setting with its type,\n"
+      "texts and levels. Shows what a drawing holds, and stores values in it.";
 
 constexpr const char* kExamples = R"(  cfgctl get plattegrond.ini "[Trappen]OptredeMax"
   cfgctl get plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
   cfgctl levels plattegrond.ini "[Lagen]Buitenwand"
+  cfgctl rows plattegrond.ini Plot --drawing project/woonhuis.dxf --language 19
   cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
   cfgctl get --help
 

@@ -34,7 +34,11 @@ behind "--": cfgctl get tool.ini -- -name)"},
   cfgctl find plattegrond.ini "KleurF*,KleurH*"
       two entries of the head of the file
   cfgctl find plattegrond.ini "[Wanden]Dikte*" --skip 5
-      the same without the first 5 letters of each name)"},
+      the same without the first 5 letters of each name
+  cfgctl find plattegrond.ini "[Ruimten]Hoogte,N*" --model --drawing project/woonhuis.dxf
+      through the settings model: 2700 for the height, from the drawing
+  cfgctl find plattegrond.ini "[*]XXINIFRUBR" --model
+      all chapters)"},
     CommandEntry {"levels", makeLevels, "The value of one ident at every level, strongest first",
                   R"(  cfgctl levels plattegrond.ini "[Tekst]Hoogte"
       2.5 of norm/kantoor.ini is in force, over 3.5 of plattegrond.ini
@@ -55,6 +59,30 @@ behind "--": cfgctl get tool.ini -- -name)"},
       the same with the layer, which is made in the drawing when it is not there
 
 With --drawing the drawing is made ready for what the value names, so it may be written.)"},
+    CommandEntry {"model", makeModel, "All settings with types, texts and levels, as JSON",
+                  R"(  cfgctl model plattegrond.ini
+      the categories with their settings, as the settings editor has them
+  cfgctl model plattegrond.ini --language 19
+      the same with Dutch descriptions
+  cfgctl model plattegrond.ini --project project/plattegrond.ipr
+      the values of the project on top
+  cfgctl model plattegrond.ini --drawing project/woonhuis.dxf
+      the project file beside the drawing on top, and above it what the drawing holds
+
+It prints JSON, with or without --json.)"},
+    CommandEntry {"rows", makeRows, "The settings of a category as a list shows them, as JSON",
+                  R"(  cfgctl rows plattegrond.ini Plot
+      a row for each setting: image of its level, name, type, value, description, colour
+  cfgctl rows plattegrond.ini Plot --drawing project/woonhuis.dxf --hide global
+      those only that the project or the drawing has; obsolete and read-only ones stay
+  cfgctl rows plattegrond.ini Wanden --search hoogte+lengte
+      those with "hoogte" or "lengte" in name or description
+  cfgctl rows plattegrond.ini Wanden --access 10 --fills 2
+      the list of a user of level 10, filled twice
+
+It prints JSON, with or without --json.
+Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of the project's,
+6 of both; 7 obsolete, 8 read-only.)"},
     CommandEntry {"set", makeSet, "Store a value in a drawing",
                   R"(  cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
       stores it in plan.dxf, where get finds it before that of the project and of the file

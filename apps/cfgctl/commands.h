@@ -13,6 +13,8 @@ std::unique_ptr<Command> makeLevels();
 std::unique_ptr<Command> makeIncludes();
 std::unique_ptr<Command> makeWhere();
 std::unique_ptr<Command> makeRecord();
+std::unique_ptr<Command> makeModel();
+std::unique_ptr<Command> makeRows();
 std::unique_ptr<Command> makeSet();
 std::unique_ptr<Command> makeScramble();
 std::unique_ptr<Command> makeDrawing();

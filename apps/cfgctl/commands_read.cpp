@@ -26,15 +26,20 @@ public:
                         "\"*\" stands for any text, \",\" separates alternatives",
                         m_pattern);
         syntax.option("--skip N", "Leave the first N characters of each ident out", m_skip);
-        syntax.flag("--report", "Tell when nothing is found", m_report);
+        syntax.flag("--report", "Tell when nothing is found; not with --model", m_report);
+        syntax.flag("--model",
+                    "Ask the settings model: values of drawing and project go first, and\n"
+                    "XXINIFRUBR in PATTERN lists chapters",
+                    m_asksModel);
     }
 
     Answer run(const Options& options) override
     {
         xx_Inifile file = openFile(m_file, options);
         xx_VarArray results;
+        const auto query = m_asksModel ? &xx_Inifile::getWcStringNew : &xx_Inifile::getWcString;
         Answer answer;
-        answer.status = file.getWcString(m_pattern.data(), &results, m_report ? 1 : 0, m_skip);
+        answer.status = (file.*query)(m_pattern.data(), &results, m_report ? 1 : 0, m_skip);
         Json pairs = Json::array();
         for (int i = 0; i < results.length(); ++i) {
             const std::string name = toBytes(results[i]->name());
@@ -52,6 +57,7 @@ private:
     std::wstring m_pattern;
     int m_skip = 0;
     bool m_report = false;
+    bool m_asksModel = false;
 };
 
 class Levels : public Command

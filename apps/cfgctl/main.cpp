@@ -1,9 +1,9 @@
 #include "command_line.h"
 #include "console.h"
 #include "current_drawing.h"
+#include "text.h"
 #include <corma/texts.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <span>
@@ -46,11 +46,9 @@ int run(std::span<const char* const> words)
 }
 
 // An argument that is named in the message may hold line ends.
-int tell(std::string message, int exitStatus)
+int tell(const char* message, int exitStatus)
 {
-    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
-    std::replace_if(message.begin(), message.end(), isControl, ' ');
-    std::fprintf(stderr, "cfgctl: %s\n", message.c_str());
+    std::fprintf(stderr, "cfgctl: %s\n", cfgctl::withoutControls(message).c_str());
     return exitStatus;
 }
 

@@ -89,7 +89,7 @@ std::string alignedLines(const std::vector<std::vector<std::wstring>>& rows)
 // serves as an argument again. JSON cannot hold them; there they are replaced.
 bool write(const Answer& answer, bool asJson)
 {
-    const std::string text = asJson
+    const std::string text = asJson || answer.form == Form::jsonOnly
         ? answer.document.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n'
         : answer.lines;
     const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();

@@ -12,13 +12,20 @@ namespace cfgctl {
 /// Keys come out in the order in which they are put in.
 using Json = nlohmann::ordered_json;
 
-/// What a command has to say, in both forms.
+enum class Form
+{
+    both,
+    jsonOnly // what --json gives comes out without it as well
+};
+
+/// What a command has to say.
 // NOLINTNEXTLINE(bugprone-exception-escape): moving a JSON value throws nothing
 struct Answer
 {
     int status = RTNORM;
     Json document;
     std::string lines; // the plain form, each line with its end
+    Form form = Form::both;
 
     /// Makes it that of a command that ran, but whose result could not be stored.
     void fail();
@@ -33,7 +40,7 @@ std::string plainLines(const Json& value);
 /// A table with two blanks between its columns.
 std::string alignedLines(const std::vector<std::vector<std::wstring>>& rows);
 
-/// Writes one of the forms to standard output. False when that fails.
+/// Writes one of its forms to standard output. False when that fails.
 bool write(const Answer& answer, bool asJson);
 
 } // namespace cfgctl

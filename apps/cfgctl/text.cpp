@@ -1,5 +1,6 @@
 #include "text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -111,6 +112,13 @@ std::string toBytes(std::wstring_view text)
 std::string quoted(std::wstring_view text)
 {
     return '"' + toBytes(text) + '"';
+}
+
+std::string withoutControls(std::string text)
+{
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
 }
 
 } // namespace cfgctl

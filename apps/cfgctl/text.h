@@ -15,4 +15,7 @@ std::string toBytes(std::wstring_view text);
 /// The text between double quotes, as it is shown in messages.
 std::string quoted(std::wstring_view text);
 
+/// The text with blanks in place of control characters, so that it is one line.
+std::string withoutControls(std::string text);
+
 } // namespace cfgctl

@@ -95,8 +95,11 @@ FileNameSet namesFor(std::wstring iniFile, int language)
 StartedModel startModel(const StartRequest& request)
 {
     setTextLanguage(request.language);
-    StartedModel started {namesFor(request.iniFile, request.language), nullptr, nullptr, false};
+    StartedModel started;
+    started.fileNames = namesFor(request.iniFile, request.language);
     started.model = std::make_unique<RubriekenArray>(started.fileNames);
+    // The levels above may have categories all the same.
+    started.fileFailed = started.model->empty();
     if (request.document != nullptr) {
         started.database = request.document->database();
         loadDocument(started, *request.document);

@@ -27,6 +27,7 @@ struct StartedModel
     FileNameSet fileNames;
     std::unique_ptr<RubriekenArray> model; // never null
     AcDbDatabase* database = nullptr; // of the document; null for none
+    bool fileFailed = false; // the configuration file could not be opened, as the user was told
     bool projectFailed = false; // the project file could not be opened, as the user was told
 };
 

@@ -64,7 +64,7 @@ SettingsModel::~SettingsModel() = default;
 
 bool SettingsModel::isComplete() const
 {
-    return !m_inside->started.model->empty() && !m_inside->started.projectFailed;
+    return !m_inside->started.fileFailed && !m_inside->started.projectFailed;
 }
 
 bool SettingsModel::projectMode() const

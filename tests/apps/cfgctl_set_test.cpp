@@ -170,10 +170,11 @@ TEST_F(CfgctlSet, ACommandThatChangesNothingDoesNotTouchTheDrawing)
     const std::string former = read("plan.dxf");
     const auto time = timeOf("plan.dxf");
     letFilesSettle();
-    for (Words words :
-         {Words {"get", "tool.ini", "[Tekst]Hoogte"}, Words {"find", "tool.ini", "*"},
-          Words {"levels", "tool.ini", "Maat"}, Words {"includes", "tool.ini"},
-          Words {"where", "tool.ini"}, Words {"scramble", "tool.ini", "1"}, Words {"drawing"}}) {
+    for (Words words : {Words {"get", "tool.ini", "[Tekst]Hoogte"}, Words {"find", "tool.ini", "*"},
+                        Words {"levels", "tool.ini", "Maat"}, Words {"includes", "tool.ini"},
+                        Words {"where", "tool.ini"}, Words {"model", "tool.ini"},
+                        Words {"rows", "tool.ini", "Wand"}, Words {"scramble", "tool.ini", "1"},
+                        Words {"drawing"}}) {
         words.insert(words.end(), {"--drawing=plan.dxf"});
         EXPECT_EQ(run(words).exitStatus, 0) << words.front();
         words.emplace_back("--save-as=kopie.dxf");

@@ -358,9 +358,11 @@ TEST_F(CfgctlOptions, MayStandAnywhereBehindTheCommand)
 TEST_F(CfgctlOptions, AreTakenByEveryCommand)
 {
     const Words common = {"--json", "--scramble=0", "--cache", "--module-dir=."};
-    for (Words words : {Words {"get", "tool.ini", "X"}, Words {"find", "tool.ini", "X"},
-                        Words {"levels", "tool.ini", "X"}, Words {"includes", "tool.ini"},
-                        Words {"where", "tool.ini"}, Words {"scramble", "tool.ini", "1"}}) {
+    for (Words words :
+         {Words {"get", "tool.ini", "X"}, Words {"find", "tool.ini", "X"},
+          Words {"levels", "tool.ini", "X"}, Words {"includes", "tool.ini"},
+          Words {"where", "tool.ini"}, Words {"model", "tool.ini"},
+          Words {"rows", "tool.ini", "Algemeen"}, Words {"scramble", "tool.ini", "1"}}) {
         words.insert(words.end(), common.begin(), common.end());
         const ProgramResult result = run(words);
         EXPECT_EQ(result.exitStatus, 0) << words.front() << ": " << result.err;
@@ -382,6 +384,7 @@ TEST_F(CfgctlOptions, DrawingIsTakenByEveryCommand)
                                Words {"levels", "tool.ini", "X"}, Words {"includes", "tool.ini"},
                                Words {"where", "tool.ini"}, Words {"scramble", "tool.ini", "1"},
                                Words {"record", "tool.ini", "X", "--as=vis"},
+                               Words {"model", "tool.ini"}, Words {"rows", "tool.ini", "Algemeen"},
                                Words {"set", "tool.ini", "X", "1"}, Words {"drawing"}}) {
         Words all = words;
         all.emplace_back("--drawing=werk/plan.dxf");

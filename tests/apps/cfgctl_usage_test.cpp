@@ -24,8 +24,9 @@ std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
     return row.param.sentence;
 }
 
-const std::vector<const char*> kCommands = {"get",    "find", "levels",   "includes", "where",
-                                            "record", "set",  "scramble", "drawing",  "texts"};
+const std::vector<const char*> kCommands
+    = {"get",   "find", "levels", "includes", "where",   "record",
+       "model", "rows", "set",    "scramble", "drawing", "texts"};
 
 class CfgctlUsage : public CfgctlTest, public ::testing::WithParamInterface<Row>
 {
@@ -59,9 +60,9 @@ TEST_P(CfgctlUsage, IsToldInOneLine)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, set, scramble, drawing, texts; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing, texts"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, set, scramble, drawing, texts"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, scramble, drawing, texts; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, scramble, drawing, texts"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, scramble, drawing, texts"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
@@ -162,7 +163,8 @@ TEST_F(CfgctlHelp, FitsTheScreen)
     for (const Words& words :
          {Words {"--help"}, Words {"get", "--help"}, Words {"find", "--help"},
           Words {"levels", "--help"}, Words {"scramble", "--help"}, Words {"record", "--help"},
-          Words {"set", "--help"}, Words {"drawing", "--help"}, Words {"texts", "--help"}}) {
+          Words {"model", "--help"}, Words {"rows", "--help"}, Words {"set", "--help"},
+          Words {"drawing", "--help"}, Words {"texts", "--help"}}) {
         std::istringstream lines(run(words).out);
         for (std::string line; std::getline(lines, line);) {
             EXPECT_LE(line.size(), 100U) << line;
@@ -183,6 +185,10 @@ TEST_F(CfgctlHelp, ShowsExamplesThatWork)
           Words {"levels", "plattegrond.ini", "[Plot]Schaal", "--drawing", "project/woonhuis.dxf"},
           Words {"get", "plattegrond.ini", "[Ruimten]Hoogte", "--drawing", "project/woonhuis.dxf"},
           Words {"record", "plattegrond.ini", "[Lagen]Buitenwand", "--as", "vis"},
+          Words {"find", "plattegrond.ini", "[*]XXINIFRUBR", "--model"},
+          Words {"model", "plattegrond.ini", "--language", "19"},
+          Words {"rows", "plattegrond.ini", "Plot"},
+          Words {"rows", "plattegrond.ini", "Wanden", "--search", "hoogte+lengte"},
           Words {"drawing", "--drawing", "project/woonhuis.dxf", "--json"},
           Words {"texts", "2972", "2981", "--language", "19"},
           Words {"texts", "--language", "25", "--json"}, Words {"includes", "plattegrond.ini"},
