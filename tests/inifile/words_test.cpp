@@ -84,4 +84,29 @@ TEST(CanBeAName, UnlessAnEqualsSignOrAControlCharacterIsInIt)
     EXPECT_TRUE(canBeAName(FoldedText(L"<>é ").bytes()));
 }
 
+TEST(FindNear, FindsWhatFindFinds)
+{
+    std::string text;
+    for (int i = 0; i < 60; ++i) {
+        text.push_back(static_cast<char>(i * 37 % 256));
+    }
+    for (std::size_t size = 0; size <= text.size(); ++size) {
+        const std::string_view part = std::string_view(text).substr(0, size);
+        for (int c = 0; c < 256; ++c) {
+            for (const std::size_t from : {std::size_t {0}, size / 3, size}) {
+                ASSERT_EQ(findNear(part, static_cast<char>(c), from),
+                          part.find(static_cast<char>(c), from));
+            }
+        }
+    }
+}
+
+TEST(FindNear, FindsTheFirstOfSeveral)
+{
+    EXPECT_EQ(findNear("a=b=c=d=e=f=g=h=", '='), 1U);
+    EXPECT_EQ(findNear("a=b=c=d=e=f=g=h=", '=', 2), 3U);
+    EXPECT_EQ(findNear("========", '='), 0U);
+    EXPECT_EQ(findNear("a", '=', 1), std::string_view::npos);
+}
+
 } // namespace
