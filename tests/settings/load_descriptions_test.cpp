@@ -101,6 +101,12 @@ INSTANTIATE_TEST_SUITE_P(
         DescriptionRow {"LoseTheWordFiletypesBehindABlankOnly", "A=1\n", "A=tekst,filetypes=x\n",
                         "[Algemeen] General settings\n"
                         "  A long=tekst,filetypes=x short=tekst,filetypes=x\n"},
+        DescriptionRow {"LoseTheWordFiletypesBehindASectionSignInTheShortText", "A=1\n",
+                        "A=tekst§filetypes=x\n",
+                        "[Algemeen] General settings\n  A long=tekst§filetypes=x short=tekstx\n"},
+        DescriptionRow {"OfASectionSignAndFiletypesAreFoundForTheShortText", "A§filetypes=1\n",
+                        "A§filetypes=x=y\n",
+                        "[Algemeen] General settings\n  A§filetypes long=x=y\n"},
         DescriptionRow {"LoseTheWordFiletypesBeforeTheyAreCut", "Ax=1\n", "A filetypes=x=y\n",
                         "[Algemeen] General settings\n  Ax long=y short=y\n"},
         DescriptionRow {"MayEndInReturnAndFeed", "A=1\nB=2\n", "A=x\r\nB=y",
