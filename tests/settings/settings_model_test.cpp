@@ -149,6 +149,16 @@ TEST_F(SettingsModelTest, WithoutItsProjectFileIsIncomplete)
     EXPECT_EQ(boxes(), "~/none/garden.ipr was not found.\n");
 }
 
+TEST_F(SettingsModelTest, WithoutItsFileIsIncompleteWhateverTheProjectHolds)
+{
+    ModelRequest some {.file = folder.path(L"none.ini")};
+    some.projectFile = folder.write(L"garden.ipr", "X=P\n");
+    const SettingsModel model(some);
+    EXPECT_FALSE(model.isComplete());
+    ASSERT_EQ(model.contents().size(), 1U);
+    EXPECT_EQ(model.contents()[0].settings[0].value, L"P");
+}
+
 TEST_F(SettingsModelTest, LooksAtTheDrawingWhenAskedTo)
 {
     ASSERT_TRUE(corma::newDocument(folder.path(L"drawings/house.dxf").c_str()));
