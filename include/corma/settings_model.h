@@ -104,7 +104,7 @@ struct ModelRequest
 
     /// A project file to load on top; it is made, empty, where there is none. Not looked at when
     /// the current drawing is.
-    std::optional<std::wstring> projectFile;
+    std::optional<std::wstring> projectFile {};
 
     /// Load the project file beside the current drawing, and the values that the drawing holds.
     bool withDrawing = false;

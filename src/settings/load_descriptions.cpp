@@ -17,6 +17,8 @@ namespace {
 constexpr std::string_view kSectionSign = "\xC2\xA7";
 constexpr std::string_view kBitmap = "bitmap";
 constexpr std::string_view kFileTypes = " filetypes=";
+constexpr std::string_view kSignedFileTypes = "\xC2\xA7"
+                                              "filetypes=";
 
 // Where the descriptions of a language lie: a folder of today's name, or of the name before that.
 struct LanguageFolders
@@ -89,6 +91,7 @@ public:
     {
         bool hasPicture = false;
         bool hasFileTypes = false;
+        bool hasSignedFileTypes = false;
         for (std::size_t at = corma::findNear(line, '='); at != std::string_view::npos;
              at = line.find('=', at + 1)) {
             const std::string_view before = line.substr(0, at);
@@ -96,15 +99,21 @@ public:
                 hasPicture = true;
                 takePicture(line.substr(at + 1));
             }
-            hasFileTypes = hasFileTypes || line.substr(0, at + 1).ends_with(kFileTypes);
+            const std::string_view upTo = line.substr(0, at + 1);
+            hasFileTypes = hasFileTypes || upTo.ends_with(kFileTypes);
+            hasSignedFileTypes = hasSignedFileTypes || upTo.ends_with(kSignedFileTypes);
         }
+        std::string kept;
         if (hasFileTypes) {
-            m_line = replaced(line, kFileTypes, "");
-            line = m_line;
+            kept = replaced(line, kFileTypes, "");
         }
-        const auto entry = corma::splitEntry(line);
+        const auto entry = corma::splitEntry(hasFileTypes ? kept : line);
         if (entry && m_category != nullptr) {
-            takeTexts(*entry);
+            if (hasSignedFileTypes || entry->ident.find(kSectionSign) != std::string_view::npos) {
+                takeTextsApart(*entry, line);
+            } else {
+                takeTexts(*entry);
+            }
         }
         return entry.has_value();
     }
@@ -121,24 +130,25 @@ private:
 
     void takeTexts(corma::ModelEntry entry)
     {
-        const InstellingenArray& settings = m_category->settings();
-        m_previous = settings.findPacked(entry.ident);
-        if (entry.ident.find(kSectionSign) != std::string_view::npos) {
-            takeTextsApart(entry);
-        } else if (m_previous != nullptr) {
+        m_previous = m_category->settings().findPacked(entry.ident);
+        if (m_previous != nullptr) {
             m_previous->setDescription(m_texts.pack(entry.value));
         }
     }
 
-    // The short text is cut from the line with blanks for section signs, and so is its ident.
-    void takeTextsApart(corma::ModelEntry entry)
+    // The short text is cut from the line with blanks for section signs. So is its ident, and a
+    // blank that was such a sign goes with the file types behind it.
+    void takeTextsApart(corma::ModelEntry entry, std::string_view line)
     {
-        if (m_previous != nullptr) {
-            m_previous->setLongDescription(m_texts.pack(entry.value));
+        const InstellingenArray& settings = m_category->settings();
+        if (Instelling* const setting = settings.findPacked(entry.ident)) {
+            setting->setLongDescription(m_texts.pack(entry.value));
         }
-        m_previous = m_category->settings().findPacked(replaced(entry.ident, kSectionSign, " "));
+        const std::string onOneLine = replaced(replaced(line, kSectionSign, " "), kFileTypes, "");
+        const auto shortEntry = corma::splitEntry(onOneLine);
+        m_previous = shortEntry ? settings.findPacked(shortEntry->ident) : nullptr;
         if (m_previous != nullptr) {
-            m_previous->setShortDescription(m_texts.pack(replaced(entry.value, kSectionSign, " ")));
+            m_previous->setShortDescription(m_texts.pack(shortEntry->value));
         }
     }
 
@@ -146,7 +156,6 @@ private:
     corma::TextArena& m_texts;
     std::string m_folder;
     std::string m_buffer;
-    std::string m_line;
     Rubriek* m_category = nullptr; // null for an unknown chapter
     Instelling* m_previous = nullptr; // what the ident line before found
 };

@@ -18,7 +18,7 @@ struct StartRequest
 {
     std::wstring iniFile;
     int language = kEnglish;
-    std::optional<std::wstring> projectFile; // not looked at with a document
+    std::optional<std::wstring> projectFile {}; // not looked at with a document
     AcApDocument* document = nullptr; // null: none
 };
 

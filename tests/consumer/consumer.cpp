@@ -2,11 +2,49 @@
 #include <corma/findfile.h>
 #include <corma/host.h>
 #include <corma/lookup_trace.h>
+#include <corma/settings_model.h>
+#include <corma/texts.h>
 #include <corma/xx_Inifile.h>
 #include <corma/xx_Var.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cwchar>
+#include <string>
+#include <vector>
+
+// The names in a list of settings.
+class Names : public corma::SettingList
+{
+public:
+    [[nodiscard]] short accessLevel() const override { return 0; }
+
+    std::wstring translateKey(const std::wstring& word) override { return word; }
+
+    [[nodiscard]] int selectionMark() const override { return -1; }
+
+    void setSelectionMark(int /*row*/) override { }
+
+    [[nodiscard]] int rowCount() const override { return static_cast<int>(names.size()); }
+
+    void deleteAllRows() override { names.clear(); }
+
+    void appendRow(const corma::SettingRow& row) override { names.push_back(row.name); }
+
+    void setFocus() override { }
+
+    std::vector<std::wstring> names;
+};
+
+// True when the model of a file has a setting of a category, and its list shows it.
+bool hasSetting(const wchar_t* path, const wchar_t* category, const wchar_t* ident)
+{
+    const corma::SettingsModel model({.file = path});
+    Names list;
+    model.fillList(category, list, L"", {});
+    return model.isComplete() && model.hasCategory(category) && corma::textLanguage() == 9
+        && std::find(list.names.begin(), list.names.end(), ident) != list.names.end();
+}
 
 // Looks one ident of a file up: consumer FILE.
 int main(int argc, char** argv)
@@ -23,5 +61,5 @@ int main(int argc, char** argv)
         return 1;
     }
     std::printf("%ls\n", value);
-    return std::wcscmp(value, L"2.5") == 0 ? 0 : 1;
+    return std::wcscmp(value, L"2.5") == 0 && hasSetting(path, L"Tekst", L"Hoogte") ? 0 : 1;
 }

@@ -1,4 +1,5 @@
 #include "foundation/text_file.h"
+#include "platform/text.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>
@@ -72,6 +73,63 @@ INSTANTIATE_TEST_SUITE_P(
                       Row {"OnlyAUtf16Mark", "\xFF\xFE", L""}, Row {"AnEmptyFile", "", L""},
                       Row {"NulBytesAreThere", "a\0b"s, L"a\0b"s}),
     [](const auto& row) { return row.param.sentence; });
+
+struct Utf8Row
+{
+    const char* sentence;
+    std::string bytes;
+    OpenMode mode;
+    std::string utf8;
+    bool isConverted;
+};
+
+class Utf8OfAFile : public ::testing::TestWithParam<Utf8Row>
+{
+};
+
+TEST_P(Utf8OfAFile, IsWellFormed)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", GetParam().bytes), GetParam().mode);
+    ASSERT_TRUE(file);
+    std::string converted = "former text";
+    const std::string_view text = file->utf8(converted);
+    EXPECT_EQ(text, GetParam().utf8);
+    EXPECT_TRUE(isUtf8(text));
+    EXPECT_EQ(text.data() == file->bytes().data(), !GetParam().isConverted);
+    EXPECT_EQ(fromUtf8(text), textOf(*file));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    TextFile, Utf8OfAFile,
+    ::testing::Values(Utf8Row {"AnEmptyFile", "", OpenMode::text, "", false},
+                      Utf8Row {"AsciiIsItself", "A=1\r\n", OpenMode::text, "A=1\r\n", false},
+                      Utf8Row {"Utf8IsItself", "m\xC2\xB2", OpenMode::text, "m\xC2\xB2", false},
+                      Utf8Row {"TheMarkIsNoPartOfIt", "\xEF\xBB\xBFm\xC2\xB2", OpenMode::text,
+                               "m\xC2\xB2", false},
+                      Utf8Row {"Windows1252IsConverted", "m\xB2 \x80", OpenMode::text,
+                               "m\xC2\xB2 \xE2\x82\xAC", true},
+                      Utf8Row {"BrokenUtf8BehindAMarkIsMended", "\xEF\xBB\xBF\xE9z", OpenMode::text,
+                               "\xEF\xBF\xBDz", true},
+                      Utf8Row {"Utf16IsWhatItWasTurnedInto", "\xFF\xFE\xAC\x20", OpenMode::text,
+                               "\xE2\x82\xAC", false},
+                      Utf8Row {"BytesAsTheyAreAreConvertedWhateverTheyLookLike", "\xC2\xB2",
+                               OpenMode::binary, "\xC3\x82\xC2\xB2", true},
+                      Utf8Row {"NulBytesAreKept", "a\0\xE9"s, OpenMode::text, "a\0\xC3\xA9"s,
+                               true}),
+    [](const auto& row) { return row.param.sentence; });
+
+TEST(TextFile, ItsUtf8IsThatOfTheLastRefresh)
+{
+    const TempFolder folder;
+    const auto file = xx_openUnicode(folder.write(L"a.ini", "one"), OpenMode::text);
+    std::string converted;
+    EXPECT_EQ(file->utf8(converted), "one");
+    folder.write(L"a.ini", "t\xE9");
+    EXPECT_EQ(file->utf8(converted), "one");
+    EXPECT_TRUE(file->refresh());
+    EXPECT_EQ(file->utf8(converted), "t\xC3\xA9");
+}
 
 TEST(TextFile, CannotBeOpenedWhenItIsNoFile)
 {

@@ -302,6 +302,69 @@ TEST(Exists, InAnyCase)
     EXPECT_FALSE(exists(folder.path(L"sub/none")));
 }
 
+TEST(EnsureFile, MakesAnEmptyFile)
+{
+    const TempFolder folder;
+    EXPECT_TRUE(ensureFile(folder.path(L"a")));
+    EXPECT_TRUE(folder.has(L"a"));
+    EXPECT_EQ(folder.read(L"a"), "");
+}
+
+TEST(EnsureFile, LeavesAFileThatIsThere)
+{
+    const TempFolder folder;
+    const auto path = folder.write(L"Sub/Tool.ipr", "A=1\n");
+    const auto before = fileStamp(toNative(path));
+    EXPECT_TRUE(ensureFile(path));
+    EXPECT_TRUE(ensureFile(folder.path(L"sub/TOOL.IPR"))) << "it is known in any case";
+    EXPECT_EQ(fileStamp(toNative(path)), before);
+    EXPECT_EQ(folder.read(L"Sub/Tool.ipr"), "A=1\n");
+    EXPECT_FALSE(folder.has(L"sub"));
+}
+
+TEST(EnsureFile, TakesAFileThatCannotBeWritten)
+{
+    const TempFolder folder;
+    const auto path = folder.write(L"a", "x");
+    ASSERT_EQ(::chmod(toNative(path).c_str(), 0400), 0);
+    EXPECT_TRUE(ensureFile(path));
+    EXPECT_EQ(folder.read(L"a"), "x");
+}
+
+TEST(EnsureFile, RefusesWhatIsNoFileAndMakesNoFolders)
+{
+    const TempFolder folder;
+    EXPECT_FALSE(ensureFile(folder.path()));
+    EXPECT_FALSE(ensureFile(folder.path(L"none/a")));
+    EXPECT_FALSE(folder.has(L"none"));
+    EXPECT_FALSE(ensureFile(L"/dev/null"));
+    EXPECT_FALSE(ensureFile(L""));
+    const auto pipe = toNative(folder.path(L"pipe"));
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_FALSE(ensureFile(folder.path(L"pipe")));
+}
+
+TEST(TemporaryFolder, IsThereAndHasNoSeparatorAtItsEnd)
+{
+    const TempFolder folder;
+    const std::wstring before = temporaryFolder();
+    EXPECT_TRUE(exists(before));
+    EXPECT_FALSE(isSeparator(before.back()));
+    const auto variable = environmentVariable(L"TMPDIR");
+    ::setenv("TMPDIR", toNative(folder.path() + L"//").c_str(), 1);
+    EXPECT_EQ(temporaryFolder(), folder.path());
+    ::setenv("TMPDIR", "/", 1);
+    EXPECT_EQ(temporaryFolder(), L"/") << "the root is nothing but its separator";
+    ::setenv("TMPDIR", toNative(folder.path(L"none")).c_str(), 1);
+    EXPECT_EQ(temporaryFolder(), L"/tmp") << "one that is not there does not count";
+    if (variable) {
+        ::setenv("TMPDIR", toNative(*variable).c_str(), 1);
+    } else {
+        ::unsetenv("TMPDIR");
+    }
+    EXPECT_EQ(temporaryFolder(), before);
+}
+
 TEST(Environment, VariablesAndTheProgram)
 {
     ::setenv("CORMA_TEST_VARIABLE", "w\xC3\xA9", 1);

@@ -33,6 +33,32 @@ TEST(CaseFolding, DoesNotDependOnTheLocale)
     std::setlocale(LC_ALL, before.c_str());
 }
 
+TEST(LowerCase, IsThatOfEachCharacter)
+{
+    EXPECT_EQ(lowerCase(L"TEKST Hoogte 1.INI"), L"tekst hoogte 1.ini");
+    EXPECT_EQ(lowerCase(L"COÖRDINAAT ВЫСОТА ŁÓDŹ"), L"coördinaat высота łódź");
+    EXPECT_EQ(lowerCase(L""), L"");
+    EXPECT_EQ(lowerCase(L"straße ½ §"), L"straße ½ §");
+    EXPECT_EQ(lowerCase(L"\x10400"), L"\x10428") << "beyond the first plane";
+}
+
+TEST(LowerCase, KeepsTheNumberOfCharacters)
+{
+    EXPECT_EQ(lowerCase(L"\x0130"
+                        L"A")
+                  .size(),
+              2U)
+        << "the dotted capital I has no small letter of one character";
+}
+
+TEST(LowerCase, DoesNotDependOnTheLocale)
+{
+    const std::string before = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "tr_TR.UTF-8");
+    EXPECT_EQ(lowerCase(L"TITEL"), L"titel");
+    std::setlocale(LC_ALL, before.c_str());
+}
+
 TEST(Utf8, GoesBothWays)
 {
     const std::wstring text = L"aé€\x1F600";
