@@ -330,7 +330,7 @@ public:
 
     void* insertItem(const std::wstring& text, void* parent) override
     {
-        items.push_back(std::make_unique<Item>(text, static_cast<Item*>(parent)));
+        items.push_back(std::make_unique<Item>(Item {text, static_cast<Item*>(parent)}));
         return items.back().get();
     }
 

@@ -107,8 +107,6 @@ TEST_P(PiecesOfAText, AreTakenOneByOne)
     EXPECT_EQ(all, withoutEnds);
 }
 
-using Sizes = std::vector<std::size_t>;
-
 INSTANTIATE_TEST_SUITE_P(
     ModelLines, PiecesOfAText,
     ::testing::Values(
