@@ -35,10 +35,11 @@ std::uint32_t NameIndex::hashOf(std::string_view name)
 
 void NameIndex::makeRoom()
 {
-    if ((m_size + 1) * 2 <= m_slots.size()) {
+    if ((m_size + 1) * 4 <= m_slots.size() * 3) {
         return;
     }
-    std::vector<Slot> former(m_slots.empty() ? kFewestSlots : m_slots.size() * 2);
+    // In large steps, since each takes all names to other places.
+    std::vector<Slot> former(m_slots.empty() ? kFewestSlots : m_slots.size() * 4);
     former.swap(m_slots);
     for (const Slot& entry : former) {
         if (entry.place != 0) {

@@ -25,6 +25,22 @@ using Size = std::uint32_t;
 constexpr std::size_t kBlockStep = 4; // bytes; the lowest bits of an address are for other use
 constexpr std::size_t kChunkSize = 65'536; // bytes
 
+// The number that the bytes of a word make, the first one lowest; 1 to 7 of them. It is made of
+// pieces that may overlap, since a copy of so few bytes costs more than that.
+std::uint64_t numberOf(std::string_view bytes)
+{
+    const auto piece = [&](std::size_t at, auto number) {
+        std::memcpy(&number, bytes.data() + at, sizeof number);
+        return std::uint64_t {number} << (8 * at);
+    };
+    const std::size_t size = bytes.size();
+    if (size >= sizeof(std::uint32_t)) {
+        return piece(0, std::uint32_t {}) | piece(size - sizeof(std::uint32_t), std::uint32_t {});
+    }
+    return piece(0, std::uint8_t {}) | piece(size / 2, std::uint8_t {})
+        | piece(size - 1, std::uint8_t {});
+}
+
 std::size_t blockSize(std::string_view bytes)
 {
     return sizeof(Size) + bytes.size();
@@ -129,11 +145,7 @@ std::optional<PackedText::Word> PackedText::wordWithoutBlock(std::string_view by
     if (bytes.empty()) {
         return kEmpty;
     }
-    Word word = 0;
-    for (std::size_t i = bytes.size(); i-- != 0;) {
-        word = (word << 8U) | static_cast<unsigned char>(bytes[i]);
-    }
-    return (word << 8U) | (bytes.size() * 2 + kInside);
+    return (numberOf(bytes) << 8U) | (bytes.size() << 1U) | kInside;
 }
 
 void PackedText::assign(std::string_view bytes)

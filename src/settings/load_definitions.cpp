@@ -10,6 +10,9 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstdint>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -38,16 +41,40 @@ struct KeyName
 };
 
 constexpr std::array kKeyNames = {
+    KeyName {Key::access, "access"},
+    KeyName {Key::choices, "choices"},
+    KeyName {Key::fileTypes, "filetypes"},
+    KeyName {Key::bitmap, "bitmap"},
     KeyName {Key::max, "max"},
     KeyName {Key::min, "min"},
-    KeyName {Key::access, "access"},
-    KeyName {Key::rgb, "rgb"},
-    KeyName {Key::bitmap, "bitmap"},
     KeyName {Key::readOnly, "readonly"},
-    KeyName {Key::choices, "choices"},
     KeyName {Key::level, "level"},
-    KeyName {Key::fileTypes, "filetypes"},
+    KeyName {Key::rgb, "rgb"},
 };
+
+// The rows of the table with a name that ends in a letter, a bit for each: none for most letters,
+// so that most words of a line are told from keys at once.
+constexpr auto kRowsByEnd = [] {
+    std::array<std::uint16_t, 128> rows {};
+    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
+        rows[static_cast<std::size_t>(kKeyNames[i].name.back())] |= 1U << i;
+    }
+    return rows;
+}();
+
+// The key that a text ends with.
+std::optional<Key> keyBehind(std::string_view text)
+{
+    const auto end = static_cast<unsigned char>(text.empty() ? '\0' : text.back());
+    for (unsigned rows = end < kRowsByEnd.size() ? kRowsByEnd[end] : 0U; rows != 0;
+         rows &= rows - 1) {
+        const KeyName& key = kKeyNames[static_cast<std::size_t>(std::countr_zero(rows))];
+        if (text.ends_with(key.name)) {
+            return key.key;
+        }
+    }
+    return std::nullopt;
+}
 
 // A line of the file. A key counts where it stands first, in whatever part of the line: it needs no
 // blank before it.
@@ -89,16 +116,13 @@ private:
 
     void note(std::size_t equals)
     {
-        const std::string_view before = m_line.substr(0, equals);
-        for (const KeyName& key : kKeyNames) {
-            // The letter at the end tells most keys and other words apart.
-            if (!before.empty() && before.back() == key.name.back() && before.ends_with(key.name)) {
-                keepFirst(key.key, equals + 1);
-                if (key.key == Key::choices && m_line.substr(equals + 1).starts_with('{')) {
-                    keepFirst(Key::choiceList, equals + 2);
-                }
-                return;
-            }
+        const auto key = keyBehind(m_line.substr(0, equals));
+        if (!key) {
+            return;
+        }
+        keepFirst(*key, equals + 1);
+        if (key == Key::choices && m_line.substr(equals + 1).starts_with('{')) {
+            keepFirst(Key::choiceList, equals + 2);
         }
     }
 
