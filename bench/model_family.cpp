@@ -70,9 +70,10 @@ public:
     void writeTo(const std::string& folder)
     {
         std::filesystem::create_directories(folder + "/LanNL");
-        write(folder + "/tool.ini", m_values);
-        write(folder + "/tool.inr", m_definitions);
-        write(folder + "/LanNL/tool.ind", m_descriptions);
+        const std::vector<std::string> paths = pathsIn(folder);
+        write(paths[0], m_values);
+        write(paths[1], m_definitions);
+        write(paths[2], m_descriptions);
     }
 
 private:
@@ -99,7 +100,6 @@ private:
         if (!out.flush()) {
             throw std::runtime_error("cannot write " + path);
         }
-        m_family.paths.push_back(path);
         m_family.bytes += bytes.size();
     }
 
@@ -115,6 +115,11 @@ private:
 FileNameSet namesIn(const std::string& folder)
 {
     return FileNameSet::of(platform::fromNative(folder + "/"), L"tool.ini", kDutch);
+}
+
+std::vector<std::string> pathsIn(const std::string& folder)
+{
+    return {folder + "/tool.ini", folder + "/tool.inr", folder + "/LanNL/tool.ind"};
 }
 
 ModelFamily makeFamily(const std::string& folder, std::size_t settings, std::size_t categories)

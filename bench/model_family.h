@@ -14,7 +14,6 @@ namespace corma::bench {
 struct ModelFamily
 {
     FileNameSet names;
-    std::vector<std::string> paths; // of the three files
     std::size_t bytes = 0; // of all three
     std::size_t settings = 0;
     std::size_t categories = 0;
@@ -23,8 +22,9 @@ struct ModelFamily
     [[nodiscard]] std::string form() const { return std::to_string(categories) + " categ."; }
 };
 
-/// The names of the family in a folder.
+/// The names of the family in a folder, and the paths of its three files.
 FileNameSet namesIn(const std::string& folder);
+std::vector<std::string> pathsIn(const std::string& folder);
 
 /// Writes a family into a folder that exists. The settings are spread evenly over the categories.
 ModelFamily makeFamily(const std::string& folder, std::size_t settings, std::size_t categories);

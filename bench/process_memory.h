@@ -1,6 +1,6 @@
 #pragma once
 
-// What a process uses of the memory.
+// What a process uses of the memory, and measuring in a process of its own.
 
 #include <string>
 #include <vector>

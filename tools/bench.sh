@@ -1,7 +1,7 @@
 #!/bin/sh
-# Measures times and memory of the settings store and of drawings, and prints them as tables, each
+# Measures times and memory of the settings store, of its model and of drawings, and prints them as tables, each
 # number beside what the machine needs at least for it and beside our aim. The single runs go to
-# bench.json and bench_drawing.json.
+# bench.json, bench_model.json and bench_drawing.json.
 # Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 
@@ -10,6 +10,8 @@ drawings=$1/bench/drawings
 echo "bench: measuring for some three minutes"
 "$1/bin/corma_bench" --benchmark_out="$1/bench.json" --benchmark_out_format=json
 "$1/bin/corma_bench_memory"
+"$1/bin/corma_bench_model" --benchmark_out="$1/bench_model.json" --benchmark_out_format=json
+"$1/bin/corma_bench_model_memory"
 "$1/bin/corma_bench_drawing" "$drawings" --benchmark_repetitions=5 \
     --benchmark_out="$1/bench_drawing.json" --benchmark_out_format=json
 "$1/bin/corma_bench_drawing_memory" "$drawings"
