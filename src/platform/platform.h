@@ -95,6 +95,9 @@ std::int64_t fileClock();
 /// True when there is a file, folder or device of that name, in any case of its letters.
 bool exists(std::wstring_view path);
 
+/// True when there is a regular file that can be opened for reading.
+bool isReadable(std::wstring_view path);
+
 /// Makes an empty file unless there is one of that name, which stays as it is. True when there is
 /// then a file that can be read.
 [[nodiscard]] bool ensureFile(std::wstring_view path);

@@ -59,11 +59,6 @@ bool loadProject(StartedModel& started, const std::wstring& projectFile)
     return isLoaded;
 }
 
-bool canBeRead(const std::wstring& path)
-{
-    return platform::readFile(platform::locate(path)).has_value();
-}
-
 void loadDocument(StartedModel& started, AcApDocument& document)
 {
     SplitName parts = split(platform::nativeSeparators(document.fileName()));
@@ -74,8 +69,9 @@ void loadDocument(StartedModel& started, AcApDocument& document)
     started.fileNames.drawingName = std::move(parts.name);
     const std::wstring project = started.fileNames.projectFolder + started.fileNames.projectName;
     // A start does not make a project: most drawings are part of none.
-    if (canBeRead(project)) {
-        started.projectFailed = !started.model->loadProjectFile(project);
+    if (platform::isReadable(project) && !started.model->loadProjectFile(project)) {
+        started.projectFailed = true;
+        tellCannotOpen(project);
     }
     started.model->loadDrawing(started.database, started.fileNames);
 }

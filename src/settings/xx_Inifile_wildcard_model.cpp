@@ -67,7 +67,7 @@ struct StreamOf
 void loadProject(RubriekenArray& model, const std::wstring& drawingFolder, const std::wstring& base)
 {
     const std::wstring path = drawingFolder + base;
-    if (xx_openUnicode(path + L".ini", corma::OpenMode::text) != nullptr) {
+    if (corma::platform::isReadable(path + L".ini")) {
         // A query tells nothing: one that cannot be opened has no values.
         static_cast<void>(model.loadProjectFile(path + L".ipr"));
     }

@@ -302,6 +302,19 @@ TEST(Exists, InAnyCase)
     EXPECT_FALSE(exists(folder.path(L"sub/none")));
 }
 
+TEST(IsReadable, TellsFilesFromAllElse)
+{
+    const TempFolder folder;
+    const auto path = folder.write(L"Tool.ini", "");
+    EXPECT_TRUE(isReadable(path));
+    EXPECT_TRUE(isReadable(folder.path(L"TOOL.INI")));
+    EXPECT_FALSE(isReadable(folder.path(L"other.ini")));
+    EXPECT_FALSE(folder.has(L"other.ini"));
+    EXPECT_FALSE(isReadable(folder.path()));
+    EXPECT_FALSE(isReadable(L"/dev/null"));
+    EXPECT_FALSE(isReadable(L""));
+}
+
 TEST(EnsureFile, MakesAnEmptyFile)
 {
     const TempFolder folder;

@@ -252,13 +252,28 @@ bool exists(std::wstring_view path)
     return ::stat(exact.c_str(), &status) == 0 || ::stat(locate(path).c_str(), &status) == 0;
 }
 
-bool ensureFile(std::wstring_view path)
+namespace {
+
+// A device or pipe is opened without waiting for it, only to be refused.
+bool opensFile(std::wstring_view path, int flags)
 {
     constexpr mode_t kAnyone = 0666; // less what the process masks
     const Descriptor file(
-        ::open(locate(path).c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, kAnyone));
+        ::open(locate(path).c_str(), flags | O_RDONLY | O_CLOEXEC | O_NONBLOCK, kAnyone));
     struct stat status = {};
     return file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+bool isReadable(std::wstring_view path)
+{
+    return opensFile(path, 0);
+}
+
+bool ensureFile(std::wstring_view path)
+{
+    return opensFile(path, O_CREAT);
 }
 
 std::optional<FileContent> readFile(const NativePath& path)
