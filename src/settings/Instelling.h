@@ -20,7 +20,7 @@ namespace corma {
 
 inline constexpr std::string_view kPackedNotFoundMarker = "***KV_BESTAAT_NIET***";
 
-/// What a category and a setting are called when nothing else is told.
+/// What a setting is called when nothing else is told.
 inline constexpr std::wstring_view kNoName = L"(no name)";
 
 } // namespace corma

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -52,24 +51,11 @@ constexpr std::array kKeyNames = {
     KeyName {Key::rgb, "rgb"},
 };
 
-// The rows of the table with a name that ends in a letter, a bit for each: none for most letters,
-// so that most words of a line are told from keys at once.
-constexpr auto kRowsByEnd = [] {
-    std::array<std::uint16_t, 128> rows {};
-    for (std::size_t i = 0; i < kKeyNames.size(); ++i) {
-        rows[static_cast<std::size_t>(kKeyNames[i].name.back())] |= 1U << i;
-    }
-    return rows;
-}();
-
-// The key that a text ends with.
+// The key that a text ends with. The last letter tells most words from most keys.
 std::optional<Key> keyBehind(std::string_view text)
 {
-    const auto end = static_cast<unsigned char>(text.empty() ? '\0' : text.back());
-    for (unsigned rows = end < kRowsByEnd.size() ? kRowsByEnd[end] : 0U; rows != 0;
-         rows &= rows - 1) {
-        const KeyName& key = kKeyNames[static_cast<std::size_t>(std::countr_zero(rows))];
-        if (text.ends_with(key.name)) {
+    for (const KeyName& key : kKeyNames) {
+        if (!text.empty() && text.back() == key.name.back() && text.ends_with(key.name)) {
             return key.key;
         }
     }
