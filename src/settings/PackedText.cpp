@@ -88,7 +88,9 @@ char32_t surrogateAt(std::string_view bytes, std::size_t at)
 
 char* addressOf(std::uint64_t word)
 {
-    return reinterpret_cast<char*>(static_cast<std::uintptr_t>(word));
+    char* address = nullptr;
+    std::memcpy(&address, &word, sizeof address);
+    return address;
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // drawing as well.
 
 #include "foundation/at_boundary.h"
+#include "foundation/messages.h"
 #include "foundation/text_file.h"
 #include "foundation/wide_text.h"
 #include "host/host.h"
@@ -102,8 +103,9 @@ bool list(const Rubriek& category, const Query& query, std::size_t skip, xx_VarA
         for (const Instelling* const setting :
              category.settings().filterByPattern(query.idents.c_str())) {
             const std::wstring ident = setting->name();
-            const std::wstring name = isHead ? ident.substr(std::min(skip, ident.size()))
-                                             : L'[' + chapter + L']' + ident;
+            const std::wstring name = isHead
+                ? ident.substr(std::min(skip, ident.size()))
+                : corma::formatted(L"[%s]%s", chapter.c_str(), ident.c_str());
             append(results, name, setting->value());
             hasListed = true;
         }
