@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 #include <charconv>
 #include <iostream>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -37,6 +38,11 @@ template<class Number> Number numberIn(const std::string& text, const std::strin
     const char* const begin = text.data() + (hasPlus ? 1 : 0);
     const char* const end = text.data() + text.size();
     const auto [behind, error] = std::from_chars(begin, end, number);
+    if (error == std::errc::result_out_of_range) {
+        using Limits = std::numeric_limits<Number>;
+        throw UsageError(name + " is out of range: \"" + text + "\"; pass a whole number from "
+                         + std::to_string(Limits::min()) + " to " + std::to_string(Limits::max()));
+    }
     if (error != std::errc() || behind != end) {
         throw UsageError(name + " is no whole number that can be used: \"" + text
                          + "\"; pass one such as 7");

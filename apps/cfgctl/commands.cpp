@@ -80,7 +80,8 @@ It prints JSON, with or without --json.)"},
   cfgctl rows plattegrond.ini Wanden --access 10 --fills 2
       the list of a user of level 10, filled twice
 
-It prints JSON, with or without --json.
+It prints JSON, with or without --json. The values of options are shown as they are stored: this
+version does not look them up in a translation database.
 Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of the project's,
 6 of both; 7 obsolete, 8 read-only.)"},
     CommandEntry {"set", makeSet, "Store a value in a drawing",

@@ -29,7 +29,8 @@ public:
         syntax.flag("--report", "Tell when nothing is found; not with --model", m_report);
         syntax.flag("--model",
                     "Ask the settings model: values of drawing and project go first, and\n"
-                    "XXINIFRUBR in PATTERN lists chapters",
+                    "XXINIFRUBR in PATTERN lists chapters. A project file is made, empty,\n"
+                    "where FILE lies beside a drawing that has none",
                     m_asksModel);
     }
 
