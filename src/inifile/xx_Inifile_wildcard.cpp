@@ -2,27 +2,19 @@
 #include "foundation/messages.h"
 #include "foundation/wide_text.h"
 #include "host/host.h"
+#include "inifile/wildcard_results.h"
 #include "inifile/xx_Inifile_private.h"
 #include <corma/xx_Var.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace {
 
 constexpr const wchar_t* kNotFound = L"%s not found in configurationfile";
 
-// Chapters themselves are listed when this fits the pattern for idents.
-constexpr const wchar_t* kChapterMarker = L"XXINIFRUBR";
-
 constexpr std::size_t kLongestLineHere = 2999;
 constexpr std::size_t kLongestName = 2999;
 constexpr std::size_t kLongestValue = 2999; // of one in a drawing
-
-void append(xx_VarArray& results, const std::wstring& name, const std::wstring& value)
-{
-    results.append(std::make_unique<xx_Var>(name.c_str(), value.c_str()).release());
-}
 
 // Collects the pairs of one file from its scan.
 class WildcardSink
@@ -35,7 +27,7 @@ public:
         , m_chapterPattern(pattern.prefix.empty() ? L"" : pattern.chapter())
         , m_identPattern(pattern.name)
         , m_hasChapterPattern(!pattern.prefix.empty())
-        , m_listsChapters(acutWcMatch(kChapterMarker, m_identPattern.c_str()) == RTNORM)
+        , m_listsChapters(acutWcMatch(corma::kChapterMarker, m_identPattern.c_str()) == RTNORM)
         , m_isIn(!m_hasChapterPattern)
     {
     }
@@ -61,7 +53,7 @@ public:
         if (m_isIn) {
             m_chapter = text;
             if (m_listsChapters) {
-                append(*m_results, m_chapter, L"");
+                corma::appendPair(*m_results, m_chapter, L"");
             }
         }
         return true;
@@ -84,7 +76,7 @@ private:
     void add(const std::wstring& ident, std::string_view fileValue)
     {
         const std::wstring name = (m_chapter + ident).substr(0, kLongestName);
-        append(*m_results, name, valueFor(ident, fileValue));
+        corma::appendPair(*m_results, name, valueFor(ident, fileValue));
         m_foundOne = true;
     }
 

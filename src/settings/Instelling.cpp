@@ -1,29 +1,10 @@
 #include "settings/Instelling.h"
 
 #include "foundation/wide_text.h"
+#include "settings/description.h"
 #include "settings/texts.h"
 
 #include <utility>
-
-namespace {
-
-constexpr std::string_view kSectionSign = "\xC2\xA7";
-
-// A line break of the long description is a blank in the short one.
-std::string onOneLine(std::string_view text)
-{
-    std::string line;
-    line.reserve(text.size());
-    std::size_t at = 0;
-    for (std::size_t sign = text.find(kSectionSign); sign != std::string_view::npos;
-         sign = text.find(kSectionSign, at)) {
-        line.append(text.substr(at, sign - at)).append(1, ' ');
-        at = sign + kSectionSign.size();
-    }
-    return line.append(text.substr(at));
-}
-
-} // namespace
 
 Instelling::Instelling(const wchar_t* name, const wchar_t* value, const wchar_t* description,
                        SettingType type)
@@ -78,14 +59,14 @@ void Instelling::setLongDescription(std::wstring_view text)
 void Instelling::setLongDescription(corma::PackedText text)
 {
     if (m_shortFollowsLong) {
-        setShortDescription(corma::PackedText(onOneLine(m_longDescription.bytes())));
+        setShortDescription(corma::PackedText(corma::onOneLine(m_longDescription.bytes())));
     }
     m_longDescription = std::move(text);
 }
 
 std::wstring Instelling::shortDescription() const
 {
-    return m_shortFollowsLong ? corma::fromPacked(onOneLine(m_longDescription.bytes()))
+    return m_shortFollowsLong ? corma::fromPacked(corma::onOneLine(m_longDescription.bytes()))
                               : m_shortDescription.wide();
 }
 

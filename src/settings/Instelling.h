@@ -13,12 +13,7 @@
 
 class Rubriek;
 
-/// Stands for the value of a level that has none. A real value equal to it counts as none.
-inline constexpr const wchar_t* NOT_FOUND_MARKER = L"***KV_BESTAAT_NIET***";
-
 namespace corma {
-
-inline constexpr std::string_view kPackedNotFoundMarker = "***KV_BESTAAT_NIET***";
 
 /// What a setting is called when nothing else is told.
 inline constexpr std::wstring_view kNoName = L"(no name)";

@@ -1,7 +1,6 @@
 #include "settings/PackedText.h"
 
 #include "platform/text.h"
-#include "settings/Instelling.h"
 
 #include <algorithm>
 #include <bit>
@@ -11,6 +10,17 @@
 namespace corma {
 
 namespace {
+
+constexpr std::string_view kPackedMarker = "***KV_BESTAAT_NIET***";
+
+// The same characters as bytes.
+constexpr bool isMarker(std::wstring_view text)
+{
+    return std::equal(text.begin(), text.end(), kPackedMarker.begin(), kPackedMarker.end(),
+                      [](wchar_t a, char b) { return a == static_cast<wchar_t>(b); });
+}
+
+static_assert(isMarker(NOT_FOUND_MARKER));
 
 constexpr std::size_t kMostInside = 7; // bytes
 constexpr char32_t kSurrogates = 0xD800;
@@ -134,7 +144,7 @@ std::string_view PackedText::bytes() const
         return {};
     }
     if (m_word == kMarker) {
-        return kPackedNotFoundMarker;
+        return kPackedMarker;
     }
     return textOf(addressOf(m_word & ~kBorrowed));
 }
@@ -142,7 +152,7 @@ std::string_view PackedText::bytes() const
 std::optional<PackedText::Word> PackedText::wordWithoutBlock(std::string_view bytes)
 {
     if (bytes.size() > kMostInside) {
-        return bytes == kPackedNotFoundMarker ? std::optional(kMarker) : std::nullopt;
+        return bytes == kPackedMarker ? std::optional(kMarker) : std::nullopt;
     }
     if (bytes.empty()) {
         return kEmpty;

@@ -9,6 +9,9 @@
 #include <utility>
 #include <vector>
 
+/// Stands for the value of a level that has none. A real value equal to it counts as none.
+inline constexpr const wchar_t* NOT_FOUND_MARKER = L"***KV_BESTAAT_NIET***";
+
 namespace corma {
 
 /// UTF-8 of a text, in which surrogates that stand alone are kept, too: bytes of a path that are no

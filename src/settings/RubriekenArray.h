@@ -44,7 +44,7 @@ public:
     explicit RubriekenArray(const FileNameSet& fileNames);
 
     /// Loads an open configuration file alone, for queries. Its lines lose blanks as
-    /// normalisedLine() tells. Null is told as a file that was not found.
+    /// normaliseLine() tells. Null is told as a file that was not found.
     explicit RubriekenArray(const corma::TextFile* stream);
 
     RubriekenArray(const RubriekenArray&) = delete;

@@ -5,20 +5,20 @@
 #include "inifile/words.h"
 #include "platform/platform.h"
 #include "settings/RubriekenArray.h"
+#include "settings/description.h"
 #include "settings/load.h"
 #include "settings/model_lines.h"
 
 #include <algorithm>
 #include <array>
-#include <utility>
+#include <optional>
 
 namespace {
 
-constexpr std::string_view kSectionSign = "\xC2\xA7";
-constexpr std::string_view kBitmap = "bitmap";
+constexpr std::string_view kBitmap = "bitmap=";
 constexpr std::string_view kFileTypes = " filetypes=";
-constexpr std::string_view kSignedFileTypes = "\xC2\xA7"
-                                              "filetypes=";
+constexpr std::string_view kFileTypesBehindBreak = "\xC2\xA7"
+                                                   "filetypes=";
 
 // Where the descriptions of a language lie: a folder of today's name, or of the name before that.
 struct LanguageFolders
@@ -48,16 +48,26 @@ std::wstring pathOf(const FileNameSet& names)
     return corma::platform::exists(path) ? path : in(folders.formerFolder);
 }
 
-std::string replaced(std::string_view text, std::string_view what, std::string_view by)
+// The keys that a line holds, in whatever part of it.
+struct Keys
 {
-    std::string result;
-    for (std::size_t found = text.find(what); found != std::string_view::npos;
-         found = text.find(what)) {
-        result.append(text.substr(0, found)).append(by);
-        text.remove_prefix(found + what.size());
+    explicit Keys(std::string_view line)
+    {
+        for (std::size_t at = corma::findNear(line, '='); at != std::string_view::npos;
+             at = line.find('=', at + 1)) {
+            const std::string_view upToHere = line.substr(0, at + 1);
+            if (!bitmap && upToHere.ends_with(kBitmap)) {
+                bitmap = line.substr(at + 1);
+            }
+            hasFileTypes |= upToHere.ends_with(kFileTypes);
+            hasFileTypesBehindBreak |= upToHere.ends_with(kFileTypesBehindBreak);
+        }
     }
-    return result.append(text);
-}
+
+    std::optional<std::string_view> bitmap; // what stands behind the first one
+    bool hasFileTypes = false;
+    bool hasFileTypesBehindBreak = false;
+};
 
 // Takes the lines of a descriptions file into a model.
 class DescriptionLoader
@@ -89,27 +99,18 @@ public:
     // False for a line that is none.
     [[nodiscard]] bool take(std::string_view line)
     {
-        bool hasPicture = false;
-        bool hasFileTypes = false;
-        bool hasSignedFileTypes = false;
-        for (std::size_t at = corma::findNear(line, '='); at != std::string_view::npos;
-             at = line.find('=', at + 1)) {
-            const std::string_view before = line.substr(0, at);
-            if (!hasPicture && before.ends_with(kBitmap)) {
-                hasPicture = true;
-                takePicture(line.substr(at + 1));
-            }
-            const std::string_view upTo = line.substr(0, at + 1);
-            hasFileTypes = hasFileTypes || upTo.ends_with(kFileTypes);
-            hasSignedFileTypes = hasSignedFileTypes || upTo.ends_with(kSignedFileTypes);
+        const Keys keys(line);
+        if (keys.bitmap) {
+            takePicture(*keys.bitmap);
         }
         std::string kept;
-        if (hasFileTypes) {
-            kept = replaced(line, kFileTypes, "");
+        if (keys.hasFileTypes) {
+            kept = corma::replaced(line, kFileTypes, "");
         }
-        const auto entry = corma::splitEntry(hasFileTypes ? kept : line);
+        const auto entry = corma::splitEntry(keys.hasFileTypes ? kept : line);
         if (entry && m_category != nullptr) {
-            if (hasSignedFileTypes || entry->ident.find(kSectionSign) != std::string_view::npos) {
+            const bool isBroken = entry->ident.find(corma::kLineBreak) != std::string_view::npos;
+            if (keys.hasFileTypesBehindBreak || isBroken) {
                 takeTextsApart(*entry, line);
             } else {
                 takeTexts(*entry);
@@ -136,16 +137,16 @@ private:
         }
     }
 
-    // The short text is cut from the line with blanks for section signs. So is its ident, and a
-    // blank that was such a sign goes with the file types behind it.
+    // The short text is cut from the line without line breaks. So is its ident, and a blank that
+    // was a line break goes with the file types behind it.
     void takeTextsApart(corma::ModelEntry entry, std::string_view line)
     {
         const InstellingenArray& settings = m_category->settings();
         if (Instelling* const setting = settings.findPacked(entry.ident)) {
             setting->setLongDescription(m_texts.pack(entry.value));
         }
-        const std::string onOneLine = replaced(replaced(line, kSectionSign, " "), kFileTypes, "");
-        const auto shortEntry = corma::splitEntry(onOneLine);
+        const std::string whole = corma::replaced(corma::onOneLine(line), kFileTypes, "");
+        const auto shortEntry = corma::splitEntry(whole);
         m_previous = shortEntry ? settings.findPacked(shortEntry->ident) : nullptr;
         if (m_previous != nullptr) {
             m_previous->setShortDescription(m_texts.pack(shortEntry->value));

@@ -6,8 +6,6 @@
 #include "settings/messages.h"
 #include "settings/texts.h"
 
-#include <algorithm>
-
 namespace corma {
 
 namespace {

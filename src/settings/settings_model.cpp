@@ -2,8 +2,6 @@
 #include "settings/model_start.h"
 #include <corma/settings_model.h>
 
-#include <algorithm>
-
 namespace corma {
 
 namespace {

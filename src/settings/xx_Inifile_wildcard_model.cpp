@@ -7,6 +7,7 @@
 #include "foundation/wide_text.h"
 #include "host/host.h"
 #include "inifile/Ident.h"
+#include "inifile/wildcard_results.h"
 #include "inifile/xx_Inifile_private.h"
 #include "platform/platform.h"
 #include "settings/RubriekenArray.h"
@@ -18,9 +19,6 @@
 
 namespace {
 
-// In a pattern for idents it asks for the chapters themselves.
-constexpr std::wstring_view kChapterMarker = L"XXINIFRUBR";
-
 // What a pattern asks for.
 struct Query
 {
@@ -29,7 +27,7 @@ struct Query
         const auto parts = corma::Ident::parse(pattern);
         chapters = parts.prefix.empty() ? L"" : parts.chapter();
         idents = parts.name;
-        listsChapters = idents.find(kChapterMarker) != std::wstring::npos;
+        listsChapters = idents.find(corma::kChapterMarker) != std::wstring::npos;
         if (listsChapters) {
             const std::size_t comma = idents.find(L',');
             listsSettings = comma != std::wstring::npos;
@@ -88,11 +86,6 @@ void loadLevels(RubriekenArray& model, const xx_Inifile& file)
     model.loadDrawing(acdbHostApplicationServices()->workingDatabase(), names);
 }
 
-void append(xx_VarArray& results, const std::wstring& name, const std::wstring& value)
-{
-    results.append(std::make_unique<xx_Var>(name.c_str(), value.c_str()).release());
-}
-
 // True when anything was listed.
 bool list(const Rubriek& category, const Query& query, std::size_t skip, xx_VarArray& results)
 {
@@ -106,12 +99,12 @@ bool list(const Rubriek& category, const Query& query, std::size_t skip, xx_VarA
             const std::wstring name = isHead
                 ? ident.substr(std::min(skip, ident.size()))
                 : corma::formatted(L"[%s]%s", chapter.c_str(), ident.c_str());
-            append(results, name, setting->value());
+            corma::appendPair(results, name, setting->value());
             hasListed = true;
         }
     }
     if (query.listsChapters) {
-        append(results, chapter, L"");
+        corma::appendPair(results, chapter, L"");
         hasListed = true;
     }
     return hasListed;
