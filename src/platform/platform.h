@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -117,6 +118,31 @@ struct FileContent
 /// Reads a regular file. Nothing when it cannot be opened or read, or is no regular file.
 std::optional<FileContent> readFile(const NativePath& path);
 
+/// Why a call for a file failed.
+struct FileError
+{
+    enum class Cause // the numbers are told to users
+    {
+        none = 0,
+        other = 1,
+        notFound = 2, // its folder is there
+        badPath = 3, // so is no folder
+        tooManyOpen = 4,
+        denied = 5, // also for what is no file, such as a folder
+        hardware = 10,
+        inUse = 11, // another process kept it for too long
+        diskFull = 13
+    };
+
+    Cause cause = Cause::none;
+    int number = 0; // of the operating system
+
+    [[nodiscard]] bool isOne() const { return cause != Cause::none; }
+
+    /// What the operating system says of it, in English.
+    [[nodiscard]] std::wstring text() const;
+};
+
 /// Puts new content in the place of a file, or makes the file: through a temporary file beside it
 /// that is flushed to disk and then takes its name in one step. A link stays a link; mode bits
 /// stay, and so does the owner where the system allows it. False when that fails, when the path is
@@ -140,8 +166,53 @@ public:
     /// untouched, when anything failed since the beginning.
     [[nodiscard]] bool commit();
 
-    /// True when there was no room for the file.
-    [[nodiscard]] bool wasDiskFull() const;
+    /// Why it failed.
+    [[nodiscard]] FileError error() const;
+
+private:
+    class Target;
+    std::unique_ptr<Target> m_target;
+};
+
+/// One change of a whole file, safe from other changes meanwhile: from the beginning to the end of
+/// the object no other process, and no other object of this one, can begin to change a file in the
+/// folder of the file or in that of the temporary one. The lock is the kernel's, so nothing of it
+/// outlives a process. Where a folder cannot be locked, the change is made without.
+///
+/// What was there stays whole until the new content is on disk and takes its name in one step. A
+/// link stays a link; mode bits stay, and so does the owner where the system allows it.
+class FileRewrite
+{
+public:
+    enum class Missing
+    {
+        isFailure,
+        isEmpty // a file that is not there is made
+    };
+
+    /// Reads the file, which must be one that may be written. The new content will be gathered in
+    /// the temporary file, in whatever folder; what else bears its name goes away.
+    FileRewrite(std::wstring_view path, std::wstring_view temporary, Missing missing);
+    FileRewrite(const FileRewrite&) = delete;
+    FileRewrite& operator=(const FileRewrite&) = delete;
+    ~FileRewrite();
+
+    /// What has failed. Nothing is done from then on.
+    [[nodiscard]] FileError error() const;
+
+    [[nodiscard]] bool isThere() const; ///< the file was there and could be opened
+    [[nodiscard]] std::string_view content() const; ///< good for the life of the object
+
+    /// Writes the new content to the temporary file and flushes it to disk.
+    bool write(std::span<const std::string_view> pieces);
+
+    /// Gives what the file holds another name in its folder, which it takes from whatever has it.
+    bool keepAs(std::wstring_view backup);
+
+    /// The new content takes the place of the file. Only this changes the file. Where that cannot
+    /// be done in one step from the temporary file, since it is on another file system, it is done
+    /// through a copy beside the file.
+    [[nodiscard]] bool commit();
 
 private:
     class Target;

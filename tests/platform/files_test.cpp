@@ -273,7 +273,7 @@ TEST(FileReplacement, RefusesWhatReplaceFileRefuses)
     FileReplacement file(folder.path(L"none/a"));
     EXPECT_FALSE(file.write("x"));
     EXPECT_FALSE(file.commit());
-    EXPECT_FALSE(file.wasDiskFull());
+    EXPECT_EQ(file.error().cause, FileError::Cause::badPath);
 }
 
 TEST(FileReplacement, TellsThatThereIsNoRoom)
@@ -287,7 +287,7 @@ TEST(FileReplacement, TellsThatThereIsNoRoom)
         file.write(std::string(100000, 'x'));
         EXPECT_FALSE(file.write("x"));
         EXPECT_FALSE(file.commit());
-        EXPECT_TRUE(file.wasDiskFull());
+        EXPECT_EQ(file.error().cause, FileError::Cause::diskFull);
     }
     EXPECT_EQ(folder.read(L"a"), "old");
     EXPECT_EQ(namesIn(folder).size(), 1U);

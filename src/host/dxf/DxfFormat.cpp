@@ -195,7 +195,8 @@ Acad::ErrorStatus DxfFormat::write(const Store& store, const std::wstring& path)
     if (file.commit()) {
         return Acad::eOk;
     }
-    return file.wasDiskFull() ? Acad::eOutOfDisk : Acad::eFileAccessErr;
+    return file.error().cause == platform::FileError::Cause::diskFull ? Acad::eOutOfDisk
+                                                                      : Acad::eFileAccessErr;
 }
 
 } // namespace corma::host::dxf
