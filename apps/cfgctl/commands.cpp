@@ -84,15 +84,69 @@ It prints JSON, with or without --json. The values of options are shown as they 
 version does not look them up in a translation database.
 Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of the project's,
 6 of both; 7 obsolete, 8 read-only.)"},
-    CommandEntry {"set", makeSet, "Store a value in a drawing",
-                  R"(  cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
+    CommandEntry {"set", makeSet, "Store a value in a file, a project file or a drawing",
+                  R"(  cfgctl set plattegrond.ini "[Trappen]OptredeMax" 185
+      changes its line in plattegrond.ini, or adds one
+  cfgctl set plattegrond.ini "[Plot]Schaal" 20 --level project
+      the same in plattegrond.ipr beside it, which is made when it is not there
+  cfgctl set plattegrond.ini "[Trappen]OptredeMax" 185 --no-create
+      changes a line that is there, and adds none
+  cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
       stores it in plan.dxf, where get finds it before that of the project and of the file
   cfgctl set plattegrond.ini Noordhoek 12.5 --drawing plan.dxf --save-as plan2.dxf
       writes plan2.dxf, and leaves plan.dxf alone
-  cfgctl set plattegrond.ini Noordhoek --drawing plan.dxf -- -12.5
+  cfgctl set geheim.ini "[Formules]StapModulusMax" 640 --scramble 7
+      in geheim7.ini, which is scrambled; only an ident that it has can be set
+  cfgctl set plattegrond.ini Noordhoek -- -12.5
       a value that begins with "-" goes behind "--"
 
-This version stores values in drawings only, of R13 or later.)"},
+A drawing must be one of R13 or later. Other lines of a file, its encoding and line ends stay.)"},
+    CommandEntry {"freeze", makeFreeze, "Store present values in a drawing, where they stay",
+                  R"(  cfgctl freeze plattegrond.ini "[Plot]Schaal" --drawing plan.dxf
+      its value from the project file or from plattegrond.ini goes into plan.dxf
+  cfgctl freeze plattegrond.ini --chapter Trappen --drawing plan.dxf
+      all entries of the chapter Trappen
+  cfgctl freeze plattegrond.ini --levels --drawing plan.dxf
+      all settings whose definition in plattegrond.inr has the level "d"
+
+A value that the drawing has already stays. Values of included files do not count, and an ident
+without a value becomes an empty one.)"},
+    CommandEntry {"apply", makeApply, "Change a setting as a dialog of the editor does",
+                  R"(  cfgctl apply plattegrond.ini Trappen OptredeMax 185
+      checks that 185 is a value of its type, and stores it in plattegrond.ini
+  cfgctl apply plattegrond.ini Plot Schaal 20 --project project/plattegrond.ipr
+      stores it in the project file
+  cfgctl apply plattegrond.ini Plot Schaal 20 --project project/plattegrond.ipr --save-globally
+      in both files
+  cfgctl apply plattegrond.ini Ruimten Hoogte 2650 --drawing plan.dxf
+      in plan.dxf
+
+Exit status 1 when the value is refused. Limits are not looked at.)"},
+    CommandEntry {"remove", makeRemove, "Remove a setting",
+                  R"(  cfgctl remove plattegrond.ini Trappen OptredeMax
+      takes its line out of plattegrond.ini
+  cfgctl remove plattegrond.ini Plot Schaal --project project/plattegrond.ipr
+      out of the project file; the value of plattegrond.ini is in force again
+  cfgctl remove plattegrond.ini Ruimten Hoogte --drawing plan.dxf
+      out of plan.dxf
+
+The first line goes that begins with the name, be it that of a longer one.)"},
+    CommandEntry {"remove-category", makeRemoveCategory, "Remove a chapter with all its settings",
+                  R"(  cfgctl remove-category plattegrond.ini Trappen
+      takes the settings of the chapter Trappen and its header out of plattegrond.ini
+
+Comments stay.)"},
+    CommandEntry {"update", makeUpdate, "Add what is new in a file of defaults",
+                  R"(  cfgctl update plattegrond.ini nieuw.ini
+      entries and chapters that plattegrond.ini lacks come in; its own values stay.
+      The former file is kept as plattegrond.ino
+
+For each included file that has one, a file of defaults of its name with ".inp" comes in, too.)"},
+    CommandEntry {"replace", makeReplace, "Take new values for what is there",
+                  R"(  cfgctl replace plattegrond.ini nieuw.ini
+      entries of plattegrond.ini that nieuw.ini has, too, get its values; nothing is added
+
+For each included file that has one, a file of new values of its name with ".irp" counts, too.)"},
     CommandEntry {"scramble", makeScramble, "Write a scrambled copy of a file",
                   R"(  cfgctl scramble geheim.ini 7
       writes geheim7.ini beside it

@@ -1,8 +1,7 @@
 // The settings model: what it holds, and the rows in which a list shows a category of it.
 
-#include "commands.h"
+#include "model_command.h"
 #include "text.h"
-#include <corma/settings_model.h>
 
 #include <algorithm>
 #include <array>
@@ -144,33 +143,6 @@ corma::ShownLevels allBut(std::wstring_view hidden)
     }
     return shown;
 }
-
-// What the commands that load a model have in common.
-class ModelCommand : public Command
-{
-protected:
-    void declareFile(Syntax& syntax) { syntax.argument("FILE", "Configuration file", m_file); }
-
-    void declareProject(Syntax& syntax)
-    {
-        syntax.option("--project IPR",
-                      "A project file to load on top; it is made, empty, where there is none.\n"
-                      "With --drawing that one counts which lies beside the drawing",
-                      m_project);
-    }
-
-    [[nodiscard]] corma::ModelRequest request(const Options& options) const
-    {
-        if (m_project && m_project->empty()) {
-            throw UsageError("--project is empty; pass the name of a project file");
-        }
-        return {m_file, options.language, m_project, options.drawing.has_value()};
-    }
-
-private:
-    std::wstring m_file;
-    std::optional<std::wstring> m_project;
-};
 
 class Model : public ModelCommand
 {

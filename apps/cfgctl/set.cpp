@@ -10,6 +10,7 @@ namespace cfgctl {
 
 namespace {
 
+// Their places are the level numbers of the library.
 constexpr std::wstring_view kDrawingLevel = L"drawing";
 constexpr std::array<std::wstring_view, 3> kLevels = {L"global", L"project", kDrawingLevel};
 
@@ -22,19 +23,19 @@ public:
         syntax.argument("IDENT", "One ident", m_ident);
         syntax.argument("VALUE", "Its new value", m_value);
         syntax.option("--level LEVEL",
-                      "Where the value goes: drawing. This version does not write the levels\n"
-                      "global and project",
+                      "Where the value goes: global, FILE itself; project, the .ipr file beside\n"
+                      "FILE; or drawing. It is drawing with --drawing, else global",
                       m_level);
-        syntax.flag("--no-create", "Change an entry that is there only; not in this version",
+        syntax.flag("--no-create", "Change an entry of FILE that is there, but add none",
                     m_noCreate);
     }
 
     Answer run(const Options& options) override
     {
-        checkUsage(options);
+        const int level = chosenLevel(options);
         xx_Inifile file = openFile(m_file, options);
         const Listener library(Listener::Pass::on);
-        file.writeString(m_ident.data(), m_value.data());
+        file.writeString(m_ident.data(), m_value.data(), level, !m_noCreate);
         Answer answer;
         answer.status = library.heard().empty() ? RTNORM : RTERROR;
         answer.document["status"] = answer.status;
@@ -42,21 +43,19 @@ public:
     }
 
 private:
-    void checkUsage(const Options& options) const
+    [[nodiscard]] int chosenLevel(const Options& options) const
     {
         const std::wstring_view usual = options.drawing ? kDrawingLevel : kLevels.front();
         const std::wstring_view level = m_level ? std::wstring_view(*m_level) : usual;
-        if (std::find(kLevels.begin(), kLevels.end(), level) == kLevels.end()) {
+        const auto* const known = std::find(kLevels.begin(), kLevels.end(), level);
+        if (known == kLevels.end()) {
             throw UsageError("unknown level " + quoted(level)
                              + "; pass global, project or drawing to --level");
         }
-        if (level != kDrawingLevel || m_noCreate) {
-            throw UsageError("this version writes into drawings only; pass --drawing FILE, and "
-                             "neither another level nor --no-create");
-        }
-        if (!options.drawing) {
+        if (level == kDrawingLevel && !options.drawing) {
             throw UsageError("--level drawing needs a drawing; pass one with --drawing FILE");
         }
+        return static_cast<int>(known - kLevels.begin());
     }
 
     std::wstring m_file;

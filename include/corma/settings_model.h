@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+class InstellingenArray;
+
 namespace corma {
 
 /// A setting as the model has it. Access levels are the lowest that see and change it.
@@ -91,6 +93,28 @@ public:
     virtual void setFocus() = 0;
 };
 
+/// The two kinds of dialogs in which a value is edited; they store by different rules.
+enum class ValueEditor
+{
+    generic,
+    visual // of visualisations, text styles and hatches
+};
+
+/// The boxes of such a dialog that ask for a value at further levels.
+struct SaveBoxes
+{
+    bool globally = false;
+    bool inProject = false;
+};
+
+/// What became of a new value.
+struct AppliedValue
+{
+    bool accepted = false; // it is a value of the setting's type
+    bool stored = false; // all that the rule wants is written
+    std::optional<std::wstring> value {}; // what was kept of it; nothing for want of the setting
+};
+
 /// What is to be loaded.
 struct ModelRequest
 {
@@ -136,7 +160,22 @@ public:
     void fillList(const std::wstring& category, SettingList& list,
                   const std::optional<std::wstring>& search, ShownLevels shown) const;
 
+    /// Gives a setting a value as a dialog does: checks it for the type of the setting, and writes
+    /// it where the loaded levels and the boxes tell. Without such a setting nothing is done.
+    /// Limits and access levels are not looked at.
+    AppliedValue apply(const std::wstring& category, const std::wstring& name, std::wstring value,
+                       ValueEditor editor, SaveBoxes boxes);
+
+    /// Takes a setting out of the drawing when its level is loaded, else out of the project file
+    /// or the configuration file. True when it was there and is gone.
+    bool remove(const std::wstring& category, const std::wstring& name);
+
+    /// Takes out a category with all its settings. True when it is gone.
+    bool removeCategory(const std::wstring& name);
+
 private:
+    [[nodiscard]] InstellingenArray* settingsOf(const std::wstring& category) const;
+
     struct Inside;
     std::unique_ptr<Inside> m_inside;
 };

@@ -116,10 +116,56 @@ public:
     int getTextInfo(wchar_t* ident, xx_TextInfo* info, int report);
     int getHatchInfo(wchar_t* ident, xx_VisHatchInfo* info, int report);
 
-    /// Stores a value in the working drawing, from where it goes before those of the project file
-    /// and of this file. The user is told when it cannot be stored. The drawing itself is not
-    /// saved.
+    /// Stores the value of one ident; the user is told when it cannot be stored. Level 0 is the
+    /// file itself, 1 the project file beside it (its name with ".ipr"), which is made when it is
+    /// not there, and 2 the working drawing, which is not saved by it; other levels do nothing. The
+    /// forms with fewer arguments add an ident that is not there, and the first one stores at
+    /// level 2. Without create an ident that the file does not have is not added; levels 1 and 2
+    /// add it in any case.
+    ///
+    /// In a plain file the ident's line must begin with the ident and "=", in exactly its letters;
+    /// a new ident comes before the next header, or right behind its own when that is the last one.
+    /// Encoding and line ends are kept. In a scrambled file, which has levels 0 and 2 alone, an
+    /// ident is told without regard to case, no ident can be added, and each line is cut at its
+    /// first character below 32.
     void writeString(wchar_t* ident, wchar_t* value);
+    void writeString(wchar_t* ident, wchar_t* value, int level);
+    void writeString(wchar_t* ident, wchar_t* value, int level, bool create);
+
+    /// Adds to this file what a file of defaults has and this one has not, in the order of the
+    /// defaults, and keeps every value that is here. A chapter that is new counts as an item itself.
+    /// Then the same for each included file that has a file of defaults, of its own path with the
+    /// extension "inp"; *newItems, which may be null, is the count of the last file. When anything
+    /// is added the former file is kept beside the new one, with an "o" at the end of its name, as
+    /// tool.ino. Lines are cut at their first character below 32. RTNORM; or RTCAN when a file
+    /// could not be read or written, and for a scrambled file, which stays as it is.
+    int update(wchar_t* defaultFile, int* newItems);
+
+    /// The same, and tells on the command line how many items are new.
+    int update(wchar_t* defaultFile);
+
+    /// Takes the values of another file for all entries that this file has; nothing is added. Then
+    /// the same for each included file that has a file of new values, of its own path with the
+    /// extension "irp". Of an ident that a chapter has twice, each gets the value of the first. The
+    /// file is written also when no value is another. RTNORM; the status of the search when newFile
+    /// is not found; or RTERROR when this file could not be read or written, and is as it was.
+    int replaceNew(const wchar_t* newFile);
+
+    /// The same.
+    int replace(const wchar_t* newFile);
+
+    /// Gives an ident the value in the working drawing that it has now in the project file or in
+    /// this file, at most 511 characters of it, or an empty one when it is in neither; included
+    /// files do not count. An ident that the drawing has keeps its value.
+    void makeLocal(wchar_t* ident, int report);
+
+    /// The same for each entry of the chapters that fit a pattern, in the included files and in
+    /// this one.
+    void makeLocalChapter(const wchar_t* chapter, int report);
+
+    /// The same for each entry whose definition, in the file beside this one with "r" at the end of
+    /// its name, has the level "d".
+    void makeLocalLevelsLocal(int report);
 
     /// Writes a scrambled copy of the file itself to target, or for null beside it under its name
     /// with the key in it. RTERROR, with a notice, when the copy cannot be made.
@@ -145,6 +191,7 @@ private:
     void includeFile(const wchar_t* path);
     int getStringOneIdent(std::wstring_view ident, wchar_t* value, int size, int report);
     int getStringOneIdentOld(const wchar_t* ident, wchar_t* value, int size, int report);
+    void getOtherFileName(wchar_t* out, const wchar_t* extension) const;
     bool getLocalString(const wchar_t* chapter, const wchar_t* ident, wchar_t* value, int size);
 
     static constexpr size_t kFilenameSize = 264;

@@ -1,5 +1,6 @@
 #include "foundation/text_file.h"
 
+#include "foundation/byte_order_mark.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -8,10 +9,6 @@
 namespace corma {
 
 namespace {
-
-constexpr std::string_view kMarkUtf8 = "\xEF\xBB\xBF";
-constexpr std::string_view kMarkUtf16Little = "\xFF\xFE";
-constexpr std::string_view kMarkUtf16Big = "\xFE\xFF";
 
 // Reads code points out of UTF-16 bytes; what is no pair of surrogates becomes U+FFFD.
 class Utf16Reader
@@ -62,7 +59,7 @@ private:
 // buffer is taken once and at its right size.
 void turnIntoUtf8(platform::FileContent& content, std::size_t highByte)
 {
-    const std::string_view units = content.view().substr(kMarkUtf16Little.size());
+    const std::string_view units = content.view().substr(bytesOf(Mark::utf16Little).size());
     std::string one;
     std::size_t size = 0;
     for (Utf16Reader reader(units, highByte); !reader.atEnd(); size += one.size()) {
@@ -85,18 +82,14 @@ void turnIntoUtf8(platform::FileContent& content, std::size_t highByte)
 // Leaves the mark out of the text and tells the encoding, if the mark does.
 std::optional<Encoding> followMark(platform::FileContent& content, std::string_view& text)
 {
-    if (content.view().starts_with(kMarkUtf8)) {
-        text = content.view().substr(kMarkUtf8.size());
-        return Encoding::utf8;
-    }
-    const bool isLittle = content.view().starts_with(kMarkUtf16Little);
-    if (isLittle || content.view().starts_with(kMarkUtf16Big)) {
-        turnIntoUtf8(content, isLittle ? 1 : 0);
+    const Mark mark = markOf(content.view());
+    if (mark == Mark::utf16Little || mark == Mark::utf16Big) {
+        turnIntoUtf8(content, mark == Mark::utf16Little ? 1 : 0);
         text = content.view();
         return Encoding::utf8;
     }
-    text = content.view();
-    return std::nullopt;
+    text = content.view().substr(bytesOf(mark).size());
+    return mark == Mark::none ? std::nullopt : std::optional(Encoding::utf8);
 }
 
 // The ASCII characters that a text begins with, at most `most`; the count.

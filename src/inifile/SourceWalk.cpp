@@ -118,6 +118,13 @@ std::wstring cacheKey(const xx_Inifile& file, const Ident& ident)
 } // namespace
 
 // A value that is too long for the cache must not be found there cut.
+void InifileInside::dropFromCache(const xx_Inifile& file, const Ident& ident)
+{
+    if (IniBuffer* const buffer = bufferOf(file)) {
+        buffer->remove(cacheKey(file, ident).c_str(), acDocManagerPtr()->curDocument());
+    }
+}
+
 void InifileInside::renewInCache(const xx_Inifile& file, const Ident& ident,
                                  std::wstring_view value)
 {

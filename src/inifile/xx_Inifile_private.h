@@ -12,6 +12,7 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace corma {
@@ -157,6 +158,28 @@ struct InifileInside
     {
         return file.getStringOneIdentOld(ident, value, size, report);
     }
+
+    /// Takes the value out of the read cache.
+    static void dropFromCache(const xx_Inifile& file, const Ident& ident);
+
+    /// Stores a value in the working drawing, as the file's. False, as the user was told, when that
+    /// fails.
+    static bool storeInDrawing(const xx_Inifile& file, const Ident& ident, const wchar_t* value);
+
+    /// Gives an ident of the file, which is a scrambled one, another value.
+    static void writeScrambled(const xx_Inifile& file, const Ident& ident, std::wstring_view value);
+
+    /// Opens the file again if the object is without it.
+    static void reopen(xx_Inifile& file);
+
+    /// What update() and replaceNew() do with the file itself; a status.
+    static int updateOwnFile(xx_Inifile& file, wchar_t* defaultFile, int* newItems);
+    static int replaceOwnValues(xx_Inifile& file, const wchar_t* newFile);
+
+    /// The included files beside which there is a file of their name and that extension, and its
+    /// path.
+    static std::vector<std::pair<xx_Inifile*, std::wstring>> includedWith(const xx_Inifile& file,
+                                                                          const wchar_t* extension);
 
     /// The listener of the tree that the file is part of, if there is one.
     static LookupTrace* traceOf(const xx_Inifile& file);

@@ -143,6 +143,9 @@ struct FileError
     [[nodiscard]] std::wstring text() const;
 };
 
+/// Why a file cannot be read; none for one that can.
+FileError readingError(std::wstring_view path);
+
 /// Puts new content in the place of a file, or makes the file: through a temporary file beside it
 /// that is flushed to disk and then takes its name in one step. A link stays a link; mode bits
 /// stay, and so does the owner where the system allows it. False when that fails, when the path is

@@ -4,6 +4,8 @@
 // settings, with types, limits, texts and pictures from the files beside it, and with the values of
 // the project and of the drawing on top. And the texts of the editor in their languages.
 
+#include "host/host.h"
+#include "settings/FileNameSet.h"
 #include "settings/PackedText.h"
 #include "settings/SettingType.h"
 
@@ -190,6 +192,22 @@ public:
     /// replaces it by what can be kept of it, also when the result is false. A hatch tells the user
     /// which of its numbers is wrong; the caller tells of everything else.
     static bool validateValue(std::wstring& value, std::wstring_view typeLabel);
+
+    // --- writing ---------------------------------------------------------------------------------
+
+    /// Writes the value into the configuration file (toGlobal) or the project file of the names,
+    /// and adds the setting where the file does not have it. A project file that is not there is
+    /// made. False, as the user was told, when that fails; the file is what it was then.
+    bool saveToFile(const FileNameSet& fileNames, bool toGlobal) const
+    {
+        return writeToFile(fileNames, toGlobal, true);
+    }
+
+    /// The same; a setting that the file does not have is added with mayAdd only.
+    bool writeToFile(const FileNameSet& fileNames, bool toGlobal, bool mayAdd) const;
+
+    /// Stores the value in a drawing, null: the working one. Nothing is told.
+    Acad::ErrorStatus writeToDrawing(AcDbDatabase* database, const FileNameSet& fileNames) const;
 
     // --- packed texts, for those who read files --------------------------------------------------
 

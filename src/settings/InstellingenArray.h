@@ -51,11 +51,26 @@ public:
     void fillList(corma::SettingList& list, std::optional<std::wstring_view> searchText,
                   corma::ShownLevels shown);
 
+    /// Takes a setting out of the configuration file, or a project's out of the project file if
+    /// there is one. It gets the value of the level below; without one it leaves the list. False,
+    /// and the setting is as it was, when the file has no line that begins with its name in the
+    /// chapter or could not be changed. A configuration file that cannot be opened is told; one
+    /// that is not there is made, empty.
+    bool removeFromFile(std::wstring_view name, const FileNameSet& fileNames);
+
+    /// Takes a setting out of a drawing, null: the working one. It gets the value of the level
+    /// below; without one it leaves the list. False for a setting that is not in the drawing, as
+    /// the user is told; a record of that name is removed all the same.
+    bool removeFromDrawing(std::wstring_view name, AcDbDatabase* database,
+                           const FileNameSet& fileNames);
+
 private:
     [[nodiscard]] auto nameAt() const
     {
         return [this](std::size_t place) { return m_settings[place]->packedName(); };
     }
+
+    void erase(const Instelling& setting);
 
     std::vector<std::unique_ptr<Instelling>> m_settings;
     Rubriek* m_owner;

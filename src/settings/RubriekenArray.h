@@ -80,6 +80,14 @@ public:
     /// whatever follows. Nothing is told; a null database holds nothing.
     void loadDrawing(AcDbDatabase* database, const FileNameSet& fileNames);
 
+    /// Takes a category with all its settings out: out of the drawing, where local is set, else out
+    /// of the files; and its header out of the configuration file and its dictionary out of the
+    /// drawing in every case. False, as the user is told, when one of its settings could not be
+    /// removed; those before it are gone then. False, and nothing is done, for a name that no
+    /// category has. project has no effect.
+    bool removeCategory(std::wstring_view name, const FileNameSet& fileNames, bool project,
+                        bool local, AcDbDatabase* database);
+
     /// Shows the categories in a tree: all below the first, which is the root and bears a word of
     /// the language. The item that was selected is selected again if it is there.
     void fillTree(corma::CategoryTree& tree, bool sort);
@@ -94,6 +102,7 @@ private:
         return [this](std::size_t place) { return m_categories[place]->packedName(); };
     }
 
+    void erase(std::string_view name);
     void loadIniFile(const std::wstring& path);
     void loadDefinitions(const FileNameSet& fileNames);
     void loadDescriptions(const FileNameSet& fileNames);

@@ -1,4 +1,5 @@
 #include "host/host.h"
+#include "settings/apply_value.h"
 #include "settings/model_start.h"
 #include <corma/settings_model.h>
 
@@ -97,6 +98,53 @@ void SettingsModel::fillList(const std::wstring& category, SettingList& list,
     if (Rubriek* const found = m_inside->started.model->findCategory(category)) {
         found->settings().fillList(list, search, shown);
     }
+}
+
+// Unlike for looking at settings, another category never stands in for the one that is named.
+InstellingenArray* SettingsModel::settingsOf(const std::wstring& category) const
+{
+    RubriekenArray& model = *m_inside->started.model;
+    return model.hasCategory(category) ? &model.findCategory(category)->settings() : nullptr;
+}
+
+AppliedValue SettingsModel::apply(const std::wstring& category, const std::wstring& name,
+                                  std::wstring value, ValueEditor editor, SaveBoxes boxes)
+{
+    const InstellingenArray* const settings = settingsOf(category);
+    Instelling* const setting = settings == nullptr ? nullptr : settings->findSetting(name);
+    if (setting == nullptr) {
+        return {};
+    }
+    AppliedValue applied;
+    applied.accepted = Instelling::validateValue(value, setting->typeText());
+    if (applied.accepted) {
+        const StartedModel& started = m_inside->started;
+        applied.stored = applyValue(
+            *setting, value, {*started.model, started.fileNames, started.database}, editor, boxes);
+    }
+    applied.value = std::move(value);
+    return applied;
+}
+
+bool SettingsModel::remove(const std::wstring& category, const std::wstring& name)
+{
+    const StartedModel& started = m_inside->started;
+    InstellingenArray* const settings = settingsOf(category);
+    if (settings == nullptr || settings->findSetting(name) == nullptr) {
+        return false;
+    }
+    return started.model->localMode
+        ? settings->removeFromDrawing(name, started.database, started.fileNames)
+        : settings->removeFromFile(name, started.fileNames);
+}
+
+// A project goes before a drawing here.
+bool SettingsModel::removeCategory(const std::wstring& name)
+{
+    const StartedModel& started = m_inside->started;
+    const bool project = started.model->projectMode;
+    const bool local = !project && started.model->localMode;
+    return started.model->removeCategory(name, started.fileNames, project, local, started.database);
 }
 
 } // namespace corma

@@ -1,7 +1,9 @@
 #include "platform/platform.h"
+#include "platform/posix/file_error.h"
 #include "platform/posix/system_calls.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -111,6 +113,17 @@ bool isReadable(std::wstring_view path)
 bool ensureFile(std::wstring_view path)
 {
     return opensFile(path, O_CREAT);
+}
+
+FileError readingError(std::wstring_view path)
+{
+    const NativePath native = locate(path);
+    const Descriptor file(::open(native.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status = {};
+    if (!file.isOpen() || ::fstat(file.get(), &status) != 0) {
+        return lastError(native);
+    }
+    return S_ISREG(status.st_mode) ? FileError {} : errorOf(EISDIR);
 }
 
 std::optional<FileContent> readFile(const NativePath& path)

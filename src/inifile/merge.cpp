@@ -1,0 +1,297 @@
+#include "inifile/merge.h"
+
+#include "platform/text.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace corma {
+
+namespace {
+
+constexpr std::size_t kNowhere = std::string_view::npos;
+constexpr std::size_t kLongestOwnLine = 3000; // characters
+constexpr std::size_t kLongestDefaultLine = 2999;
+
+bool isControl(char c)
+{
+    return static_cast<unsigned char>(c) < 32;
+}
+
+std::string_view visible(std::string_view line)
+{
+    return line.substr(
+        0,
+        static_cast<std::size_t>(std::find_if(line.begin(), line.end(), isControl) - line.begin()));
+}
+
+bool isHeader(std::string_view line)
+{
+    return line.size() > 1 && line.front() == '[' && line.back() == ']';
+}
+
+std::optional<std::string_view> identOf(std::string_view line)
+{
+    const std::size_t equals = line.find('=');
+    return equals == kNowhere ? std::nullopt : std::optional(line.substr(0, equals));
+}
+
+// The bytes of the first characters of a text, at most all.
+std::size_t sizeOfFirst(std::size_t characters, std::string_view text)
+{
+    if (text.size() <= characters) {
+        return text.size();
+    }
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < characters && at < text.size(); ++i) {
+        nextUtf8(text, at);
+    }
+    return at;
+}
+
+// Calls take(line) for each line without its line feed; for one that is too long in pieces.
+template<class Take> void forEachLine(std::string_view text, std::size_t longest, const Take& take)
+{
+    while (!text.empty()) {
+        const std::size_t feed = text.find('\n');
+        const std::string_view whole = text.substr(0, feed);
+        std::string_view rest = whole;
+        do {
+            const std::size_t size = sizeOfFirst(longest, rest);
+            take(rest.substr(0, size));
+            rest.remove_prefix(size);
+        } while (!rest.empty() && rest != "\r");
+        text.remove_prefix(feed == kNowhere ? text.size() : feed + 1);
+    }
+}
+
+} // namespace
+
+DefaultsMerge::DefaultsMerge(std::string_view own)
+    : m_chapters(1)
+{
+    std::size_t chapter = 0;
+    forEachLine(own, kLongestOwnLine, [&](std::string_view whole) {
+        const std::string_view line = visible(whole);
+        const std::size_t node = insert(line, m_last);
+        if (isHeader(line)) {
+            chapter = startChapter(line);
+        } else if (const auto ident = identOf(line)) {
+            m_entries.emplace(EntryKey {chapter, *ident}, node);
+        }
+        m_chapters[chapter].last = node;
+    });
+}
+
+// The node of the line, behind another one or, for kNone, at the front.
+std::size_t DefaultsMerge::insert(std::string_view line, std::size_t behind)
+{
+    const std::size_t node = m_nodes.size();
+    std::size_t& link = behind == kNone ? m_first : m_nodes[behind].next;
+    const std::size_t next = std::exchange(link, node);
+    m_nodes.push_back({line, next});
+    if (behind == m_last) {
+        m_last = node;
+    }
+    return node;
+}
+
+// Of two chapters of one name only the first is found.
+std::size_t DefaultsMerge::startChapter(std::string_view header)
+{
+    m_chapterNumbers.emplace(header, m_chapters.size());
+    m_chapters.emplace_back();
+    return m_chapters.size() - 1;
+}
+
+void DefaultsMerge::add(std::string_view defaults)
+{
+    forEachLine(defaults, kLongestDefaultLine, [&](std::string_view whole) {
+        if (whole.starts_with(' ') || whole.starts_with('\0')) {
+            return;
+        }
+        take(visible(whole));
+        m_isAtFirstLine = false;
+    });
+}
+
+void DefaultsMerge::take(std::string_view line)
+{
+    if (isHeader(line)) {
+        m_currentHeader = line;
+        m_insertionPoint = kNone;
+    } else if (const auto ident = identOf(line)) {
+        addEntry(line, *ident);
+    }
+}
+
+void DefaultsMerge::addEntry(std::string_view line, std::string_view ident)
+{
+    std::size_t chapter = 0;
+    if (!m_currentHeader.empty()) {
+        const auto known = m_chapterNumbers.find(m_currentHeader);
+        if (known == m_chapterNumbers.end()) {
+            chapter = startChapter(m_currentHeader);
+            m_chapters[chapter].last = insert(m_currentHeader, m_last);
+            ++m_added;
+        } else {
+            chapter = known->second;
+        }
+    }
+    const auto [entry, isNew] = m_entries.try_emplace(EntryKey {chapter, ident}, kNone);
+    if (isNew) {
+        const std::size_t behind = placeInChapter(chapter);
+        const bool isLast = behind == m_chapters[chapter].last;
+        entry->second = insert(line, behind);
+        if (isLast) {
+            m_chapters[chapter].last = entry->second;
+        }
+        ++m_added;
+    }
+    m_insertionPoint = entry->second;
+}
+
+// The line behind which a new entry goes; kNone for the front of the file.
+std::size_t DefaultsMerge::placeInChapter(std::size_t chapter) const
+{
+    if (m_insertionPoint != kNone) {
+        return m_insertionPoint;
+    }
+    return m_isAtFirstLine ? kNone : m_chapters[chapter].last;
+}
+
+std::string DefaultsMerge::text(std::string_view lineEnd) const
+{
+    std::string all;
+    std::string_view before;
+    for (std::size_t node = m_first; node != kNone; node = m_nodes[node].next) {
+        const std::string_view line = m_nodes[node].line;
+        if (node != m_first && isHeader(line) && !before.empty()) {
+            all.append(lineEnd);
+        }
+        all.append(line).append(lineEnd);
+        before = line;
+    }
+    return all;
+}
+
+namespace {
+
+// A line in its text.
+struct TextLine
+{
+    std::string_view content;
+    std::string_view whole; // with its end
+};
+
+template<class Take> void forEachWholeLine(std::string_view text, const Take& take)
+{
+    while (!text.empty()) {
+        const std::size_t feed = text.find('\n');
+        const std::size_t size = feed == kNowhere ? text.size() : feed + 1;
+        TextLine line {text.substr(0, feed), text.substr(0, size)};
+        if (feed != kNowhere && line.content.ends_with('\r')) {
+            line.content.remove_suffix(1);
+        }
+        text.remove_prefix(size);
+        take(line);
+    }
+}
+
+// Numbers for chapters; those of one name have one number.
+class ChapterNumbers
+{
+public:
+    std::size_t of(std::string_view header)
+    {
+        return m_numbers.try_emplace(header, m_numbers.size() + 1).first->second;
+    }
+
+private:
+    std::unordered_map<std::string_view, std::size_t> m_numbers;
+};
+
+using Values = std::unordered_map<EntryKey, std::string_view, EntryKeyHash>;
+
+// The values of a file; of two for one ident the first.
+Values valuesOf(std::string_view text, ChapterNumbers& chapters)
+{
+    Values values;
+    std::size_t chapter = 0;
+    forEachWholeLine(text, [&](const TextLine& line) {
+        if (isHeader(line.content)) {
+            chapter = chapters.of(line.content);
+        } else if (const auto ident = identOf(line.content)) {
+            values.emplace(EntryKey {chapter, *ident}, line.content.substr(ident->size() + 1));
+        }
+    });
+    return values;
+}
+
+// The pieces of a changed text.
+class PieceList
+{
+public:
+    /// A part of the former text. Parts that touch become one piece.
+    void keep(std::string_view part)
+    {
+        if (m_isKeeping && m_pieces.back().data() + m_pieces.back().size() == part.data()) {
+            m_pieces.back() = {m_pieces.back().data(), m_pieces.back().size() + part.size()};
+        } else {
+            m_pieces.push_back(part);
+        }
+        m_isKeeping = true;
+    }
+
+    void add(std::string_view other)
+    {
+        m_pieces.push_back(other);
+        m_isKeeping = false;
+    }
+
+    std::vector<std::string_view> take() { return std::move(m_pieces); }
+
+private:
+    std::vector<std::string_view> m_pieces;
+    bool m_isKeeping = false;
+};
+
+} // namespace
+
+std::vector<std::string_view> withNewValues(std::string_view own, std::string_view newer)
+{
+    ChapterNumbers chapters;
+    const Values newValues = valuesOf(newer, chapters);
+    Values values; // as each ident of the file gets it
+    PieceList pieces;
+    std::size_t chapter = 0;
+    forEachWholeLine(own, [&](const TextLine& line) {
+        if (isHeader(line.content)) {
+            if (std::exchange(chapter, chapters.of(line.content)) != chapters.of(line.content)) {
+                pieces.keep(line.whole);
+            }
+            return;
+        }
+        const auto ident = identOf(line.content);
+        if (!ident) {
+            pieces.keep(line.whole);
+            return;
+        }
+        const EntryKey key {chapter, *ident};
+        const auto newValue = newValues.find(key);
+        const std::string_view ownValue = line.content.substr(ident->size() + 1);
+        const std::string_view wanted = newValue == newValues.end() ? ownValue : newValue->second;
+        const std::string_view value = values.emplace(key, wanted).first->second;
+        if (value == ownValue) {
+            pieces.keep(line.whole);
+        } else {
+            pieces.keep(line.whole.substr(0, ident->size() + 1));
+            pieces.add(value);
+            pieces.keep(line.whole.substr(line.content.size()));
+        }
+    });
+    return pieces.take();
+}
+
+} // namespace corma

@@ -1,0 +1,102 @@
+// Values stored where the settings model has no part: in scrambled files and, by name, in drawings.
+
+#include "foundation/messages.h"
+#include "foundation/wide_text.h"
+#include "host/host.h"
+#include "inifile/drawing_settings.h"
+#include "inifile/scrambled_rewrite.h"
+#include "inifile/xx_Inifile_private.h"
+#include "platform/platform.h"
+#include "platform/text.h"
+
+#include <array>
+
+namespace {
+
+constexpr const wchar_t* kNoDrawing = L"%s not stored: no drawing is open";
+constexpr const wchar_t* kNotStored = L"%s not stored in the drawing";
+constexpr const wchar_t* kCannotOpen = L"\nCannot open %s";
+constexpr const wchar_t* kCannotWrite = L"\nCannot write %s";
+constexpr const wchar_t* kCannotHold
+    = L"%s not written: its value has a character that Windows-1252 does not have";
+
+std::optional<std::string> toWindows1252(std::wstring_view text)
+{
+    std::string bytes;
+    for (const wchar_t c : text) {
+        const auto byte = corma::toWindows1252(c);
+        if (!byte) {
+            return std::nullopt;
+        }
+        bytes.push_back(static_cast<char>(*byte));
+    }
+    return bytes;
+}
+
+// A temporary file that cannot be made is not told
+// (test: AFolderThatTakesNoFileIsNotTold).
+bool isTold(const corma::platform::FileError& error)
+{
+    using Cause = corma::platform::FileError::Cause;
+    return error.cause != Cause::denied && error.cause != Cause::badPath;
+}
+
+} // namespace
+
+namespace corma {
+
+void InifileInside::writeScrambled(const xx_Inifile& file, const Ident& ident,
+                                   std::wstring_view value)
+{
+    const auto bytes = ::toWindows1252(value);
+    if (!bytes) {
+        xx_printMessage(kCannotHold, std::wstring(ident.name).c_str(), 0);
+        return;
+    }
+    using platform::FileRewrite;
+    platform::FileError error;
+    bool isOpened = false;
+    {
+        FileRewrite rewrite(file.filename, std::wstring(file.filename) + L"2",
+                            FileRewrite::Missing::isFailure);
+        isOpened = !rewrite.error().isOne();
+        const auto changed = withScrambledValue(rewrite.content(), file.scrambled, ident, *bytes);
+        if (isOpened && !changed) {
+            return; // a file that is not scrambled at all would not survive being written
+        }
+        if (isOpened) {
+            const std::array<std::string_view, 1> whole {*changed};
+            static_cast<void>(rewrite.write(whole) && rewrite.commit());
+        }
+        error = rewrite.error();
+    }
+    if (error.isOne() && (!isOpened || isTold(error))) {
+        const wchar_t* const format = isOpened ? kCannotWrite : kCannotOpen;
+        xx_reportError(kInifileSource, __LINE__, formatted(format, file.filename).c_str(),
+                       error.number);
+    }
+}
+
+bool InifileInside::storeInDrawing(const xx_Inifile& file, const Ident& ident, const wchar_t* value)
+{
+    const std::wstring chapter(ident.chapter());
+    const std::wstring name(ident.name);
+    const Acad::ErrorStatus status = writeToDrawing(nameInDrawing(file).c_str(), chapter.c_str(),
+                                                    name.c_str(), value, nullptr);
+    if (status == Acad::eOk) {
+        return true;
+    }
+    const bool hasDrawing = acdbHostApplicationServices()->workingDatabase() != nullptr;
+    const std::wstring whole = std::wstring(ident.prefix).append(ident.name);
+    xx_printMessage(hasDrawing ? kNotStored : kNoDrawing, whole.c_str(), 0);
+    return false;
+}
+
+void InifileInside::reopen(xx_Inifile& file)
+{
+    if (file.priv != nullptr && !file.priv->file && *file.filename != 0) {
+        file.priv->file = ConfigFile::open(file.filename, file.scrambled);
+    }
+}
+
+} // namespace corma
