@@ -5,7 +5,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <thread>
-#include <tuple>
+#include <utility>
+#include <vector>
 
 namespace corma::platform {
 
@@ -19,27 +20,19 @@ constexpr auto kLongestWait = std::chrono::seconds(10);
 constexpr auto kFirstPause = std::chrono::microseconds(50);
 constexpr auto kLongestPause = std::chrono::milliseconds(2);
 
-struct Folder
+Descriptor openFolder(const std::filesystem::path& path)
 {
-    Descriptor opened;
-    dev_t device = 0;
-    ino_t number = 0;
+    return Descriptor(calls::open(SystemCall::openFolder, path.native(), O_RDONLY | O_DIRECTORY));
+}
 
-    [[nodiscard]] auto identity() const { return std::tie(device, number); }
-};
-
-std::vector<Folder> openAll(const std::vector<std::filesystem::path>& paths)
+// Tells two folders apart, and gives them an order that is the same in all processes.
+std::pair<dev_t, ino_t> identityOf(const Descriptor& folder)
 {
-    std::vector<Folder> folders;
-    for (const auto& path : paths) {
-        Descriptor opened(
-            calls::open(SystemCall::openFolder, path.native(), O_RDONLY | O_DIRECTORY));
-        struct stat status = {};
-        if (opened.isOpen() && ::fstat(opened.get(), &status) == 0) {
-            folders.push_back({std::move(opened), status.st_dev, status.st_ino});
-        }
+    struct stat status = {};
+    if (!folder.isOpen() || ::fstat(folder.get(), &status) != 0) {
+        return {};
     }
-    return folders;
+    return {status.st_dev, status.st_ino};
 }
 
 // False when another has it until then.
@@ -62,19 +55,21 @@ bool lockUntil(Clock::time_point end, int folder)
 } // namespace
 
 // In one order for all, so that two who want the same two folders do not wait for each other.
-FolderLock::FolderLock(std::vector<std::filesystem::path> paths)
+FolderLock::FolderLock(const std::filesystem::path& folder, const std::filesystem::path& other)
+    : m_folder(openFolder(folder))
+    , m_other(folder == other ? Descriptor() : openFolder(other))
 {
-    std::vector<Folder> folders = openAll(paths);
-    std::sort(folders.begin(), folders.end(),
-              [](const Folder& a, const Folder& b) { return a.identity() < b.identity(); });
-    const auto behind
-        = std::unique(folders.begin(), folders.end(), [](const Folder& a, const Folder& b) {
-              return a.identity() == b.identity();
-          });
+    std::vector<const Descriptor*> inOrder {&m_folder};
+    if (m_other.isOpen()) {
+        const auto identity = identityOf(m_folder);
+        const auto otherIdentity = identityOf(m_other);
+        if (identity != otherIdentity) {
+            inOrder.insert(otherIdentity < identity ? inOrder.begin() : inOrder.end(), &m_other);
+        }
+    }
     const auto end = Clock::now() + kLongestWait;
-    for (auto folder = folders.begin(); folder != behind && m_isTaken; ++folder) {
-        m_isTaken = lockUntil(end, folder->opened.get());
-        m_folders.push_back(std::move(folder->opened));
+    for (const Descriptor* const one : inOrder) {
+        m_isTaken = m_isTaken && (!one->isOpen() || lockUntil(end, one->get()));
     }
 }
 

@@ -148,7 +148,6 @@ bool TemporaryFile::takeNameOf(const std::filesystem::path& target, const Belong
     }
     m_isThere = false;
     m_descriptor.close();
-    flushFolder(folderOf(target));
     return true;
 }
 
@@ -186,12 +185,16 @@ std::filesystem::path folderOf(const std::filesystem::path& path)
     return path.has_parent_path() ? path.parent_path() : ".";
 }
 
-void flushFolder(const std::filesystem::path& folder)
+void flushFolder(const std::filesystem::path& folder, int opened)
 {
-    const Descriptor opened(
+    if (opened >= 0) {
+        calls::flushFolder(opened);
+        return;
+    }
+    const Descriptor own(
         calls::open(SystemCall::openFolder, folder.native(), O_RDONLY | O_DIRECTORY));
-    if (opened.isOpen()) {
-        calls::flushFolder(opened.get());
+    if (own.isOpen()) {
+        calls::flushFolder(own.get());
     }
 }
 

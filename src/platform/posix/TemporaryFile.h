@@ -49,7 +49,7 @@ public:
     bool flush(); ///< to the disk; nothing can be written from then on
 
     /// Takes the name of the target, of which nothing stays. A flushed file on another file system
-    /// does so through a copy beside the target.
+    /// does so through a copy beside the target, which gets the belongings, too.
     bool takeNameOf(const std::filesystem::path& target, const Belongings& belongings);
 
 private:
@@ -71,8 +71,8 @@ std::optional<std::filesystem::path> behindLinks(std::filesystem::path path);
 /// The folder of a file.
 std::filesystem::path folderOf(const std::filesystem::path& path);
 
-/// Flushes the names in a folder to disk. Some file systems have no such thing, and what was done
-/// is done: it tells nothing.
-void flushFolder(const std::filesystem::path& folder);
+/// Flushes the names in a folder to disk; `opened` is the folder or, if it is not open, -1. Some
+/// file systems have no such thing, and what was done is done: it tells nothing.
+void flushFolder(const std::filesystem::path& folder, int opened = -1);
 
 } // namespace corma::platform

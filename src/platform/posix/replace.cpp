@@ -38,12 +38,19 @@ std::optional<Belongings> belongingsFor(const std::filesystem::path& target, Fil
 // Where a file is, or is to be made: its folder may be known in another case of its letters.
 std::filesystem::path placeOf(std::wstring_view path)
 {
-    const PathParts parts = splitPath(path);
-    std::filesystem::path found = locate(path);
-    std::error_code failed;
-    if (parts.folder.empty() || std::filesystem::exists(found, failed)) {
+    NativePath found = locate(path);
+    struct stat status = {};
+    if (::lstat(found.c_str(), &status) == 0) {
         return found;
     }
+    const PathParts parts = splitPath(path);
+    return std::filesystem::path(locate(parts.folderPath())) / toNative(parts.fileName());
+}
+
+// The same for a file that is made anew whatever is there, so that nothing is looked for.
+std::filesystem::path placeOfNew(std::wstring_view path)
+{
+    const PathParts parts = splitPath(path);
     return std::filesystem::path(locate(parts.folderPath())) / toNative(parts.fileName());
 }
 
@@ -100,6 +107,9 @@ public:
         }
         const bool isDone = m_pieces.flush(*m_file) && m_file->flush()
             && m_file->takeNameOf(*m_path, m_belongings);
+        if (isDone) {
+            flushFolder(folderOf(*m_path));
+        }
         m_error = m_file->error();
         m_file.reset(); // there is no file any more to write to
         return isDone;
@@ -148,13 +158,13 @@ class FileRewrite::Target
 public:
     Target(std::wstring_view path, std::wstring_view temporary, Missing missing)
         : m_path(behindLinks(placeOf(path)))
-        , m_temporary(placeOf(temporary))
+        , m_temporary(placeOfNew(temporary))
     {
         if (!m_path) {
             m_error = errorOf(ELOOP);
             return;
         }
-        m_lock.emplace(std::vector {folderOf(*m_path), folderOf(m_temporary)});
+        m_lock.emplace(folderOf(*m_path), folderOf(m_temporary));
         if (!m_lock->isTaken()) {
             m_error = errorOf(EWOULDBLOCK);
             return;
@@ -201,7 +211,9 @@ public:
         if (m_error.isOne() || !m_file) {
             return false;
         }
-        m_file->takeNameOf(*m_path, m_belongings);
+        if (m_file->takeNameOf(*m_path, m_belongings)) {
+            flushFolder(folderOf(*m_path), m_lock->folder());
+        }
         return noteOf(*m_file);
     }
 
@@ -257,7 +269,8 @@ private:
     void keepApart(const struct stat& target)
     {
         struct stat status = {};
-        if (::lstat(m_temporary.c_str(), &status) == 0 && status.st_dev == target.st_dev
+        if (m_temporary.filename() == m_path->filename()
+            && ::lstat(m_temporary.c_str(), &status) == 0 && status.st_dev == target.st_dev
             && status.st_ino == target.st_ino) {
             m_temporary += ".new";
         }
