@@ -68,6 +68,7 @@ template<class Take> void forEachLine(std::string_view text, std::size_t longest
 
 } // namespace
 
+// Of two chapters of one name only the first is found: the number of the other is no chapter's.
 DefaultsMerge::DefaultsMerge(std::string_view own)
     : m_chapters(1)
 {
@@ -76,11 +77,15 @@ DefaultsMerge::DefaultsMerge(std::string_view own)
         const std::string_view line = visible(whole);
         const std::size_t node = insert(line, m_last);
         if (isHeader(line)) {
-            chapter = startChapter(line);
-        } else if (const auto ident = identOf(line)) {
-            m_entries.emplace(EntryKey {chapter, *ident}, node);
+            const auto [number, isNew] = m_chapterNumbers.number(line);
+            chapter = isNew ? number : kNone;
+            m_chapters.resize(std::max(m_chapters.size(), number + 1));
+        } else if (const auto ident = chapter == kNone ? std::nullopt : identOf(line)) {
+            m_entries.add(chapter, *ident, node);
         }
-        m_chapters[chapter].last = node;
+        if (chapter != kNone) {
+            m_chapters[chapter].last = node;
+        }
     });
 }
 
@@ -95,14 +100,6 @@ std::size_t DefaultsMerge::insert(std::string_view line, std::size_t behind)
         m_last = node;
     }
     return node;
-}
-
-// Of two chapters of one name only the first is found.
-std::size_t DefaultsMerge::startChapter(std::string_view header)
-{
-    m_chapterNumbers.emplace(header, m_chapters.size());
-    m_chapters.emplace_back();
-    return m_chapters.size() - 1;
 }
 
 void DefaultsMerge::add(std::string_view defaults)
@@ -128,28 +125,32 @@ void DefaultsMerge::take(std::string_view line)
 
 void DefaultsMerge::addEntry(std::string_view line, std::string_view ident)
 {
-    std::size_t chapter = 0;
-    if (!m_currentHeader.empty()) {
-        const auto known = m_chapterNumbers.find(m_currentHeader);
-        if (known == m_chapterNumbers.end()) {
-            chapter = startChapter(m_currentHeader);
-            m_chapters[chapter].last = insert(m_currentHeader, m_last);
-            ++m_added;
-        } else {
-            chapter = known->second;
-        }
-    }
-    const auto [entry, isNew] = m_entries.try_emplace(EntryKey {chapter, ident}, kNone);
+    const std::size_t chapter = chapterOfDefaults();
+    const auto [known, isNew] = m_entries.add(chapter, ident, kNone);
     if (isNew) {
         const std::size_t behind = placeInChapter(chapter);
         const bool isLast = behind == m_chapters[chapter].last;
-        entry->second = insert(line, behind);
+        *known = insert(line, behind);
         if (isLast) {
-            m_chapters[chapter].last = entry->second;
+            m_chapters[chapter].last = *known;
         }
         ++m_added;
     }
-    m_insertionPoint = entry->second;
+    m_insertionPoint = *known;
+}
+
+// The chapter of the current header, which is added where it is missing.
+std::size_t DefaultsMerge::chapterOfDefaults()
+{
+    if (m_currentHeader.empty()) {
+        return 0;
+    }
+    const auto [number, isNew] = m_chapterNumbers.number(m_currentHeader);
+    if (isNew) {
+        m_chapters.push_back({insert(m_currentHeader, m_last)});
+        ++m_added;
+    }
+    return number;
 }
 
 // The line behind which a new entry goes; kNone for the front of the file.
@@ -199,31 +200,18 @@ template<class Take> void forEachWholeLine(std::string_view text, const Take& ta
     }
 }
 
-// Numbers for chapters; those of one name have one number.
-class ChapterNumbers
-{
-public:
-    std::size_t of(std::string_view header)
-    {
-        return m_numbers.try_emplace(header, m_numbers.size() + 1).first->second;
-    }
-
-private:
-    std::unordered_map<std::string_view, std::size_t> m_numbers;
-};
-
-using Values = std::unordered_map<EntryKey, std::string_view, EntryKeyHash>;
+using Values = EntryTable<std::string_view>;
 
 // The values of a file; of two for one ident the first.
-Values valuesOf(std::string_view text, ChapterNumbers& chapters)
+Values valuesOf(std::string_view text, NumberedNames& chapters)
 {
     Values values;
     std::size_t chapter = 0;
     forEachWholeLine(text, [&](const TextLine& line) {
         if (isHeader(line.content)) {
-            chapter = chapters.of(line.content);
+            chapter = chapters.number(line.content).first;
         } else if (const auto ident = identOf(line.content)) {
-            values.emplace(EntryKey {chapter, *ident}, line.content.substr(ident->size() + 1));
+            values.add(chapter, *ident, line.content.substr(ident->size() + 1));
         }
     });
     return values;
@@ -261,14 +249,15 @@ private:
 
 std::vector<std::string_view> withNewValues(std::string_view own, std::string_view newer)
 {
-    ChapterNumbers chapters;
+    NumberedNames chapters;
     const Values newValues = valuesOf(newer, chapters);
     Values values; // as each ident of the file gets it
     PieceList pieces;
     std::size_t chapter = 0;
     forEachWholeLine(own, [&](const TextLine& line) {
         if (isHeader(line.content)) {
-            if (std::exchange(chapter, chapters.of(line.content)) != chapters.of(line.content)) {
+            const std::size_t number = chapters.number(line.content).first;
+            if (std::exchange(chapter, number) != number) {
                 pieces.keep(line.whole);
             }
             return;
@@ -278,11 +267,10 @@ std::vector<std::string_view> withNewValues(std::string_view own, std::string_vi
             pieces.keep(line.whole);
             return;
         }
-        const EntryKey key {chapter, *ident};
-        const auto newValue = newValues.find(key);
         const std::string_view ownValue = line.content.substr(ident->size() + 1);
-        const std::string_view wanted = newValue == newValues.end() ? ownValue : newValue->second;
-        const std::string_view value = values.emplace(key, wanted).first->second;
+        const std::string_view* const newValue = newValues.find(chapter, *ident);
+        const std::string_view value
+            = *values.add(chapter, *ident, newValue == nullptr ? ownValue : *newValue).first;
         if (value == ownValue) {
             pieces.keep(line.whole);
         } else {

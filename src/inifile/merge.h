@@ -3,32 +3,14 @@
 // The two ways in which a new file of an add-on comes into the file of a user. All of it works on
 // UTF-8, and on whole texts; names compare exactly.
 
+#include "inifile/EntryTable.h"
+
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 namespace corma {
-
-/// The name of an entry in a file whose chapters are numbered.
-struct EntryKey
-{
-    std::size_t chapter = 0; // 0: the head of the file
-    std::string_view ident;
-
-    bool operator==(const EntryKey&) const = default;
-};
-
-struct EntryKeyHash
-{
-    std::size_t operator()(const EntryKey& key) const
-    {
-        constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15U;
-        return std::hash<std::string_view>()(key.ident) ^ (key.chapter + 1) * kFactor;
-    }
-};
 
 /// Adds to the lines of a file what a file of defaults has beyond them. The texts must outlive the
 /// object. Lines are cut at their first character below 32; a line of more than 3000 characters is
@@ -67,14 +49,14 @@ private:
     void addEntry(std::string_view line, std::string_view ident);
     std::size_t insert(std::string_view line, std::size_t behind);
     std::size_t placeInChapter(std::size_t chapter) const;
-    std::size_t startChapter(std::string_view header);
+    std::size_t chapterOfDefaults();
 
     std::vector<Node> m_nodes;
     std::size_t m_first = kNone;
     std::size_t m_last = kNone;
-    std::vector<Chapter> m_chapters;
-    std::unordered_map<std::string_view, std::size_t> m_chapterNumbers; // the first of each header
-    std::unordered_map<EntryKey, std::size_t, EntryKeyHash> m_entries;
+    std::vector<Chapter> m_chapters; // 0: the head of the file
+    NumberedNames m_chapterNumbers;
+    EntryTable<std::size_t> m_entries; // the node of each
     int m_added = 0;
 
     // Where add() has come to:
