@@ -77,6 +77,14 @@ void reportUnreadable(const wchar_t* path, const corma::platform::FileError& err
     xx_reportError(corma::kInifileSource, __LINE__, text.c_str(), error.number);
 }
 
+// A text of nothing lacks no line end either.
+bool endsWithLineFeed(const std::vector<std::string_view>& pieces)
+{
+    const auto last = std::find_if(pieces.rbegin(), pieces.rend(),
+                                   [](std::string_view piece) { return !piece.empty(); });
+    return last == pieces.rend() || last->ends_with('\n');
+}
+
 enum class UpdateState
 {
     done,
@@ -209,7 +217,7 @@ int InifileInside::replaceOwnValues(xx_Inifile& own, const wchar_t* newFile)
                          TextRewrite::Missing::isFailure);
         auto pieces = withNewValues(file.text(), newValues);
         // A byte at the end of a scrambled file would be another character.
-        if (own.scrambled == 0 && !file.text().empty() && !file.text().ends_with('\n')) {
+        if (own.scrambled == 0 && !endsWithLineFeed(pieces)) {
             pieces.push_back(file.lineEnd());
         }
         file.replace(pieces);
