@@ -48,7 +48,7 @@ private:
     void take(std::string_view line);
     void addEntry(std::string_view line, std::string_view ident);
     std::size_t insert(std::string_view line, std::size_t behind);
-    std::size_t placeInChapter(std::size_t chapter) const;
+    [[nodiscard]] std::size_t placeInChapter(std::size_t chapter) const;
     std::size_t chapterOfDefaults();
 
     std::vector<Node> m_nodes;

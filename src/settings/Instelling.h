@@ -198,16 +198,17 @@ public:
     /// Writes the value into the configuration file (toGlobal) or the project file of the names,
     /// and adds the setting where the file does not have it. A project file that is not there is
     /// made. False, as the user was told, when that fails; the file is what it was then.
-    bool saveToFile(const FileNameSet& fileNames, bool toGlobal) const
+    [[nodiscard]] bool saveToFile(const FileNameSet& fileNames, bool toGlobal) const
     {
         return writeToFile(fileNames, toGlobal, true);
     }
 
     /// The same; a setting that the file does not have is added with mayAdd only.
-    bool writeToFile(const FileNameSet& fileNames, bool toGlobal, bool mayAdd) const;
+    [[nodiscard]] bool writeToFile(const FileNameSet& fileNames, bool toGlobal, bool mayAdd) const;
 
     /// Stores the value in a drawing, null: the working one. Nothing is told.
-    Acad::ErrorStatus writeToDrawing(AcDbDatabase* database, const FileNameSet& fileNames) const;
+    [[nodiscard]] Acad::ErrorStatus writeToDrawing(AcDbDatabase* database,
+                                                   const FileNameSet& fileNames) const;
 
     // --- packed texts, for those who read files --------------------------------------------------
 

@@ -113,8 +113,8 @@ void InstellingenArray::erase(const Instelling& setting)
     m_settings.erase(std::find_if(m_settings.begin(), m_settings.end(), isIt));
     m_expected = 0;
     m_index.clear();
-    for (std::size_t i = 0; i < m_settings.size(); ++i) {
-        m_index.add(m_settings[i]->packedName(), nameAt());
+    for (const auto& kept : m_settings) {
+        m_index.add(kept->packedName(), nameAt());
     }
 }
 
@@ -180,8 +180,8 @@ void RubriekenArray::erase(std::string_view name)
 {
     std::erase_if(m_categories, [&](const auto& kept) { return kept->packedName() == name; });
     m_index.clear();
-    for (std::size_t i = 0; i < m_categories.size(); ++i) {
-        m_index.add(m_categories[i]->packedName(), nameAt());
+    for (const auto& kept : m_categories) {
+        m_index.add(kept->packedName(), nameAt());
     }
 }
 

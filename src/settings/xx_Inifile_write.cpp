@@ -28,8 +28,9 @@ void writeToFile(const xx_Inifile& file, const corma::Ident& ident, const wchar_
     Rubriek category(std::wstring(ident.chapter()).c_str());
     Instelling setting(name.c_str(), value);
     setting.setCategory(&category);
-    setting.writeToFile(corma::namesFor(file.getFilename(), corma::textLanguage()), toGlobal,
-                        mayAdd);
+    const FileNameSet names = corma::namesFor(file.getFilename(), corma::textLanguage());
+    // The user is told of a failure; a caller has no use for it.
+    static_cast<void>(setting.writeToFile(names, toGlobal, mayAdd));
 }
 
 } // namespace
