@@ -1,6 +1,7 @@
 #include "foundation/decoded_text.h"
 
 #include "foundation/messages.h"
+#include "foundation/utf16.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -14,78 +15,6 @@ constexpr const wchar_t* kNotInWindows1252
     = L"line %d has a character that Windows-1252, the encoding of the file, does not have";
 constexpr const wchar_t* kNotSeenAsWindows1252
     = L"the file, which is in Windows-1252, would then be taken for UTF-8";
-
-constexpr char32_t kFirstSurrogate = 0xD800;
-constexpr char32_t kFirstTrail = 0xDC00;
-constexpr char32_t kBehindSurrogates = 0xE000;
-constexpr char32_t kFirstPaired = 0x10000;
-constexpr unsigned kSurrogateBits = 10;
-
-bool isLead(char32_t unit)
-{
-    return unit >= kFirstSurrogate && unit < kFirstTrail;
-}
-
-bool isTrail(char32_t unit)
-{
-    return unit >= kFirstTrail && unit < kBehindSurrogates;
-}
-
-// UTF-8 of UTF-16 bytes as far as they are well-formed.
-struct FromUtf16
-{
-    FromUtf16(std::string_view bytes, std::size_t highByte)
-    {
-        text.reserve(bytes.size());
-        const auto unitAt = [&](std::size_t at) {
-            const auto high = static_cast<unsigned char>(bytes[at + highByte]);
-            const auto low = static_cast<unsigned char>(bytes[at + 1 - highByte]);
-            return static_cast<char32_t>(high << 8U | low);
-        };
-        std::size_t at = 0;
-        for (; at + 1 < bytes.size(); at += 2) {
-            char32_t c = unitAt(at);
-            if (isLead(c) && at + 3 < bytes.size() && isTrail(unitAt(at + 2))) {
-                c = kFirstPaired + ((c - kFirstSurrogate) << kSurrogateBits)
-                    + (unitAt(at + 2) - kFirstTrail);
-                at += 2;
-            } else if (isLead(c) || isTrail(c)) {
-                return;
-            }
-            appendUtf8(text, c);
-        }
-        isWhole = at == bytes.size();
-    }
-
-    std::string text;
-    bool isWhole = false;
-};
-
-void appendUnit(std::string& bytes, char32_t unit, std::size_t highByte)
-{
-    const auto high = static_cast<char>(unit >> 8U);
-    const auto low = static_cast<char>(unit & 0xFFU);
-    bytes.push_back(highByte == 0 ? high : low);
-    bytes.push_back(highByte == 0 ? low : high);
-}
-
-void appendUtf16(std::string& bytes, std::string_view utf8, std::size_t highByte)
-{
-    for (std::size_t at = 0; at < utf8.size();) {
-        char32_t c = nextUtf8(utf8, at);
-        if (c >= kFirstPaired) {
-            c -= kFirstPaired;
-            appendUnit(bytes, kFirstSurrogate + (c >> kSurrogateBits), highByte);
-            c = kFirstTrail + (c & ((1U << kSurrogateBits) - 1));
-        }
-        appendUnit(bytes, c, highByte);
-    }
-}
-
-std::size_t highByteOf(Mark mark)
-{
-    return mark == Mark::utf16Little ? 1 : 0;
-}
 
 int lineBehind(std::string_view text)
 {
@@ -141,11 +70,19 @@ DecodedText::DecodedText(std::string_view content)
 
 void DecodedText::decodeUtf16(std::string_view bytes)
 {
-    FromUtf16 decoded(bytes, highByteOf(m_mark));
     m_form = Form::utf16;
-    m_converted = std::move(decoded.text);
+    m_converted.reserve(bytes.size());
+    bool isWhole = true;
+    for (std::size_t at = 0; isWhole && at < bytes.size();) {
+        const bool isUnit = at + 1 < bytes.size();
+        const char32_t c = nextUtf16(bytes, at, m_mark);
+        isWhole = isUnit && !isSurrogate(c);
+        if (isWhole) {
+            appendUtf8(m_converted, c);
+        }
+    }
     m_text = m_converted;
-    if (!decoded.isWhole) {
+    if (!isWhole) {
         m_defect = formatted(kNotDecoded, lineBehind(m_converted), L"UTF-16");
     }
 }
@@ -171,7 +108,7 @@ DecodedText::Encoded DecodedText::encoded(std::span<const std::string_view> piec
     case Form::utf16:
         result.bytes = bytesOf(m_mark);
         for (const std::string_view piece : pieces) {
-            appendUtf16(result.bytes, piece, highByteOf(m_mark));
+            appendUtf16(result.bytes, piece, m_mark);
         }
         break;
     case Form::windows1252:

@@ -1,6 +1,7 @@
 #include "foundation/text_file.h"
 
 #include "foundation/byte_order_mark.h"
+#include "foundation/utf16.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -10,68 +11,23 @@ namespace corma {
 
 namespace {
 
-// Reads code points out of UTF-16 bytes; what is no pair of surrogates becomes U+FFFD.
-class Utf16Reader
-{
-public:
-    Utf16Reader(std::string_view bytes, std::size_t highByte)
-        : m_bytes(bytes)
-        , m_high(highByte)
-    {
-    }
-
-    [[nodiscard]] bool atEnd() const { return m_at >= m_bytes.size(); }
-
-    char32_t next()
-    {
-        const char32_t unit = take();
-        const bool isLead = unit >= 0xD800 && unit <= 0xDBFF;
-        if (isLead && !atEnd()) {
-            const std::size_t before = m_at;
-            const char32_t trail = take();
-            if (trail >= 0xDC00 && trail <= 0xDFFF) {
-                return 0x10000 + ((unit - 0xD800) << 10U) + (trail - 0xDC00);
-            }
-            m_at = before;
-        }
-        return unit; // a lone surrogate is replaced when it is written as UTF-8
-    }
-
-private:
-    char32_t take()
-    {
-        if (m_at + 1 >= m_bytes.size()) {
-            m_at = m_bytes.size();
-            return 0xFFFD;
-        }
-        const auto high = static_cast<unsigned char>(m_bytes[m_at + m_high]);
-        const auto low = static_cast<unsigned char>(m_bytes[m_at + 1 - m_high]);
-        m_at += 2;
-        return static_cast<char32_t>(high << 8U | low);
-    }
-
-    std::string_view m_bytes;
-    std::size_t m_high; // 0 or 1: where the high byte of a unit stands
-    std::size_t m_at = 0;
-};
-
 // UTF-8 of the text, with the padding that FileContent promises. Measured first, so that the
 // buffer is taken once and at its right size.
-void turnIntoUtf8(platform::FileContent& content, std::size_t highByte)
+void turnIntoUtf8(platform::FileContent& content, Mark mark)
 {
-    const std::string_view units = content.view().substr(bytesOf(Mark::utf16Little).size());
+    const std::string_view units = content.view().substr(bytesOf(mark).size());
     std::string one;
     std::size_t size = 0;
-    for (Utf16Reader reader(units, highByte); !reader.atEnd(); size += one.size()) {
+    for (std::size_t at = 0; at < units.size(); size += one.size()) {
         one.clear();
-        appendUtf8(one, reader.next());
+        appendUtf8(one, nextUtf16(units, at, mark));
     }
     constexpr std::size_t kPadding = platform::FileContent::kPadding;
     auto bytes = std::make_unique_for_overwrite<char[]>(size + kPadding);
     char* out = bytes.get();
-    for (Utf16Reader reader(units, highByte); !reader.atEnd();) {
+    for (std::size_t at = 0; at < units.size();) {
         one.clear();
-        appendUtf8(one, reader.next());
+        appendUtf8(one, nextUtf16(units, at, mark)); // of half a pair it makes U+FFFD
         out = std::copy(one.begin(), one.end(), out);
     }
     std::fill_n(out, kPadding, '\0');
@@ -84,7 +40,7 @@ std::optional<Encoding> followMark(platform::FileContent& content, std::string_v
 {
     const Mark mark = markOf(content.view());
     if (mark == Mark::utf16Little || mark == Mark::utf16Big) {
-        turnIntoUtf8(content, mark == Mark::utf16Little ? 1 : 0);
+        turnIntoUtf8(content, mark);
         text = content.view();
         return Encoding::utf8;
     }
