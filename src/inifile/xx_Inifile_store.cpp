@@ -33,12 +33,21 @@ std::optional<std::string> toWindows1252(std::wstring_view text)
     return bytes;
 }
 
+// How far the change of a file came.
+enum class Came
+{
+    nowhere,
+    toOpening,
+    toWriting
+};
+
 // A temporary file that cannot be made is not told
 // (test: AFolderThatTakesNoFileIsNotTold).
-bool isTold(const corma::platform::FileError& error)
+bool isTold(const corma::platform::FileError& error, Came came)
 {
     using Cause = corma::platform::FileError::Cause;
-    return error.cause != Cause::denied && error.cause != Cause::badPath;
+    const bool isRefused = error.cause == Cause::denied || error.cause == Cause::badPath;
+    return error.isOne() && !(came == Came::toOpening && isRefused);
 }
 
 } // namespace
@@ -55,23 +64,26 @@ void InifileInside::writeScrambled(const xx_Inifile& file, const Ident& ident,
     }
     using platform::FileRewrite;
     platform::FileError error;
-    bool isOpened = false;
+    Came came = Came::nowhere;
     {
         FileRewrite rewrite(file.filename, std::wstring(file.filename) + L"2",
                             FileRewrite::Missing::isFailure);
-        isOpened = !rewrite.error().isOne();
         const auto changed = withScrambledValue(rewrite.content(), file.scrambled, ident, *bytes);
-        if (isOpened && !changed) {
+        if (!rewrite.error().isOne() && !changed) {
             return; // a file that is not scrambled at all would not survive being written
         }
-        if (isOpened) {
+        if (!rewrite.error().isOne()) {
+            came = Came::toOpening;
             const std::array<std::string_view, 1> whole {*changed};
-            static_cast<void>(rewrite.write(whole) && rewrite.commit());
+            if (rewrite.write(whole)) {
+                came = Came::toWriting;
+                static_cast<void>(rewrite.commit()); // its error tells
+            }
         }
         error = rewrite.error();
     }
-    if (error.isOne() && (!isOpened || isTold(error))) {
-        const wchar_t* const format = isOpened ? kCannotWrite : kCannotOpen;
+    if (isTold(error, came)) {
+        const wchar_t* const format = came == Came::nowhere ? kCannotOpen : kCannotWrite;
         xx_reportError(kInifileSource, __LINE__, formatted(format, file.filename).c_str(),
                        error.number);
     }
