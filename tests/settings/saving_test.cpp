@@ -2,43 +2,23 @@
 #include "inifile/drawing_settings.h"
 #include "platform/text.h"
 #include "settings/FailingCall.h"
-#include "settings/SettingsTest.h"
+#include "settings/LevelsTest.h"
 #include "settings/saving.h"
 #include "settings/texts.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <random>
 
 using corma::MessageIcon;
 using corma::platform::SystemCall;
 using corma::testing::FailingCall;
-using corma::testing::SettingsTest;
+using corma::testing::filesIn;
+using corma::testing::LevelsTest;
 using corma::testing::TempFolder;
 
 namespace {
 
 using namespace std::string_literals;
-
-/// The names of the files below a folder, a blank between.
-std::string filesIn(const TempFolder& folder)
-{
-    namespace fs = std::filesystem;
-    const fs::path root = corma::platform::toNative(folder.path());
-    std::vector<std::string> names;
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        if (entry.is_regular_file()) {
-            names.push_back(entry.path().lexically_relative(root).native());
-        }
-    }
-    std::sort(names.begin(), names.end());
-    std::string all;
-    for (const std::string& name : names) {
-        all += (all.empty() ? "" : " ") + name;
-    }
-    return all;
-}
 
 /// What is to be written.
 struct What
@@ -63,30 +43,8 @@ bool save(const FileNameSet& names, const What& what, Target target = Target::gl
     return setting.writeToFile(names, target == Target::global, mayAdd);
 }
 
-class Saving : public SettingsTest
+class Saving : public LevelsTest
 {
-protected:
-    void SetUp() override
-    {
-        SettingsTest::SetUp();
-        folder.makeFolder(L"cfg");
-        folder.makeFolder(L"house");
-    }
-
-    [[nodiscard]] FileNameSet where() const
-    {
-        FileNameSet names = FileNameSet::of(folder.path(L"cfg/"), L"tool.ini", 9);
-        names.projectFolder = folder.path(L"house/");
-        return names;
-    }
-
-    [[nodiscard]] std::string ini() const { return folder.read(L"cfg/tool.ini"); }
-
-    [[nodiscard]] std::string ipr() const { return folder.read(L"house/tool.ipr"); }
-
-    void writeIni(std::string_view text) { folder.write(L"cfg/tool.ini", text); }
-
-    void writeIpr(std::string_view text) { folder.write(L"house/tool.ipr", text); }
 };
 
 // --- targets -------------------------------------------------------------------------------------
@@ -420,7 +378,7 @@ protected:
     /// The texts name the configuration file whatever the target was.
     static std::string notWritten() { return "~/cfg/tool.ini\n" + GetParam().notWritten + "\n"; }
 
-    [[nodiscard]] std::string told()
+    [[nodiscard]] std::string toldToStop()
     {
         EXPECT_EQ(services.icons, std::vector(services.boxes.size(), MessageIcon::stop));
         EXPECT_EQ(services.titles, std::vector<std::wstring>(services.boxes.size(), L"CfgDesk"));
@@ -435,7 +393,7 @@ protected:
 TEST_P(SavingTells, OfAMissingConfigurationFile)
 {
     EXPECT_FALSE(save(where(), {}));
-    EXPECT_EQ(told(), "~/cfg/tool.ini : " + GetParam().notFound + "\n" + notWritten());
+    EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : " + GetParam().notFound + "\n" + notWritten());
     EXPECT_EQ(filesIn(folder), "");
 }
 
@@ -444,11 +402,11 @@ TEST_P(SavingTells, OfAMissingFolder)
     FileNameSet names = where();
     names.globalFolder = folder.path(L"none/");
     EXPECT_FALSE(save(names, {}));
-    EXPECT_EQ(told(), "~/none/tool.ini\n" + GetParam().notWritten + "\n");
+    EXPECT_EQ(toldToStop(), "~/none/tool.ini\n" + GetParam().notWritten + "\n");
     names = where();
     names.projectFolder = folder.path(L"none/");
     EXPECT_FALSE(save(names, {}, Target::project));
-    EXPECT_EQ(told(), notWritten());
+    EXPECT_EQ(toldToStop(), notWritten());
     EXPECT_FALSE(folder.has(L"none"));
 }
 
@@ -459,7 +417,7 @@ TEST_P(SavingTells, OfAFileThatMayNotBeWritten)
     for (const Target target : {Target::global, Target::project}) {
         const FailingCall readOnly(SystemCall::openTarget, EACCES);
         EXPECT_FALSE(save(where(), {}, target));
-        EXPECT_EQ(told(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
+        EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
     }
     EXPECT_EQ(ini(), "A=1\n");
     EXPECT_EQ(ipr(), "A=p\n");
@@ -470,7 +428,7 @@ TEST_P(SavingTells, OfAFolderOfTheName)
 {
     folder.makeFolder(L"cfg/tool.ini");
     EXPECT_FALSE(save(where(), {}));
-    EXPECT_EQ(told(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
+    EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
 }
 
 TEST_P(SavingTells, OfATemporaryFileThatCannotBeMade)
@@ -478,7 +436,7 @@ TEST_P(SavingTells, OfATemporaryFileThatCannotBeMade)
     writeIni("A=1\n");
     const FailingCall readOnly(SystemCall::create, EACCES);
     EXPECT_FALSE(save(where(), {}));
-    EXPECT_EQ(told(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
+    EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
     EXPECT_EQ(ini(), "A=1\n");
 }
 
@@ -488,9 +446,9 @@ TEST_P(SavingTells, OfADiskThatIsFull)
     for (const SystemCall call : {SystemCall::write, SystemCall::flush, SystemCall::create}) {
         const FailingCall full(call, ENOSPC);
         EXPECT_FALSE(save(where(), {}));
-        EXPECT_EQ(told(), "~/cfg/tool.ini : the disk is full\n" + notWritten());
+        EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : the disk is full\n" + notWritten());
         EXPECT_FALSE(save(where(), {}, Target::project));
-        EXPECT_EQ(told(), "~/house/tool.ipr : the disk is full\n" + notWritten());
+        EXPECT_EQ(toldToStop(), "~/house/tool.ipr : the disk is full\n" + notWritten());
         EXPECT_EQ(ini(), "A=1\n");
         EXPECT_EQ(filesIn(folder), "cfg/tool.ini");
     }
@@ -501,7 +459,7 @@ TEST_P(SavingTells, OfAnyOtherErrorWithoutItsName)
     writeIni("A=1\n");
     const FailingCall broken(SystemCall::read, EIO);
     EXPECT_FALSE(save(where(), {}));
-    EXPECT_EQ(told(), notWritten());
+    EXPECT_EQ(toldToStop(), notWritten());
     EXPECT_EQ(ini(), "A=1\n");
 }
 
@@ -546,13 +504,7 @@ protected:
     void SetUp() override
     {
         Saving::SetUp();
-        ASSERT_TRUE(corma::newDocument(folder.path(L"house/house.dxf").c_str()));
-    }
-
-    [[nodiscard]] static std::optional<std::wstring> stored(const wchar_t* chapter,
-                                                            const wchar_t* ident)
-    {
-        return corma::readFromDrawing(L"tool.ini", chapter, ident, nullptr);
+        newDrawing();
     }
 };
 
@@ -562,11 +514,12 @@ TEST_F(SavingInDrawings, StoresTheValueUnderTheIdent)
     Instelling setting(L"Hoogte", L"2.5");
     setting.setCategory(&category);
     EXPECT_EQ(setting.writeToDrawing(nullptr, where()), Acad::eOk);
-    EXPECT_EQ(stored(L"A=B/C", L"Hoogte"), L"2.5") << "the chapter is coded";
+    EXPECT_EQ(drawing(),
+              "XX_HEX_0x41003d0042002f004300/\nXX_HEX_0x41003d0042002f004300/Hoogte=2.5\n");
     setting.setValue(L"");
     EXPECT_EQ(setting.writeToDrawing(acdbHostApplicationServices()->workingDatabase(), where()),
               Acad::eOk);
-    EXPECT_EQ(stored(L"A=B/C", L"Hoogte"), L"");
+    EXPECT_EQ(corma::readFromDrawing(L"tool.ini", L"A=B/C", L"Hoogte", nullptr), L"");
     EXPECT_EQ(filesIn(folder), "") << "files are not written";
 }
 
@@ -574,12 +527,12 @@ TEST_F(SavingInDrawings, WithoutACategoryStoresInTheHead)
 {
     const Instelling setting(L"Hoogte", L"1");
     EXPECT_EQ(setting.writeToDrawing(nullptr, where()), Acad::eOk);
-    EXPECT_EQ(stored(L"", L"Hoogte"), L"1");
+    EXPECT_EQ(drawing(), "Hoogte=1\n");
     Rubriek head(L"Algemeen");
     Instelling other(L"Breedte", L"2");
     other.setCategory(&head);
     EXPECT_EQ(other.writeToDrawing(nullptr, where()), Acad::eOk);
-    EXPECT_EQ(stored(L"", L"Breedte"), L"2");
+    EXPECT_EQ(drawing(), "Breedte=2\nHoogte=1\n");
 }
 
 TEST_F(SavingInDrawings, OutlivesTheDocument)
@@ -588,7 +541,7 @@ TEST_F(SavingInDrawings, OutlivesTheDocument)
     ASSERT_EQ(setting.writeToDrawing(nullptr, where()), Acad::eOk);
     ASSERT_TRUE(corma::saveDocument());
     ASSERT_TRUE(corma::openDocument(folder.path(L"house/house.dxf").c_str()));
-    EXPECT_EQ(stored(L"", L"Hoogte"), L"\xE9 \x20AC");
+    EXPECT_EQ(drawing(), "Hoogte=\xC3\xA9 \xE2\x82\xAC\n");
 }
 
 TEST_F(SavingInDrawings, ThatCannotBeDoneTellsNothing)
