@@ -68,6 +68,15 @@ std::string filesIn(const TempFolder& folder)
     return all;
 }
 
+int WriteWatch::before(platform::SystemCall call)
+{
+    if (call == platform::SystemCall::rename) {
+        ++writes;
+        files = filesIn(m_folder);
+    }
+    return 0;
+}
+
 void LevelsTest::SetUp()
 {
     SettingsTest::SetUp();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/FailingCall.h"
 #include "settings/SettingsTest.h"
 
 #include <memory>
@@ -11,6 +12,25 @@ namespace corma::testing {
 
 /// The names of the files below a folder, a blank between.
 std::string filesIn(const TempFolder& folder);
+
+/// Looks at a folder whenever a file takes another's name, which is how each write ends.
+class WriteWatch : public FailingCall
+{
+public:
+    explicit WriteWatch(const TempFolder& folder)
+        : FailingCall(platform::SystemCall::rename, 0)
+        , m_folder(folder)
+    {
+    }
+
+    int before(platform::SystemCall call) override;
+
+    int writes = 0;
+    std::string files; // in the folder, just before the last one
+
+private:
+    const TempFolder& m_folder;
+};
 
 /// Tests of tool.ini in the folder cfg with the project folder house, and with a drawing that knows
 /// them.

@@ -13,6 +13,7 @@ using corma::platform::SystemCall;
 using corma::testing::FailingCall;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
+using corma::testing::WriteWatch;
 
 namespace {
 
@@ -178,24 +179,6 @@ World worldAfter(const Case& given, const std::string& text)
 
 // --- the rule in force ---------------------------------------------------------------------------
 
-/// Counts the files that take their new content.
-class WriteCount : public FailingCall
-{
-public:
-    WriteCount()
-        : FailingCall(SystemCall::rename, 0)
-    {
-    }
-
-    int before(SystemCall call) override
-    {
-        count += call == SystemCall::rename ? 1 : 0;
-        return 0;
-    }
-
-    int count = 0;
-};
-
 class ApplyValue : public LevelsTest
 {
 protected:
@@ -262,9 +245,9 @@ class ApplyValueIn : public ApplyValue, public ::testing::WithParamInterface<Cas
 
 TEST_P(ApplyValueIn, WritesByTheRule)
 {
-    const WriteCount written;
+    const WriteWatch watch(folder);
     EXPECT_TRUE(apply(GetParam()));
-    EXPECT_EQ(world(written.count).text(), worldAfter(GetParam(), "new").text());
+    EXPECT_EQ(world(watch.writes).text(), worldAfter(GetParam(), "new").text());
     EXPECT_EQ(filesIn(folder), "cfg/tool.ini house/tool.ipr");
     EXPECT_EQ(boxes(), "");
 }

@@ -13,6 +13,7 @@ using corma::testing::FailingCall;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
 using corma::testing::valuesOf;
+using corma::testing::WriteWatch;
 
 namespace {
 
@@ -193,6 +194,19 @@ TEST_F(Removal, LeavesAListInWhichTheOthersAreFound)
     EXPECT_TRUE(removeFromFile(*loaded, L"Algemeen", L"C"));
     EXPECT_EQ(ini(), "");
     EXPECT_EQ((*loaded)[0].settings().size(), 0U);
+}
+
+TEST_F(Removal, GathersTheNewContentInTheProjectFolder)
+{
+    writeIni("A=1\n[X]\n");
+    const auto loaded = model();
+    const WriteWatch watch(folder);
+    EXPECT_TRUE(removeFromFile(*loaded, L"Algemeen", L"A"));
+    EXPECT_EQ(watch.files, "cfg/tool.ini house/dummy.tmp");
+    EXPECT_TRUE(loaded->removeCategory(L"X", where(), false, false, nullptr));
+    EXPECT_EQ(watch.files, "cfg/tool.ini house/dummy.tmp");
+    EXPECT_EQ(watch.writes, 2);
+    EXPECT_EQ(filesIn(folder), "cfg/tool.ini");
 }
 
 TEST_F(Removal, OfAMissingConfigurationFileIsToldAndMakesItEmpty)

@@ -15,6 +15,7 @@ using corma::testing::FailingCall;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
 using corma::testing::TempFolder;
+using corma::testing::WriteWatch;
 
 namespace {
 
@@ -127,37 +128,13 @@ TEST_F(Saving, TwiceChangesNothingMore)
     }
 }
 
-/// Looks at the folder whenever something takes another's name.
-class RenameWatch : public FailingCall
-{
-public:
-    explicit RenameWatch(const TempFolder& folder)
-        : FailingCall(SystemCall::rename, 0)
-        , m_folder(folder)
-    {
-    }
-
-    int before(SystemCall call) override
-    {
-        if (call == SystemCall::rename) {
-            seen = filesIn(m_folder);
-        }
-        return 0;
-    }
-
-    std::string seen;
-
-private:
-    const TempFolder& m_folder;
-};
-
 TEST_F(Saving, GathersTheNewContentInTheProjectFolder)
 {
     writeIni("A=1\n");
     for (const Target target : {Target::global, Target::project}) {
-        const RenameWatch watch(folder);
+        const WriteWatch watch(folder);
         EXPECT_TRUE(save(where(), {}, target));
-        EXPECT_EQ(watch.seen, "cfg/tool.ini house/dummy.tmp");
+        EXPECT_EQ(watch.files, "cfg/tool.ini house/dummy.tmp");
     }
     EXPECT_EQ(filesIn(folder), "cfg/tool.ini house/tool.ipr");
 }
@@ -542,6 +519,32 @@ TEST_F(SavingInDrawings, OutlivesTheDocument)
     ASSERT_TRUE(corma::saveDocument());
     ASSERT_TRUE(corma::openDocument(folder.path(L"house/house.dxf").c_str()));
     EXPECT_EQ(drawing(), "Hoogte=\xC3\xA9 \xE2\x82\xAC\n");
+}
+
+TEST_F(SavingInDrawings, AProjectCopyIsWrittenIntoTheProjectAndTheRecordStays)
+{
+    writeIni("[X]\nA=G\n");
+    store(L"X", L"A", L"D");
+    const auto loaded = model();
+    Instelling& setting = (*loaded)[1].settings()[0];
+    setting.makeProjectCopy();
+    EXPECT_TRUE(setting.saveToFile(where(), false));
+    EXPECT_EQ(ini(), "[X]\nA=G\n");
+    EXPECT_EQ(ipr(), "[X]\nA=D");
+    EXPECT_EQ(drawing(), "X/\nX/A=D\n");
+}
+
+TEST_F(SavingInDrawings, ALocalCopyIsWrittenIntoTheDrawingAlone)
+{
+    writeIni("[X]\nA=G\n");
+    writeIpr("[X]\nA=P\n");
+    const auto loaded = model();
+    Instelling& setting = (*loaded)[1].settings()[0];
+    setting.makeLocalCopy();
+    EXPECT_EQ(setting.writeToDrawing(nullptr, where()), Acad::eOk);
+    EXPECT_EQ(ini(), "[X]\nA=G\n");
+    EXPECT_EQ(ipr(), "[X]\nA=P\n");
+    EXPECT_EQ(drawing(), "X/\nX/A=P\n");
 }
 
 TEST_F(SavingInDrawings, ThatCannotBeDoneTellsNothing)
