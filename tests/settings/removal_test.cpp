@@ -260,6 +260,19 @@ TEST_F(Removal, OnAFullDiskIsToldAndChangesNothing)
     EXPECT_EQ(ini(), "A=1\n");
 }
 
+TEST_F(Removal, FromAFileThatAnotherProgramKeepsIsToldAndChangesNothing)
+{
+    writeIni("A=1\n");
+    const auto loaded = model();
+    const FailingCall kept(SystemCall::openTarget, EWOULDBLOCK);
+    EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"A"));
+    EXPECT_EQ(told(),
+              std::string(kNoFile)
+                  + "stop: ~/cfg/tool.ini : another program keeps it from being changed\n");
+    EXPECT_EQ(valuesOf(*loaded), "[Algemeen]\n  A=1\n");
+    EXPECT_EQ(ini(), "A=1\n");
+}
+
 TEST_F(Removal, OfWhichTheFileIsNotReplacedChangesNothing)
 {
     writeIni("A=1\n");

@@ -431,6 +431,20 @@ TEST_P(SavingTells, OfADiskThatIsFull)
     }
 }
 
+TEST_P(SavingTells, OfAFileThatAnotherProgramKeeps)
+{
+    writeIni("A=1\n");
+    const FailingCall kept(SystemCall::openTarget, EWOULDBLOCK);
+    for (const Target target : {Target::global, Target::project}) {
+        EXPECT_FALSE(save(where(), {}, target));
+        const std::string path = target == Target::global ? "~/cfg/tool.ini" : "~/house/tool.ipr";
+        EXPECT_EQ(toldToStop(),
+                  path + " : another program keeps it from being changed\n" + notWritten());
+    }
+    EXPECT_EQ(ini(), "A=1\n");
+    EXPECT_EQ(filesIn(folder), "cfg/tool.ini");
+}
+
 TEST_P(SavingTells, OfAnyOtherErrorWithoutItsName)
 {
     writeIni("A=1\n");
