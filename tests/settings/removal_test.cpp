@@ -538,7 +538,11 @@ INSTANTIATE_TEST_SUITE_P(
                      From::files, L"X", false,
                      "[Algemeen]\n[X]\n  A=G (; global G)\n  B=H\n  C=I\n", "[X]\nB=H\nC=I\n",
                      "[X]\n", kBothDrawn, kNotAllRemoved},
-        CategoryRow {"WhatWasRemovedBeforeAFailureStaysRemoved", "[X]\nA=1\nC=2\n",
+        CategoryRow {"WhatWasRemovedBeforeAFailureStaysRemoved", "[X]\nB=1\nA=G\nC=1\nD=1\n",
+                     "[X]\nA=P\n", From::files, L"X", false,
+                     "[Algemeen]\n[X]\n  A=G (; global G)\n  C=1\n  D=1\n", "[X]\nC=1\nD=1\n",
+                     "[X]\n", kBothDrawn, kNotAllRemoved},
+        CategoryRow {"AProjectSettingBehindAnotherIsNotReached", "[X]\nA=1\nC=2\n",
                      "[X]\nC=P\nB=Q\n", From::files, L"X", true, "[Algemeen]\n", "", "[X]\nB=Q\n",
                      kYDrawn, kRemoved},
         CategoryRow {"OfTwoOfANameTheLaterIsEmptiedAndBothGo", "[X]\nA=1\n[X]\nB=2\n", nullptr,
@@ -642,6 +646,37 @@ TEST_F(Removal, OfACategoryWhoseHeaderCannotBeWrittenKeepsIt)
     EXPECT_TRUE(loaded->removeCategory(L"X", where(), false, true, database()));
     EXPECT_EQ(told(), kRemoved);
     EXPECT_EQ(drawing(), "");
+}
+
+/// Lets the first write of a file fail.
+class FailingOnce : public FailingCall
+{
+public:
+    FailingOnce()
+        : FailingCall(SystemCall::flush, ENOSPC)
+    {
+    }
+
+    int before(SystemCall call) override
+    {
+        const int error = m_hasFailed ? 0 : FailingCall::before(call);
+        m_hasFailed = m_hasFailed || error != 0;
+        return error;
+    }
+
+private:
+    bool m_hasFailed = false;
+};
+
+TEST_F(Removal, OfACategoryGoesOnBehindAFailureAndKeepsTheCategory)
+{
+    writeIni("[X]\nA=1\nB=2\nC=3\n");
+    const auto loaded = model();
+    const FailingOnce once;
+    EXPECT_FALSE(loaded->removeCategory(L"X", where(), false, false, nullptr));
+    EXPECT_EQ(told(), std::string("stop: ~/cfg/tool.ini : the disk is full\n") + kNotAllRemoved);
+    EXPECT_EQ(valuesOf(*loaded), "[Algemeen]\n[X]\n  C=3\n") << "three turns, one in vain";
+    EXPECT_EQ(ini(), "[X]\nC=3\n");
 }
 
 TEST_F(Removal, OfACategoryWithoutAFileIsToldAndMakesOne)
