@@ -80,6 +80,11 @@ std::string_view endOf(std::string_view line)
     return line.ends_with('\n') ? "\n" : "";
 }
 
+std::string_view withoutEnd(std::string_view line)
+{
+    return line.substr(0, line.size() - endOf(line).size());
+}
+
 // The chapter that a line begins; nothing for a line that is no header. Without its bracket it is a
 // header of no chapter.
 std::optional<std::string_view> chapterIn(std::string_view line)
@@ -229,12 +234,13 @@ std::optional<TextEdit> editToRemove(std::string_view text, std::string_view lin
 {
     bool isIn = category == headChapter();
     for (Lines lines(text); isIn ? lines.next() : lines.nextBracketed();) {
-        const auto chapter = chapterIn(lines.line());
-        if (chapter) {
-            isIn = *chapter == category;
-        }
-        if (isIn && lines.line().starts_with(name)) {
+        // A header is still in the chapter before it, as when a line is written: an empty name
+        // does not take the header of its own chapter.
+        if (isIn && withoutEnd(lines.line()).starts_with(name)) {
             return editOf(text, lineEnd, lines.begin(), lines.end());
+        }
+        if (const auto chapter = chapterIn(lines.line())) {
+            isIn = *chapter == category;
         }
     }
     return std::nullopt;
@@ -244,7 +250,7 @@ std::optional<TextEdit> editToRemoveHeader(std::string_view text, std::string_vi
                                            std::string_view category)
 {
     for (Lines lines(text); lines.nextBracketed();) {
-        if (lines.line().substr(1).starts_with(category)) {
+        if (withoutEnd(lines.line()).substr(1).starts_with(category)) {
             return editOf(text, lineEnd, lines.begin(), lines.end());
         }
     }

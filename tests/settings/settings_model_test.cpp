@@ -1,14 +1,19 @@
 #include "host/host.h"
 #include "inifile/drawing_settings.h"
 #include "platform/text.h"
-#include "settings/SettingsTest.h"
+#include "settings/LevelsTest.h"
 #include <corma/settings_model.h>
 #include <corma/texts.h>
 
+using corma::AppliedValue;
 using corma::CategoryContents;
 using corma::ModelRequest;
+using corma::SaveBoxes;
 using corma::SettingContents;
 using corma::SettingsModel;
+using corma::ValueEditor;
+using corma::testing::filesIn;
+using corma::testing::LevelsTest;
 using corma::testing::SettingsTest;
 
 namespace {
@@ -240,6 +245,250 @@ TEST_F(SettingsModelTest, AccessLevelsMakeSettingsReadOnlyFromTheNextFillOn)
     EXPECT_EQ(model.contents()[0].settings[0].readOnly, L"true");
     model.fillList(L"Algemeen", list, L"", {});
     EXPECT_EQ(list.text(), "8 Beheer String 1  0\n");
+}
+
+// --- changes -------------------------------------------------------------------------------------
+
+class SettingsModelChanges : public LevelsTest
+{
+protected:
+    /// The files of the folders cfg and house; the drawing is looked at when there is one.
+    [[nodiscard]] ModelRequest files() const
+    {
+        return {.file = folder.path(L"cfg/tool.ini"),
+                .projectFile = folder.has(L"house/tool.ipr")
+                    ? std::optional(folder.path(L"house/tool.ipr"))
+                    : std::nullopt,
+                .withDrawing = acDocManagerPtr()->curDocument() != nullptr};
+    }
+
+    /// The values in force, an entry a line behind its chapter.
+    static std::string valuesIn(const SettingsModel& model)
+    {
+        std::string text;
+        for (const CategoryContents& category : model.contents()) {
+            text += "[" + corma::toUtf8(category.name) + "]";
+            for (const SettingContents& setting : category.settings) {
+                text += " " + corma::toUtf8(setting.name) + "=" + corma::toUtf8(setting.value)
+                    + (setting.isProject ? " (project)" : "")
+                    + (setting.isLocal ? " (drawing)" : "");
+            }
+            text += "\n";
+        }
+        return text;
+    }
+
+    /// What became of a value, as a text.
+    static std::string textOf(const AppliedValue& applied)
+    {
+        return std::string(applied.accepted ? "accepted" : "refused")
+            + (applied.stored ? ", stored" : "")
+            + (applied.value ? ", \"" + corma::toUtf8(*applied.value) + "\"" : "");
+    }
+};
+
+TEST_F(SettingsModelChanges, AValueIsWrittenWhereTheModesTell)
+{
+    writeIni("A=1\n[X]\nB=2\n");
+    SettingsModel model(files());
+    EXPECT_EQ(textOf(model.apply(L"X", L"B", L"3", ValueEditor::generic, {})),
+              "accepted, stored, \"3\"");
+    EXPECT_EQ(ini(), "A=1\n[X]\nB=3\n");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=1\n[X] B=3\n");
+    EXPECT_EQ(filesIn(folder), "cfg/tool.ini");
+}
+
+TEST_F(SettingsModelChanges, AValueIsWrittenIntoTheProject)
+{
+    writeIni("A=1\n");
+    writeIpr("");
+    SettingsModel model(files());
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"A", L"3", ValueEditor::generic, {})),
+              "accepted, stored, \"3\"");
+    EXPECT_EQ(ini(), "A=1\n");
+    EXPECT_EQ(ipr(), "A=3\n");
+    EXPECT_EQ(
+        textOf(model.apply(L"Algemeen", L"A", L"4", ValueEditor::generic, {.globally = true})),
+        "accepted, stored, \"4\"");
+    EXPECT_EQ(ini(), "A=4\n");
+    EXPECT_EQ(ipr(), "A=4\n");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=4 (project)\n");
+}
+
+TEST_F(SettingsModelChanges, AValueIsWrittenIntoTheDrawing)
+{
+    writeIni("A=1\n");
+    newDrawing();
+    SettingsModel model(files());
+    ASSERT_TRUE(model.localMode());
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"A", L"3", ValueEditor::visual, {})),
+              "accepted, stored, \"3\"");
+    EXPECT_EQ(ini(), "A=1\n");
+    EXPECT_EQ(drawing(), "A=3\n");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=3 (drawing)\n");
+}
+
+TEST_F(SettingsModelChanges, AValueIsKeptAsItsTypeMakesIt)
+{
+    folder.write(L"cfg/tool.inr", "Getal=d max=2\nAan=t\n");
+    writeIni("Getal=1\nAan=1\n");
+    SettingsModel model(files());
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"Getal", L"3,5", ValueEditor::generic, {})),
+              "accepted, stored, \"3.5\"")
+        << "limits are the dialog's to look at";
+    EXPECT_EQ(ini(), "Getal=3.5\nAan=1\n");
+}
+
+TEST_F(SettingsModelChanges, AValueThatIsNoneOfItsTypeIsRefusedAndNothingWritten)
+{
+    folder.write(L"cfg/tool.inr", "Getal=i\nAan=t\nRaster=h\n");
+    writeIni("Getal=1\nAan=1\nRaster=x");
+    SettingsModel model(files());
+    const SaveBoxes all {.globally = true, .inProject = true};
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"Getal", L"3x5", ValueEditor::generic, all)),
+              "refused, \"35\"");
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"Aan", L"ja", ValueEditor::generic, all)),
+              "refused, \"0\"");
+    EXPECT_EQ(boxes(), "");
+    EXPECT_EQ(
+        textOf(model.apply(L"Algemeen", L"Raster", L"1,2,3,4,5,400,1", ValueEditor::visual, all)),
+        "refused, \"1,2,3,4,5,400,1\"");
+    EXPECT_EQ(boxes(), "The degrees of the angle must lie between 0\xC2\xB0 and 360\xC2\xB0\n");
+    EXPECT_EQ(ini(), "Getal=1\nAan=1\nRaster=x");
+    EXPECT_EQ(filesIn(folder), "cfg/tool.ini cfg/tool.inr");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] Getal=1 Aan=1 Raster=x\n");
+}
+
+TEST_F(SettingsModelChanges, AValueThatCannotBeWrittenIsAcceptedAndNotStored)
+{
+    writeIni("A=1\n");
+    SettingsModel model(files());
+    folder.remove(L"cfg/tool.ini");
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"A", L"3", ValueEditor::generic, {})),
+              "accepted, \"3\"");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=3\n");
+    EXPECT_EQ(told(),
+              "stop: ~/cfg/tool.ini : Ini-file not found: \n"
+              "stop: ~/cfg/tool.ini\nSetting was not written. \nCheck if ini-file is present and "
+              "\nif the file is not read-only\n");
+}
+
+TEST_F(SettingsModelChanges, AnUnknownSettingOrCategoryIsRefusedAndNoOtherTaken)
+{
+    writeIni("A=1\n[X]\nB=2");
+    newDrawing();
+    store(L"", L"A", L"D");
+    SettingsModel model(files());
+    const std::string before = valuesIn(model);
+    for (const auto& [category, name] : {std::pair {L"none", L"A"},
+                                         {L"", L"A"},
+                                         {L"x", L"B"},
+                                         {L"X", L"A"},
+                                         {L"Algemeen", L"a"},
+                                         {L"Algemeen", L""}}) {
+        EXPECT_EQ(textOf(model.apply(category, name, L"3", ValueEditor::generic,
+                                     {.globally = true, .inProject = true})),
+                  "refused");
+        EXPECT_FALSE(model.remove(category, name));
+    }
+    for (const wchar_t* const category : {L"none", L"", L"x"}) {
+        EXPECT_FALSE(model.removeCategory(category));
+    }
+    EXPECT_EQ(valuesIn(model), before);
+    EXPECT_EQ(ini(), "A=1\n[X]\nB=2");
+    EXPECT_EQ(drawing(), "A=D\n");
+    EXPECT_EQ(filesIn(folder), "cfg/tool.ini");
+    EXPECT_EQ(boxes(), "");
+}
+
+TEST_F(SettingsModelChanges, OfAModelWithoutItsFileAreRefused)
+{
+    SettingsModel model(files());
+    services.boxes.clear();
+    EXPECT_EQ(textOf(model.apply(L"Algemeen", L"A", L"3", ValueEditor::generic, {})), "refused");
+    EXPECT_FALSE(model.remove(L"Algemeen", L"A"));
+    EXPECT_FALSE(model.removeCategory(L"Algemeen"));
+    EXPECT_EQ(filesIn(folder), "");
+    EXPECT_EQ(boxes(), "");
+}
+
+TEST_F(SettingsModelChanges, ARemovedSettingLeavesTheConfigurationFile)
+{
+    writeIni("A=1\n[X]\nA=2\n");
+    SettingsModel model(files());
+    EXPECT_TRUE(model.remove(L"X", L"A"));
+    EXPECT_EQ(ini(), "A=1\n[X]\n");
+    EXPECT_FALSE(model.remove(L"X", L"A"));
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=1\n[X]\n");
+    EXPECT_EQ(boxes(), "");
+}
+
+TEST_F(SettingsModelChanges, ARemovedSettingLeavesTheProjectFirst)
+{
+    writeIni("A=1\n");
+    writeIpr("A=2\n");
+    SettingsModel model(files());
+    EXPECT_TRUE(model.remove(L"Algemeen", L"A"));
+    EXPECT_EQ(ini(), "A=1\n");
+    EXPECT_EQ(ipr(), "");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=1\n");
+}
+
+TEST_F(SettingsModelChanges, ARemovedSettingLeavesTheDrawingAloneWhereThatIsLoaded)
+{
+    writeIni("A=1\nB=2\n");
+    newDrawing();
+    store(L"", L"A", L"3");
+    SettingsModel model(files());
+    EXPECT_TRUE(model.remove(L"Algemeen", L"A"));
+    EXPECT_EQ(drawing(), "");
+    EXPECT_EQ(valuesIn(model), "[Algemeen] A=1 B=2\n");
+    EXPECT_FALSE(model.remove(L"Algemeen", L"B"));
+    EXPECT_EQ(told(), "information: Can not remove setting in Local Mode\n");
+    EXPECT_EQ(ini(), "A=1\nB=2\n");
+}
+
+constexpr const char* kRemoved = "information: Rubriek succesvol verwijderd.\n";
+
+TEST_F(SettingsModelChanges, ARemovedCategoryLeavesTheFiles)
+{
+    writeIni("A=1\n[X]\nB=2\n");
+    writeIpr("[X]\nC=3\n");
+    SettingsModel model(files());
+    EXPECT_TRUE(model.removeCategory(L"X"));
+    EXPECT_FALSE(model.hasCategory(L"X"));
+    EXPECT_EQ(ini(), "A=1\n");
+    EXPECT_EQ(ipr(), "[X]\n");
+    EXPECT_EQ(told(), kRemoved);
+}
+
+TEST_F(SettingsModelChanges, ARemovedCategoryLeavesTheDrawing)
+{
+    writeIni("[X]\n");
+    newDrawing();
+    store(L"X", L"A", L"1");
+    SettingsModel model(files());
+    ASSERT_FALSE(model.projectMode());
+    EXPECT_TRUE(model.removeCategory(L"X"));
+    EXPECT_EQ(drawing(), "");
+    EXPECT_EQ(ini(), "");
+    EXPECT_EQ(told(), kRemoved);
+}
+
+TEST_F(SettingsModelChanges, InAProjectARemovedCategoryLeavesTheFilesWhateverTheDrawingHolds)
+{
+    writeIni("");
+    writeIpr("[X]\nA=2\n");
+    newDrawing();
+    store(L"Y", L"A", L"1");
+    SettingsModel model(files());
+    ASSERT_TRUE(model.projectMode() && model.localMode());
+    EXPECT_FALSE(model.removeCategory(L"Y")) << "its setting is in no file";
+    EXPECT_EQ(drawing(), "Y/\nY/A=1\n");
+    EXPECT_TRUE(told().starts_with("exclamation: Een van de onderliggende instellingen"));
+    EXPECT_TRUE(model.removeCategory(L"X"));
+    EXPECT_EQ(ipr(), "[X]\n");
+    EXPECT_EQ(told(), kRemoved);
 }
 
 } // namespace

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 #include <utility>
 
 namespace corma::testing {
@@ -27,8 +28,13 @@ fs::path native(std::wstring_view path)
 } // namespace
 
 TempFolder::TempFolder()
+    : TempFolder(fs::temp_directory_path().native())
 {
-    std::string pattern = (fs::temp_directory_path() / "corma-test-XXXXXX").native();
+}
+
+TempFolder::TempFolder(const std::string& parent)
+{
+    std::string pattern = (fs::path(parent) / "corma-test-XXXXXX").native();
     if (::mkdtemp(pattern.data()) == nullptr) {
         throw std::runtime_error("no temporary folder");
     }
@@ -82,6 +88,12 @@ bool TempFolder::has(std::wstring_view name) const
 void TempFolder::remove(std::wstring_view name) const
 {
     fs::remove(native(path(name)));
+}
+
+std::string memoryFolder()
+{
+    constexpr const char* kFolder = "/dev/shm";
+    return ::access(kFolder, W_OK) == 0 ? kFolder : "";
 }
 
 CurrentFolder::CurrentFolder(const std::wstring& path)

@@ -11,6 +11,9 @@ class TempFolder
 {
 public:
     TempFolder();
+
+    /// In a folder other than that for temporary files.
+    explicit TempFolder(const std::string& parent);
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
     ~TempFolder();
@@ -37,6 +40,9 @@ public:
 private:
     std::wstring m_path;
 };
+
+/// The folder of a file system in memory that anyone may write; empty where there is none.
+std::string memoryFolder();
 
 /// Makes a folder the current one for the life of the object.
 class CurrentFolder
