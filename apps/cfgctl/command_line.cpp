@@ -15,14 +15,17 @@ namespace {
 
 constexpr const char* kPurpose
     = "Looks into configuration files: values through included files, the drawing, the project\n"
-      "file beside it and the file itself. Shows the settings model: every setting with its type,\n"
-      "texts and levels. Shows what a drawing holds, and stores values in it.";
+      "file beside it and the file itself. Changes values at each of these levels, freezes them\n"
+      "into drawings, and merges new versions of files. Shows the settings model, every setting\n"
+      "with its type, texts and levels, and what a drawing holds.";
 
 constexpr const char* kExamples = R"(  cfgctl get plattegrond.ini "[Trappen]OptredeMax"
   cfgctl get plattegrond.ini "[Plot]Schaal" --drawing project/woonhuis.dxf
   cfgctl levels plattegrond.ini "[Lagen]Buitenwand"
   cfgctl rows plattegrond.ini Plot --drawing project/woonhuis.dxf --language 19
+  cfgctl set plattegrond.ini "[Trappen]OptredeMax" 185
   cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
+  cfgctl update plattegrond.ini nieuw/plattegrond.inp
   cfgctl get --help
 
 Standard output holds the result; what the library says goes to standard error.

@@ -50,7 +50,7 @@ behind "--": cfgctl get tool.ini -- -name)"},
     CommandEntry {"where", makeWhere, "The full path of a file that is found",
                   R"(  cfgctl where plattegrond.ini
       its path in the current folder
-  ACAD="norm" cfgctl where lagen.ini
+  ACAD=norm cfgctl where lagen.ini
       its path in a support folder)"},
     CommandEntry {"record", makeRecord, "How something is drawn: the record of a value",
                   R"(  cfgctl record plattegrond.ini "[Lagen]Buitenwand" --as vis
@@ -88,7 +88,8 @@ Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of 
                   R"(  cfgctl set plattegrond.ini "[Trappen]OptredeMax" 185
       changes its line in plattegrond.ini, or adds one
   cfgctl set plattegrond.ini "[Plot]Schaal" 20 --level project
-      the same in plattegrond.ipr beside it, which is made when it is not there
+      the same in plattegrond.ipr beside it, which is made when it is not there; it counts
+      for drawings of that folder
   cfgctl set plattegrond.ini "[Trappen]OptredeMax" 185 --no-create
       changes a line that is there, and adds none
   cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
@@ -100,7 +101,9 @@ Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of 
   cfgctl set plattegrond.ini Noordhoek -- -12.5
       a value that begins with "-" goes behind "--"
 
-A drawing must be one of R13 or later. Other lines of a file, its encoding and line ends stay.)"},
+Other lines of a file, its encoding and line ends stay. The case of an ident counts: [Plot]schaal
+would be a second line. To see which value is in force then: cfgctl levels. A drawing must be
+one of R13 or later.)"},
     CommandEntry {"freeze", makeFreeze, "Store present values in a drawing, where they stay",
                   R"(  cfgctl freeze plattegrond.ini "[Plot]Schaal" --drawing plan.dxf
       its value from the project file or from plattegrond.ini goes into plan.dxf
@@ -121,7 +124,9 @@ without a value becomes an empty one.)"},
   cfgctl apply plattegrond.ini Ruimten Hoogte 2650 --drawing plan.dxf
       in plan.dxf
 
-Exit status 1 when the value is refused. Limits are not looked at.)"},
+A category is a chapter, or Algemeen for the head of the file. It prints the value; for one that
+is refused what is left of it without the characters that its type does not have. Exit status 1
+when it is refused or could not be stored. Limits are not looked at.)"},
     CommandEntry {"remove", makeRemove, "Remove a setting",
                   R"(  cfgctl remove plattegrond.ini Trappen OptredeMax
       takes its line out of plattegrond.ini
@@ -130,27 +135,32 @@ Exit status 1 when the value is refused. Limits are not looked at.)"},
   cfgctl remove plattegrond.ini Ruimten Hoogte --drawing plan.dxf
       out of plan.dxf
 
-The first line goes that begins with the name, be it that of a longer one.)"},
+With a drawing only what the drawing itself holds can be removed. Of a file the first line of the
+category goes that begins with the name, be it that of a longer one.)"},
     CommandEntry {"remove-category", makeRemoveCategory, "Remove a chapter with all its settings",
                   R"(  cfgctl remove-category plattegrond.ini Trappen
       takes the settings of the chapter Trappen and its header out of plattegrond.ini
 
-Comments stay.)"},
+Comments stay. With --project the settings go from the project file, and then from FILE, too.)"},
     CommandEntry {"update", makeUpdate, "Add what is new in a file of defaults",
-                  R"(  cfgctl update plattegrond.ini nieuw.ini
+                  R"(  cfgctl update plattegrond.ini nieuw/plattegrond.inp
       entries and chapters that plattegrond.ini lacks come in; its own values stay.
-      The former file is kept as plattegrond.ino
+      The former file is kept as plattegrond.ino. For norm/arcering.ini, which it includes,
+      the same happens with norm/arcering.inp
 
-For each included file that has one, a file of defaults of its name with ".inp" comes in, too.)"},
+Each included file that has a file of its name with ".inp" beside it takes that as its defaults.
+The count is that of the last file which has defaults, and 0 when nothing in it was new.)"},
     CommandEntry {"replace", makeReplace, "Take new values for what is there",
-                  R"(  cfgctl replace plattegrond.ini nieuw.ini
-      entries of plattegrond.ini that nieuw.ini has, too, get its values; nothing is added
+                  R"(  cfgctl replace plattegrond.ini nieuw/plattegrond.irp
+      entries of plattegrond.ini that the new file has, too, get its values; nothing is added.
+      For norm/kantoor.ini, which it includes, the same happens with norm/kantoor.irp
 
-For each included file that has one, a file of new values of its name with ".irp" counts, too.)"},
+Each included file that has a file of its name with ".irp" beside it takes its values from that.
+No former file is kept.)"},
     CommandEntry {"scramble", makeScramble, "Write a scrambled copy of a file",
                   R"(  cfgctl scramble geheim.ini 7
       writes geheim7.ini beside it
-  cfgctl scramble geheim.ini 7 /tmp/geheim7.ini
+  cfgctl scramble geheim.ini 7 nieuw/geheim7.ini
       writes the copy there)"},
     CommandEntry {"drawing", makeDrawing, "What a drawing holds",
                   R"(  cfgctl drawing --drawing project/woonhuis.dxf

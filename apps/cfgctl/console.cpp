@@ -15,10 +15,16 @@ ConsoleServices::ConsoleServices()
 
 ConsoleServices::~ConsoleServices()
 {
+    endLine();
+    corma::setServices(nullptr);
+}
+
+void ConsoleServices::endLine()
+{
     if (!m_isAtLineStart) {
         Services::print(L"\n");
+        m_isAtLineStart = true;
     }
-    corma::setServices(nullptr);
 }
 
 void ConsoleServices::setModuleFolder(const std::wstring& folder)
@@ -64,6 +70,11 @@ std::wstring Listener::heard() const
     std::wstring line = m_heard.substr(begin, end - begin);
     std::replace(line.begin(), line.end(), L'\n', L' ');
     return line;
+}
+
+void complain(const std::wstring& text)
+{
+    corma::services().print((L"\ncfgctl: " + text + L'\n').c_str());
 }
 
 void Listener::print(const wchar_t* text)

@@ -19,6 +19,9 @@ public:
     /// The folder that stands for the host module's.
     void setModuleFolder(const std::wstring& folder);
 
+    /// What comes next begins a line, be it on standard output: a screen shows both.
+    void endLine();
+
     void print(const wchar_t* text) override;
     const wchar_t* moduleFile() override;
 
@@ -53,5 +56,8 @@ private:
     Services* m_former;
     std::wstring m_heard;
 };
+
+/// Says why nothing was done where the library gives a status and no message.
+void complain(const std::wstring& text);
 
 } // namespace cfgctl

@@ -1,7 +1,10 @@
 // Changes made through the settings model, as the dialogs of the editor make them.
 
+#include "console.h"
 #include "model_command.h"
 #include "text.h"
+
+#include <algorithm>
 
 namespace cfgctl {
 
@@ -13,6 +16,30 @@ constexpr const char* kCategoryMeaning = "Name of a category; Algemeen is the he
 Answer answerOf(const corma::SettingsModel& model, bool isDone, Json document)
 {
     return {model.isComplete() && isDone ? RTNORM : RTERROR, std::move(document), {}};
+}
+
+std::wstring inQuotes(const std::wstring& name)
+{
+    return L'"' + name + L'"';
+}
+
+void complainOfNone(const std::wstring& category, const std::wstring& name)
+{
+    complain(L"there is no setting " + inQuotes(name) + L" in the category " + inQuotes(category)
+             + L"; upper and lower case differ");
+}
+
+// For what was named by a user and is not in a model that was loaded.
+bool hasSetting(const corma::SettingsModel& model, const std::wstring& category,
+                const std::wstring& name)
+{
+    for (const auto& one : model.contents()) {
+        const auto isIt = [&](const auto& setting) { return setting.name == name; };
+        if (one.name == category && std::any_of(one.settings.begin(), one.settings.end(), isIt)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 class Apply : public ModelCommand
@@ -41,6 +68,12 @@ public:
         Json document;
         document["accepted"] = applied.accepted;
         document["value"] = applied.value ? toJson(*applied.value) : Json();
+        if (!applied.value && model.isComplete()) {
+            complainOfNone(m_category, m_name);
+        } else if (applied.value && !applied.accepted) {
+            complain(inQuotes(m_value) + L" is refused: it is no value of the type of "
+                     + inQuotes(m_name));
+        }
         Answer answer = answerOf(model, applied.stored, document);
         answer.lines = plainLines(document["value"]);
         return answer;
@@ -68,6 +101,9 @@ public:
     Answer run(const Options& options) override
     {
         corma::SettingsModel model(request(options));
+        if (model.isComplete() && !hasSetting(model, m_category, m_name)) {
+            complainOfNone(m_category, m_name);
+        }
         const bool isRemoved = model.remove(m_category, m_name);
         Json document;
         document["removed"] = isRemoved;
@@ -92,6 +128,10 @@ public:
     Answer run(const Options& options) override
     {
         corma::SettingsModel model(request(options));
+        if (model.isComplete() && !model.hasCategory(m_category)) {
+            complain(L"there is no category " + inQuotes(m_category)
+                     + L"; upper and lower case differ");
+        }
         Answer answer = answerOf(model, model.removeCategory(m_category), {});
         answer.document["status"] = answer.status;
         return answer;

@@ -1,9 +1,18 @@
 #include "commands.h"
 #include "console.h"
 
+#include <string>
+
 namespace cfgctl {
 
 namespace {
+
+// The operations have no status. They tell by this what the drawing did not take, and other things
+// beside it, such as what is wrong with a definition.
+bool isRefusal(const std::wstring& heard)
+{
+    return heard.find(L" not stored in the drawing") != std::wstring::npos;
+}
 
 class Freeze : public Command
 {
@@ -30,9 +39,7 @@ public:
             file.makeLocal(m_ident->data(), kSilent);
         }
         Answer answer;
-        // Loading the definitions for their levels may tell of other things.
-        const bool isRefused = !m_isByLevel && !library.heard().empty();
-        answer.status = *file.getFilename() == 0 || isRefused ? RTERROR : RTNORM;
+        answer.status = *file.getFilename() == 0 || isRefusal(library.heard()) ? RTERROR : RTNORM;
         answer.document["status"] = answer.status;
         return answer;
     }

@@ -38,6 +38,7 @@ int run(std::span<const char* const> words)
     if (!drawing.saveIfChanged()) {
         answer.fail();
     }
+    services.endLine();
     if (!cfgctl::write(answer, options.json)) {
         services.print(L"\ncfgctl: the result could not be written to standard output");
         return kFailed;

@@ -1,6 +1,7 @@
 // New files of an add-on merged into those of a user.
 
 #include "commands.h"
+#include "console.h"
 
 #include <string>
 
@@ -25,7 +26,9 @@ public:
         answer.status = file.update(m_defaults.data(), &added);
         answer.document["status"] = answer.status;
         answer.document["added"] = added;
-        answer.lines = std::to_string(added) + " added\n";
+        if (answer.status == RTNORM) {
+            answer.lines = std::to_string(added) + " added\n";
+        }
         return answer;
     }
 
@@ -46,8 +49,12 @@ public:
     Answer run(const Options& options) override
     {
         xx_Inifile file = openFile(m_file, options);
+        const Listener library(Listener::Pass::on);
         Answer answer;
         answer.status = file.replaceNew(m_newFile.c_str());
+        if (answer.status != RTNORM && library.heard().empty()) {
+            complain(L"the file of new values \"" + m_newFile + L"\" was not found");
+        }
         answer.document["status"] = answer.status;
         return answer;
     }

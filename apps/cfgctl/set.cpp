@@ -23,8 +23,8 @@ public:
         syntax.argument("IDENT", "One ident", m_ident);
         syntax.argument("VALUE", "Its new value", m_value);
         syntax.option("--level LEVEL",
-                      "Where the value goes: global, FILE itself; project, the .ipr file beside\n"
-                      "FILE; or drawing. It is drawing with --drawing, else global",
+                      "Where the value goes: global, FILE itself; project, the .ipr file\n"
+                      "beside FILE; or drawing. It is drawing with --drawing, else global",
                       m_level);
         syntax.flag("--no-create", "Change an entry of FILE that is there, but add none",
                     m_noCreate);
