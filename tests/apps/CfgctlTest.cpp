@@ -3,6 +3,7 @@
 #include "platform/platform.h"
 
 #include <filesystem>
+#include <unistd.h>
 
 namespace corma::testing {
 
@@ -10,6 +11,17 @@ ProgramResult CfgctlTest::run(const Words& arguments) const
 {
     const std::string home = platform::toNative(folder.path());
     return runProgram({CFGCTL_PROGRAM, arguments, workIn.empty() ? home : workIn, environment, ""});
+}
+
+ProgramResult CfgctlTest::runWithoutPrivilege(const Words& arguments) const
+{
+    if (::geteuid() != 0) {
+        return run(arguments);
+    }
+    Words words {"--bounding-set=-dac_override,-dac_read_search", CFGCTL_PROGRAM};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return runProgram(
+        {"/usr/bin/setpriv", words, platform::toNative(folder.path()), environment, ""});
 }
 
 std::string CfgctlTest::get(const Words& arguments) const
@@ -49,6 +61,16 @@ void CfgctlTest::write(std::string_view name, std::string_view bytes) const
 std::string CfgctlTest::read(std::string_view name) const
 {
     return folder.read(platform::fromNative(name));
+}
+
+void CfgctlTest::setMode(std::string_view name, unsigned mode) const
+{
+    std::filesystem::permissions(pathOf(name), static_cast<std::filesystem::perms>(mode));
+}
+
+std::filesystem::file_time_type CfgctlTest::timeOf(std::string_view name) const
+{
+    return std::filesystem::last_write_time(pathOf(name));
 }
 
 void CfgctlTest::copyDrawing(const std::string& drawing, std::string_view name) const

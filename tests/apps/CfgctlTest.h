@@ -3,6 +3,7 @@
 #include "RunProgram.h"
 #include "support/TempFolder.h"
 
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -21,6 +22,9 @@ class CfgctlTest : public ::testing::Test
 protected:
     ProgramResult run(const Words& arguments) const;
 
+    /// The same by someone whom the mode of a file can keep out, which nothing does with root.
+    ProgramResult runWithoutPrivilege(const Words& arguments) const;
+
     /// The value that `get` prints with these arguments, without its line end; "(none)" when it
     /// fails.
     std::string get(const Words& arguments) const;
@@ -35,6 +39,12 @@ protected:
     void write(std::string_view name, std::string_view bytes) const;
 
     std::string read(std::string_view name) const;
+
+    /// Sets the mode bits of a file or folder.
+    void setMode(std::string_view name, unsigned mode) const;
+
+    /// When a file got its present content.
+    std::filesystem::file_time_type timeOf(std::string_view name) const;
 
     /// Puts a copy of a drawing of the test data, such as "r2000", into the folder.
     void copyDrawing(const std::string& drawing, std::string_view name) const;

@@ -1,11 +1,10 @@
-// cfgctl set, and what happens to the file of a drawing: written back, written elsewhere, left
-// alone.
+// cfgctl set at the level of the drawing, and what happens to the file of a drawing: written back,
+// written elsewhere, left alone. The levels of files: cfgctl_write_test.cpp.
 
 #include "CfgctlTest.h"
 #include "DrawingChanges.h"
 #include "platform/platform.h"
 
-#include <filesystem>
 #include <gmock/gmock.h>
 
 using ::testing::HasSubstr;
@@ -22,11 +21,6 @@ protected:
         write("tool.ini", "Taal=EN\nMaat=1\n[Tekst]\nHoogte=9\n[Wand]\nDikte=100\n");
         write("tool.ipr", "Maat=2\n");
         copyDrawing("r2000", "plan.dxf");
-    }
-
-    std::filesystem::file_time_type timeOf(std::string_view name) const
-    {
-        return std::filesystem::last_write_time(pathOf(name));
     }
 
     std::string changes(std::string_view before, std::string_view after) const

@@ -3,7 +3,9 @@
 #include "CfgctlTest.h"
 #include "platform/platform.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
+#include <iomanip>
 #include <sstream>
 
 using ::testing::HasSubstr;
@@ -25,8 +27,9 @@ std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
 }
 
 const std::vector<const char*> kCommands
-    = {"get",   "find", "levels", "includes", "where",   "record",
-       "model", "rows", "set",    "scramble", "drawing", "texts"};
+    = {"get",     "find",     "levels",  "includes", "where",  "record",          "model",
+       "rows",    "set",      "freeze",  "apply",    "remove", "remove-category", "update",
+       "replace", "scramble", "drawing", "texts"};
 
 class CfgctlUsage : public CfgctlTest, public ::testing::WithParamInterface<Row>
 {
@@ -56,13 +59,15 @@ TEST_P(CfgctlUsage, IsToldInOneLine)
     }
     EXPECT_EQ(result.err, "cfgctl: " + message + "\n");
     EXPECT_EQ(read("plan.dxf"), drawing);
+    EXPECT_EQ(read("tool.ini"), "X=1\n");
+    EXPECT_FALSE(folder.has(L"tool.ipr"));
 }
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, scramble, drawing, texts; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, scramble, drawing, texts"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, scramble, drawing, texts"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
@@ -113,12 +118,30 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"RecordWithoutItsKind", {"record", "tool.ini", "X"}, "no record told; pass vis, text or hatch to --as"},
     Row {"RecordOfAnotherKind",  {"record", "tool.ini", "X", "--as", "Vis"}, "unknown record \"Vis\"; pass vis, text or hatch to --as"},
     Row {"SetWithoutAValue",     {"set", "tool.ini", "X", "--drawing", "plan.dxf"}, "VALUE is required; see cfgctl set --help"},
-    Row {"SetWithoutADrawing",   {"set", "tool.ini", "X", "1"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
-    Row {"SetGlobally",          {"set", "tool.ini", "X", "1", "--level", "global", "--drawing", "plan.dxf"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
-    Row {"SetInTheProject",      {"set", "tool.ini", "X", "1", "--level", "project", "--drawing", "plan.dxf"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
-    Row {"SetWithoutCreating",   {"set", "tool.ini", "X", "1", "--no-create", "--drawing", "plan.dxf"}, "this version writes into drawings only; pass --drawing FILE, and neither another level nor --no-create"},
     Row {"SetAtAnUnknownLevel",  {"set", "tool.ini", "X", "1", "--level", "Drawing", "--drawing", "plan.dxf"}, "unknown level \"Drawing\"; pass global, project or drawing to --level"},
     Row {"SetInTheDrawingWithoutOne", {"set", "tool.ini", "X", "1", "--level", "drawing"}, "--level drawing needs a drawing; pass one with --drawing FILE"},
+    Row {"SetAtAnEmptyLevel",    {"set", "tool.ini", "X", "1", "--level", ""}, "unknown level \"\"; pass global, project or drawing to --level"},
+    Row {"SetToAValueLikeAnOption", {"set", "tool.ini", "X", "-x"}, "VALUE is required; see cfgctl set --help"},
+    Row {"SetWithAnOptionOfAnother", {"set", "tool.ini", "X", "1", "--project", "tool.ipr"}, "not expected: \"--project\" \"tool.ipr\"; see cfgctl set --help"},
+    Row {"FreezeWithoutAFile",   {"freeze", "--drawing", "plan.dxf"}, "FILE is required; see cfgctl freeze --help"},
+    Row {"FreezeOfNothing",      {"freeze", "tool.ini", "--drawing", "plan.dxf"}, "pass one of IDENT, --chapter C and --levels to freeze"},
+    Row {"FreezeOfAnIdentAndAChapter", {"freeze", "tool.ini", "X", "--chapter", "A", "--drawing", "plan.dxf"}, "pass one of IDENT, --chapter C and --levels to freeze"},
+    Row {"FreezeOfAChapterAndLevels", {"freeze", "tool.ini", "--levels", "--chapter", "A", "--drawing", "plan.dxf"}, "pass one of IDENT, --chapter C and --levels to freeze"},
+    Row {"FreezeOfAnIdentAndLevels", {"freeze", "tool.ini", "X", "--levels", "--drawing", "plan.dxf"}, "pass one of IDENT, --chapter C and --levels to freeze"},
+    Row {"FreezeWithoutADrawing", {"freeze", "tool.ini", "X"}, "freeze needs a drawing; pass one with --drawing FILE"},
+    Row {"FreezeOfLevelsWithoutADrawing", {"freeze", "tool.ini", "--levels"}, "freeze needs a drawing; pass one with --drawing FILE"},
+    Row {"ApplyWithoutAValue",   {"apply", "tool.ini", "Algemeen", "X"}, "VALUE is required; see cfgctl apply --help"},
+    Row {"ApplyWithoutAName",    {"apply", "tool.ini", "Algemeen"}, "NAME is required; see cfgctl apply --help"},
+    Row {"ApplyToAnEmptyProject", {"apply", "tool.ini", "Algemeen", "X", "2", "--project", ""}, "--project is empty; pass the name of a project file"},
+    Row {"ApplyAtALevel",        {"apply", "tool.ini", "Algemeen", "X", "2", "--level", "global"}, "not expected: \"--level\" \"global\"; see cfgctl apply --help"},
+    Row {"RemoveWithoutAName",   {"remove", "tool.ini", "Algemeen"}, "NAME is required; see cfgctl remove --help"},
+    Row {"RemoveFromAnEmptyProject", {"remove", "tool.ini", "Algemeen", "X", "--project", ""}, "--project is empty; pass the name of a project file"},
+    Row {"RemoveCategoryWithoutOne", {"remove-category", "tool.ini"}, "CATEGORY is required; see cfgctl remove-category --help"},
+    Row {"RemoveCategoryOfTwo",  {"remove-category", "tool.ini", "A", "B"}, "not expected: \"B\"; see cfgctl remove-category --help"},
+    Row {"UpdateWithoutDefaults", {"update", "tool.ini"}, "DEFAULTFILE is required; see cfgctl update --help"},
+    Row {"UpdateFromTwo",        {"update", "tool.ini", "a.inp", "b.inp"}, "not expected: \"b.inp\"; see cfgctl update --help"},
+    Row {"ReplaceWithoutNewValues", {"replace", "tool.ini"}, "NEWFILE is required; see cfgctl replace --help"},
+    Row {"ReplaceInADrawingThatIsNotThere", {"replace", "tool.ini", "tool.ini", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
     Row {"AnEmptyModuleFolder",  {"where", "tool.ini", "--module-dir", ""}, "--module-dir is empty; pass a folder such as \".\""}),
     sentenceOf);
 
@@ -160,47 +183,157 @@ TEST_F(CfgctlHelp, OfACommandTellsItsArgumentsAndExamples)
 // What a screen of 100 columns shows without wrapping.
 TEST_F(CfgctlHelp, FitsTheScreen)
 {
-    for (const Words& words :
-         {Words {"--help"}, Words {"get", "--help"}, Words {"find", "--help"},
-          Words {"levels", "--help"}, Words {"scramble", "--help"}, Words {"record", "--help"},
-          Words {"model", "--help"}, Words {"rows", "--help"}, Words {"set", "--help"},
-          Words {"drawing", "--help"}, Words {"texts", "--help"}}) {
-        std::istringstream lines(run(words).out);
-        for (std::string line; std::getline(lines, line);) {
+    std::vector<Words> lines {{"--help"}};
+    for (const char* name : kCommands) {
+        lines.push_back({name, "--help"});
+    }
+    for (const Words& words : lines) {
+        std::istringstream help(run(words).out);
+        for (std::string line; std::getline(help, line);) {
             EXPECT_LE(line.size(), 100U) << line;
         }
     }
 }
 
-// Each command line that a help shows as an example is run in the folder of the examples.
-TEST_F(CfgctlHelp, ShowsExamplesThatWork)
+// The words of a command line that a help shows. Those in quotes are one.
+Words wordsOf(const std::string& line)
 {
-    workIn = CORMA_EXAMPLES;
-    for (const Words& words :
-         {Words {"get", "plattegrond.ini", "[Tekst]Hoogten", "--as", "doubles:10"},
-          Words {"get", "geheim.ini", "[Formules]StapModulusMax", "--scramble", "7", "--json"},
-          Words {"find", "plattegrond.ini", "[*]Hoogte"},
-          Words {"find", "plattegrond.ini", "KleurF*,KleurH*"},
-          Words {"find", "plattegrond.ini", "[Wanden]Dikte*", "--skip", "5"},
-          Words {"levels", "plattegrond.ini", "[Plot]Schaal", "--drawing", "project/woonhuis.dxf"},
-          Words {"get", "plattegrond.ini", "[Ruimten]Hoogte", "--drawing", "project/woonhuis.dxf"},
-          Words {"record", "plattegrond.ini", "[Lagen]Buitenwand", "--as", "vis"},
-          Words {"find", "plattegrond.ini", "[*]XXINIFRUBR", "--model"},
-          Words {"model", "plattegrond.ini", "--language", "19"},
-          Words {"rows", "plattegrond.ini", "Plot"},
-          Words {"rows", "plattegrond.ini", "Wanden", "--search", "hoogte+lengte"},
-          Words {"drawing", "--drawing", "project/woonhuis.dxf", "--json"},
-          Words {"texts", "2972", "2981", "--language", "19"},
-          Words {"texts", "--language", "25", "--json"}, Words {"includes", "plattegrond.ini"},
-          Words {"where", "plattegrond.ini"}}) {
-        const ProgramResult result = run(words);
-        EXPECT_EQ(result.exitStatus, 0) << result.err;
-        EXPECT_NE(result.out, "");
-        EXPECT_EQ(result.err, "");
-        const std::string help = run({words.front(), "--help"}).out;
-        for (const std::string& word : words) {
-            EXPECT_THAT(help, HasSubstr(word));
+    std::istringstream stream(line);
+    Words words;
+    for (std::string word; stream >> std::quoted(word);) {
+        words.push_back(word);
+    }
+    return words;
+}
+
+// The lines that stand as examples in a help.
+std::vector<std::string> examplesIn(const std::string& help)
+{
+    std::istringstream lines(help);
+    std::vector<std::string> found;
+    bool isBehindHeading = false;
+    for (std::string line; std::getline(lines, line);) {
+        if (isBehindHeading && line.starts_with("  ") && line[2] != ' ') {
+            found.push_back(line);
         }
+        isBehindHeading = isBehindHeading || line.starts_with("Examples, in the folder ");
+    }
+    return found;
+}
+
+// A copy of the example of its own, with the drawings that the examples name.
+class ExampleCopy
+{
+public:
+    ExampleCopy()
+    {
+        namespace fs = std::filesystem;
+        fs::copy(CORMA_EXAMPLES, path(), fs::copy_options::recursive);
+        for (const char* drawing : {"plan.dxf", "project/plan.dxf"}) {
+            fs::copy_file(path() + "/project/woonhuis.dxf", path() + '/' + drawing);
+        }
+    }
+
+    std::string path() const { return platform::toNative(m_folder.path(L"copy")); }
+
+private:
+    TempFolder m_folder;
+};
+
+class CfgctlExamples : public CfgctlHelp, public ::testing::WithParamInterface<const char*>
+{
+};
+
+TEST_P(CfgctlExamples, WorkInTheFolderThatTheyAreMadeFor)
+{
+    const std::vector<std::string> examples = examplesIn(run({GetParam(), "--help"}).out);
+    EXPECT_FALSE(examples.empty());
+    for (const std::string& example : examples) {
+        const ExampleCopy copy;
+        workIn = copy.path();
+        Words words = wordsOf(example);
+        if (words.front() == "ACAD=norm") {
+            environment["ACAD"] = "norm";
+            words.erase(words.begin());
+        }
+        ASSERT_EQ(words.front(), "cfgctl") << example;
+        words.erase(words.begin());
+        const ProgramResult result = run(words);
+        EXPECT_EQ(result.exitStatus, 0) << example << '\n' << result.err;
+        environment["ACAD"] = "";
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, CfgctlExamples,
+                         ::testing::Values("--help", "get", "find", "levels", "includes", "where",
+                                           "record", "model", "rows", "set", "freeze", "apply",
+                                           "remove", "remove-category", "update", "replace",
+                                           "scramble", "drawing", "texts"));
+
+// What a command that writes leaves behind, for each of its examples.
+struct Effect
+{
+    const char* command;
+    std::size_t example; // its place in the help
+    Words lookup;
+    const char* value; // that the lookup gives afterwards
+};
+
+class CfgctlExampleEffect : public CfgctlHelp, public ::testing::WithParamInterface<Effect>
+{
+};
+
+TEST_P(CfgctlExampleEffect, IsWhatTheHelpTells)
+{
+    const auto examples = examplesIn(run({GetParam().command, "--help"}).out);
+    ASSERT_LT(GetParam().example, examples.size());
+    const ExampleCopy copy;
+    workIn = copy.path();
+    EXPECT_NE(get(GetParam().lookup), GetParam().value) << "it is so without the command";
+    Words words = wordsOf(examples[GetParam().example]);
+    words.erase(words.begin());
+    run(words);
+    EXPECT_EQ(get(GetParam().lookup), GetParam().value) << examples[GetParam().example];
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Of, CfgctlExampleEffect, ::testing::Values(
+    Effect {"set", 0, {"plattegrond.ini", "[Trappen]OptredeMax"}, "185"},
+    Effect {"set", 1, {"plattegrond.ini", "[Plot]Schaal", "--drawing=plan.dxf"}, "20"},
+    Effect {"set", 2, {"plattegrond.ini", "[Trappen]OptredeMax"}, "185"},
+    Effect {"set", 3, {"plattegrond.ini", "[Ruimten]Hoogte", "--drawing=plan.dxf"}, "2650"},
+    Effect {"set", 5, {"geheim.ini", "[Formules]StapModulusMax", "--scramble=7"}, "640"},
+    Effect {"set", 6, {"plattegrond.ini", "Noordhoek"}, "-12.5"},
+    Effect {"apply", 0, {"plattegrond.ini", "[Trappen]OptredeMax"}, "185"},
+    Effect {"apply", 1, {"plattegrond.ini", "[Plot]Schaal", "--drawing=project/plan.dxf"}, "20"},
+    Effect {"apply", 2, {"plattegrond.ini", "[Plot]Schaal"}, "20"},
+    Effect {"apply", 3, {"plattegrond.ini", "[Ruimten]Hoogte", "--drawing=plan.dxf"}, "2650"},
+    Effect {"remove", 0, {"plattegrond.ini", "[Trappen]OptredeMax"}, "(none)"},
+    Effect {"remove", 1, {"plattegrond.ini", "[Plot]Schaal", "--drawing=project/plan.dxf"}, "100"},
+    Effect {"remove", 2, {"plattegrond.ini", "[Ruimten]Hoogte", "--drawing=plan.dxf"}, "2600"},
+    Effect {"remove-category", 0, {"plattegrond.ini", "[Trappen]Optrede"}, "(none)"},
+    Effect {"update", 0, {"plattegrond.ini", "[Zonnepanelen]Vermogen"}, "430"},
+    Effect {"update", 0, {"plattegrond.ini", "[Arcering]Leem"}, "00-ARCERING,42,CONTINUOUS,0.09,NK_LEEM,0,40"},
+    Effect {"replace", 0, {"plattegrond.ini", "[Trappen]AantredeMin"}, "230"},
+    Effect {"replace", 0, {"plattegrond.ini", "[Maatvoering]Afronding"}, "1"}));
+
+// clang-format on
+
+TEST_F(CfgctlHelp, ShowsWhatFreezingDoes)
+{
+    const auto examples = examplesIn(run({"freeze", "--help"}).out);
+    const Words lookups {"[Plot]Schaal", "[Trappen]OptredeMax", "[Plot]StempelTekst"};
+    ASSERT_EQ(examples.size(), lookups.size());
+    for (std::size_t i = 0; i < examples.size(); ++i) {
+        const ExampleCopy copy;
+        workIn = copy.path();
+        Words words = wordsOf(examples[i]);
+        words.erase(words.begin());
+        const std::string former = get({"plattegrond.ini", lookups[i], "--drawing=plan.dxf"});
+        run(words);
+        run({"set", "plattegrond.ini", lookups[i], "7"});
+        EXPECT_EQ(get({"plattegrond.ini", lookups[i]}), "7");
+        EXPECT_EQ(get({"plattegrond.ini", lookups[i], "--drawing=plan.dxf"}), former);
     }
 }
 
