@@ -1,15 +1,21 @@
 #!/bin/sh
-# Shows what cfgctl finds in the example of examples/README.md, and fails when it is not what is
-# told there. Usage: tools/show_example.sh CFGCTL
+# Shows what cfgctl does with the example of examples/README.md, and fails when it is not what is
+# told there. All of it happens in a copy of the example. Usage: tools/show_example.sh CFGCTL
 set -eu
 cfgctl=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
-cd "$(dirname "$0")/../examples/plattegrond"
+example=$(cd "$(dirname "$0")/../examples/plattegrond" && pwd)
+copy=$(mktemp -d)
+trap 'rm -rf "$copy"' EXIT
+cp -R "$example/." "$copy"
+cd "$copy"
 unset ACAD
 drawing=project/woonhuis.dxf
 failed=0
 shown=cat
-copies=$(mktemp -d)
-trap 'rm -rf "$copies"' EXIT
+
+part() {
+    printf '\n--- %s ---\n' "$*"
+}
 
 heading() {
     printf '\n%s\n' "$*"
@@ -27,14 +33,19 @@ run() {
     done
     printf '\n'
     status=0
-    output=$("$cfgctl" "$@") || status=$?
-    [ -z "$output" ] || printf '%s\n' "$output" | $shown | sed "s|$PWD/||; s/^/    /"
+    output=$("$cfgctl" "$@" 2>&1) || status=$?
+    [ -z "$output" ] || printf '%s\n' "$output" | $shown | sed "s|$PWD/||g; s/^/    /"
 }
 
 # Rows of the model in columns: image, name, type, value, description.
 in_columns() {
     sed 's/^\[{//; s/}\]$//; s/},{/\n/g' \
         | awk -F'"' '{ gsub(/[^0-9]/, "", $3); printf "%s  %-12s %-13s %-7s %s\n", $3, $6, $10, $14, $18 }'
+}
+
+# Levels that have the value.
+of_value() {
+    grep -vF '(not there)'
 }
 
 wrong() {
@@ -50,15 +61,39 @@ expect() {
     [ "$status" -eq 0 ] && [ "$(printf '%s\n' "$output" | head -n 1)" = "$value" ] || wrong "$value"
 }
 
-# A line of the output must hold the first argument.
+# A line of the output that was shown last must hold this.
+has_line() {
+    printf '%s\n' "$output" | grep -qF -- "$1" && [ "$status" -eq 0 ] || wrong "$1"
+}
+
+# Runs the rest of the arguments; a line of the output must hold the first one.
 expect_line() {
     part=$1
     shift
     run "$@"
-    printf '%s\n' "$output" | grep -qF -- "$part" && [ "$status" -eq 0 ] || wrong "$part"
+    has_line "$part"
 }
 
-echo "The settings of Plattegrond, in examples/plattegrond"
+# A command that says nothing when it succeeds.
+expect_silence() {
+    run "$@"
+    [ "$status" -eq 0 ] && [ -z "$output" ] || wrong "silence"
+}
+
+# Shows in which lines a file differs from a former state of it; both are in the encoding of the
+# third argument. The lines must be those of standard input, "-" before one that went, "+" before
+# one that came.
+expect_changes() {
+    changes=$(diff "$1" "$2" | iconv -f "$3" -t UTF-8 | tr -d '\r' \
+        | sed -n 's/^\(.\) $/\1/; s/^</-/p; s/^>/+/p')
+    printf '  %s:\n' "$2"
+    printf '%s\n' "$changes" | sed 's/^/    /'
+    [ "$changes" = "$(cat)" ] || wrong "other changes of $2"
+}
+
+echo "The settings of Plattegrond, in a copy of examples/plattegrond"
+
+part "Looking up"
 
 heading "The file itself, asked last: what it includes goes first. Then its head, above the chapters"
 expect 188 get plattegrond.ini "[Trappen]OptredeMax" --trace
@@ -85,15 +120,9 @@ shown="sed -n /^settings/,\$p"
 expect_line "      NummerVorm=0.%02d" drawing --drawing $drawing
 shown=cat
 
-heading "A value goes into a copy of the drawing; the drawing stays as it is"
-run set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing $drawing --save-as "$copies/woonhuis.dxf"
-[ "$status" -eq 0 ] || wrong "the copy"
-expect 2650 get plattegrond.ini "[Ruimten]Hoogte" --drawing "$copies/woonhuis.dxf"
-expect 2700 get plattegrond.ini "[Ruimten]Hoogte" --drawing $drawing
-
 heading "A record of how something is drawn; layer and linetype are those of the drawing"
 expect_line "layerId     21-BUITENWAND" record plattegrond.ini "[Lagen]Buitenwand" --as vis \
-    --drawing "$copies/woonhuis.dxf"
+    --drawing $drawing
 
 heading "A list of idents: the first that is found wins"
 expect 2315 get plattegrond.ini "[Deuren]HoogteSchuif,[Deuren]Hoogte" --as int
@@ -125,6 +154,110 @@ heading "What the drawing (2) and the project (1) have of that category"
 expect_line '{"image":2,"name":"Hoogte","type":"Integer","value":"2700",' \
     rows plattegrond.ini Ruimten --hide global --drawing $drawing
 shown=cat
+
+part "Changing a value; of the levels those are shown that have it"
+shown=of_value
+
+heading "In the file: one line changes"
+expect_silence set plattegrond.ini "[Trappen]OptredeMax" 187
+expect_line "* file      187 " levels plattegrond.ini "[Trappen]OptredeMax"
+expect_changes "$example/plattegrond.ini" plattegrond.ini UTF-8 <<'END'
+- OptredeMax=188
++ OptredeMax=187
+END
+
+heading "In a scrambled file"
+expect_silence set geheim.ini "[Formules]StapModulusMax" 640 --scramble 7
+expect_line "* file  640 " levels geheim.ini "[Formules]StapModulusMax" --scramble 7
+
+heading "In a drawing, here in a copy of it; the drawing itself stays as it is"
+expect_silence set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing $drawing --save-as plan.dxf
+expect_line "* drawing   2650 " levels plattegrond.ini "[Ruimten]Hoogte" --drawing plan.dxf
+cmp -s "$example/$drawing" $drawing || wrong "the drawing as it was"
+
+heading "In a project file beside the file, which is made; it counts for the drawings of this folder"
+expect_silence set plattegrond.ini "[Plot]Schaal" 20 --level project
+expect_line "* project   20 " levels plattegrond.ini "[Plot]Schaal" --drawing plan.dxf
+
+part "Freezing values into a drawing"
+
+heading "The drawing keeps what was in force when the project has another value"
+expect_silence freeze plattegrond.ini "[Plot]Schaal" --drawing plan.dxf
+expect_silence set plattegrond.ini "[Plot]Schaal" 200 --level project
+expect_line "* drawing   20 " levels plattegrond.ini "[Plot]Schaal" --drawing plan.dxf
+has_line "  project   200 "
+
+heading "All settings that belong into drawings by their definition (level d)"
+expect_silence freeze plattegrond.ini --levels --drawing plan.dxf
+expect_line "* drawing   Voorlopig " levels plattegrond.ini "[Plot]StempelTekst" --drawing plan.dxf
+
+part "Changing a setting as a dialog of the editor does"
+
+heading "A value is checked against the type of its setting"
+run apply plattegrond.ini Plot "Kopieën" veel
+[ "$status" -eq 1 ] && printf '%s\n' "$output" | grep -qF '"veel" is refused' || wrong "a refusal"
+expect 1 get plattegrond.ini "[Plot]Kopieën"
+expect 3 apply plattegrond.ini Plot "Kopieën" 3
+expect 3 get plattegrond.ini "[Plot]Kopieën"
+
+heading "It goes to the level at which one works, here to the project of the house"
+expect 25 apply plattegrond.ini Plot Schaal 25 --project project/plattegrond.ipr
+expect_line "* project   25 " levels plattegrond.ini "[Plot]Schaal" --drawing $drawing
+
+part "Removing a setting"
+
+heading "The level below is in force again"
+expect_silence remove plattegrond.ini Plot Schaal --project project/plattegrond.ipr
+expect_line "* file      100 " levels plattegrond.ini "[Plot]Schaal" --drawing $drawing
+expect_silence remove plattegrond.ini Ruimten Hoogte --drawing plan.dxf
+expect_line "* file      2600 " levels plattegrond.ini "[Ruimten]Hoogte" --drawing plan.dxf
+
+part "A new version of the product"
+
+heading "Its defaults add what the user's files lack, at their places; what was there stays.
+The former files are kept; the count is that of the last file"
+cp plattegrond.ini former.ini
+expect_line "2 added" update plattegrond.ini nieuw/plattegrond.inp
+expect_changes plattegrond.ino plattegrond.ini UTF-8 <<'END'
++ ProjectArchitect=
++ Brandklasse=B
++ Zonwering=0
++ ZonweringSoort=screen
++
++ [Zonnepanelen]
++ Breedte=1134
++ Lengte=1722
++ Vermogen=430
++ Laag=61-ZONNEPANEEL,5,CONTINUOUS,0.25
+END
+expect_changes norm/arcering.ino norm/arcering.ini WINDOWS-1252 <<'END'
++ Leem=00-ARCERING,42,CONTINUOUS,0.09,NK_LEEM,0,40
++ LegendaNoot=Kleur volgens het materiaal, ook één op één geplot
+END
+cmp -s former.ini plattegrond.ino || wrong "the former file in plattegrond.ino"
+expect 187 get plattegrond.ini "[Trappen]OptredeMax"
+
+heading "The second time nothing is new"
+expect "0 added" update plattegrond.ini nieuw/plattegrond.inp
+
+heading "Its new values come in for what is there; nothing is added"
+cp plattegrond.ini former.ini
+cp norm/kantoor.ini norm/former.ini
+expect_silence replace plattegrond.ini nieuw/plattegrond.irp
+expect_changes former.ini plattegrond.ini UTF-8 <<'END'
+- Versie=4.2
++ Versie=4.3
+- OptredeMax=187
++ OptredeMax=185
+- AantredeMin=220
++ AantredeMin=230
+END
+expect_changes norm/former.ini norm/kantoor.ini UTF-8 <<'END'
+- NormVersie=2024-2
++ NormVersie=2025-1
+- Afronding=5
++ Afronding=1
+END
 
 echo
 exit $failed
