@@ -337,6 +337,30 @@ TEST_F(CfgctlHelp, ShowsWhatFreezingDoes)
     }
 }
 
+// The commands that a README shows, one after the other as a reader types them.
+TEST_F(CfgctlHelp, IsInAccordWithTheReadmes)
+{
+    for (const char* readme : {"/../../README.md", "/../README.md"}) {
+        const auto content = platform::readFile(CORMA_EXAMPLES + std::string(readme));
+        ASSERT_TRUE(content.has_value()) << readme;
+        const ExampleCopy copy;
+        workIn = copy.path();
+        std::istringstream lines {std::string(content->view())};
+        int commands = 0;
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.starts_with("    $ cfgctl ")) {
+                continue;
+            }
+            Words words = wordsOf(line.substr(0, line.find(" # ")));
+            words.erase(words.begin(), words.begin() + 2);
+            const ProgramResult result = run(words);
+            EXPECT_EQ(result.exitStatus, 0) << line << '\n' << result.err;
+            ++commands;
+        }
+        EXPECT_GE(commands, 2) << readme;
+    }
+}
+
 TEST_F(CfgctlHelp, GoesBeforeMissingArguments)
 {
     EXPECT_EQ(run({"get", "--help", "tool.ini"}).exitStatus, 0);
