@@ -12,10 +12,9 @@ namespace {
 
 constexpr const char* kCategoryMeaning = "Name of a category; Algemeen is the head of the file";
 
-// A model that could not be loaded whole is not changed.
-Answer answerOf(const corma::SettingsModel& model, bool isDone, Json document)
+Answer answerOf(bool isDone, Json document)
 {
-    return {model.isComplete() && isDone ? RTNORM : RTERROR, std::move(document), {}};
+    return {isDone ? RTNORM : RTERROR, std::move(document), {}};
 }
 
 std::wstring inQuotes(const std::wstring& name)
@@ -74,7 +73,7 @@ public:
             complain(inQuotes(m_value) + L" is refused: it is no value of the type of "
                      + inQuotes(m_name));
         }
-        Answer answer = answerOf(model, applied.stored, document);
+        Answer answer = answerOf(applied.stored, document);
         answer.lines = plainLines(document["value"]);
         return answer;
     }
@@ -107,7 +106,7 @@ public:
         const bool isRemoved = model.remove(m_category, m_name);
         Json document;
         document["removed"] = isRemoved;
-        return answerOf(model, isRemoved, document);
+        return answerOf(isRemoved, document);
     }
 
 private:
@@ -132,7 +131,7 @@ public:
             complain(L"there is no category " + inQuotes(m_category)
                      + L"; upper and lower case differ");
         }
-        Answer answer = answerOf(model, model.removeCategory(m_category), {});
+        Answer answer = answerOf(model.removeCategory(m_category), {});
         answer.document["status"] = answer.status;
         return answer;
     }

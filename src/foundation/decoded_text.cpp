@@ -13,6 +13,8 @@ namespace {
 constexpr const wchar_t* kNotDecoded = L"line %d is no %s, as its byte-order mark says";
 constexpr const wchar_t* kNotInWindows1252
     = L"line %d has a character that Windows-1252, the encoding of the file, does not have";
+constexpr const wchar_t* kSeenAsMark
+    = L"the file would then begin with what is taken for a byte-order mark";
 constexpr const wchar_t* kNotSeenAsWindows1252
     = L"the file, which is in Windows-1252, would then be taken for UTF-8";
 
@@ -33,6 +35,26 @@ std::string_view wholeLinesOf(std::string_view bytes)
         at = end;
     }
     return bytes.substr(0, at);
+}
+
+// The bytes of a text that a mark could be made of.
+std::string beginningOf(std::span<const std::string_view> pieces)
+{
+    constexpr std::size_t kLongestMark = 3;
+    std::string beginning;
+    for (const std::string_view piece : pieces) {
+        beginning += piece.substr(0, kLongestMark);
+        if (beginning.size() >= kLongestMark) {
+            break;
+        }
+    }
+    return beginning;
+}
+
+// Characters at the top of a file without a mark must not make one.
+std::wstring defectOfBeginning(std::string_view bytes)
+{
+    return markOf(bytes) == Mark::none ? L"" : kSeenAsMark;
 }
 
 // What is wrong with pieces that the encoding cannot hold; else empty.
@@ -104,6 +126,7 @@ DecodedText::Encoded DecodedText::encoded(std::span<const std::string_view> piec
     switch (m_form) {
     case Form::utf8:
         result.isAsGiven = true;
+        result.defect = m_mark == Mark::none ? defectOfBeginning(beginningOf(pieces)) : L"";
         break;
     case Form::utf16:
         result.bytes = bytesOf(m_mark);
@@ -113,6 +136,9 @@ DecodedText::Encoded DecodedText::encoded(std::span<const std::string_view> piec
         break;
     case Form::windows1252:
         result.defect = appendWindows1252(result.bytes, pieces);
+        if (result.defect.empty()) {
+            result.defect = defectOfBeginning(result.bytes);
+        }
         break;
     }
     return result;

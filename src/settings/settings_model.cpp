@@ -100,11 +100,13 @@ void SettingsModel::fillList(const std::wstring& category, SettingList& list,
     }
 }
 
-// Unlike for looking at settings, another category never stands in for the one that is named.
+// Unlike for looking at settings, another category never stands in for the one that is named, and
+// a part of a model for all of it.
 InstellingenArray* SettingsModel::settingsOf(const std::wstring& category) const
 {
-    RubriekenArray& model = *m_inside->started.model;
-    return model.hasCategory(category) ? &model.findCategory(category)->settings() : nullptr;
+    const RubriekenArray& model = *m_inside->started.model;
+    const bool isThere = isComplete() && model.hasCategory(category);
+    return isThere ? &model.findCategory(category)->settings() : nullptr;
 }
 
 AppliedValue SettingsModel::apply(const std::wstring& category, const std::wstring& name,
@@ -142,6 +144,9 @@ bool SettingsModel::remove(const std::wstring& category, const std::wstring& nam
 bool SettingsModel::removeCategory(const std::wstring& name)
 {
     const StartedModel& started = m_inside->started;
+    if (!isComplete()) {
+        return false;
+    }
     const bool project = started.model->projectMode;
     const bool local = !project && started.model->localMode;
     return started.model->removeCategory(name, started.fileNames, project, local, started.database);
