@@ -22,14 +22,14 @@ std::vector<std::string> linesOf(const std::string& text)
             line += c;
             continue;
         }
-        if (!line.empty() && line.back() == '\r') {
-            line.pop_back();
-        }
         lines.push_back(line);
         line.clear();
     }
     if (!line.empty()) {
         lines.push_back(line);
+    }
+    for (std::string& one : lines) {
+        one.erase(one.find_last_not_of('\r') + 1);
     }
     return lines;
 }

@@ -300,7 +300,10 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(NewValues {"OfTheFileStay", "a=1\r\nb=1\nc=1\r\n", "a=2\nb=2\r\nc=2",
                                  "a=2\r\nb=2\nc=2\r\n"},
                       NewValues {"MayBeMissingAtTheEnd", "a=1\nb=1", "b=2\n", "a=1\nb=2"},
-                      NewValues {"OfTheNewFileAreNoPartOfItsValues", "a=1\n", "a=2\r\n", "a=2\n"}),
+                      NewValues {"OfTheNewFileAreNoPartOfItsValues", "a=1\n", "a=2\r\n", "a=2\n"},
+                      NewValues {"ThatAreHalfAreNoPartOfAValue", "a=1\n", "a=2\r", "a=2\n"},
+                      NewValues {"OfTwoReturnsStayInTheFile", "a=1\r\r\nb=1\r", "a=2\r\r\nb=2",
+                                 "a=2\r\r\nb=2\r"}),
     sentenceOf);
 
 TEST(NewValuePieces, OfAFileThatStaysAreOne)
