@@ -61,7 +61,7 @@ template<class Take> void forEachLine(std::string_view text, std::size_t longest
             const std::size_t size = sizeOfFirst(longest, rest);
             take(rest.substr(0, size));
             rest.remove_prefix(size);
-        } while (!rest.empty() && rest != "\r");
+        } while (rest.find_first_not_of('\r') != kNowhere);
         text.remove_prefix(feed == kNowhere ? text.size() : feed + 1);
     }
 }
@@ -192,7 +192,9 @@ template<class Take> void forEachWholeLine(std::string_view text, const Take& ta
         const std::size_t feed = text.find('\n');
         const std::size_t size = feed == kNowhere ? text.size() : feed + 1;
         TextLine line {text.substr(0, feed), text.substr(0, size)};
-        if (feed != kNowhere && line.content.ends_with('\r')) {
+        // Each of them, also without a line feed: one that came along with a value would be one
+        // more each time.
+        while (line.content.ends_with('\r')) {
             line.content.remove_suffix(1);
         }
         text.remove_prefix(size);

@@ -30,10 +30,11 @@ using corma::RewriteFailure;
 using Step = RewriteFailure::Step;
 using Cause = corma::platform::FileError::Cause;
 
-// tool.ini is kept as tool.ino, and what ends in "o" already as "... old".
+// tool.ini is kept as tool.ino, and what ends in "o" already as "... old". An upper-case one
+// counts: names are found in any case, so the other name would be that of the file itself.
 std::wstring backupNameOf(std::wstring name)
 {
-    if (name.ends_with(L'o')) {
+    if (name.ends_with(L'o') || name.ends_with(L'O')) {
         return name + L" old";
     }
     name.back() = L'o';

@@ -1,5 +1,6 @@
 #include "inifile/InifileTest.h"
 #include "inifile/drawing_settings.h"
+#include "inifile/drawing_tree.h"
 #include "platform/platform.h"
 #include <corma/xx_Var.h>
 
@@ -16,32 +17,10 @@ std::wstring dataFile(const wchar_t* name)
     return corma::platform::fromNative(CORMA_SOURCE_FOLDER "/tests/data/") + name;
 }
 
-// The tree below a dictionary, one key a line, with the texts of records.
-std::wstring treeBelow(AcDbObjectId id, const std::wstring& indent = L"")
-{
-    std::wstring text;
-    const Opened<AcDbDictionary> dictionary(id);
-    const std::unique_ptr<AcDbDictionaryIterator> entry(dictionary->newIterator());
-    for (; !entry->done(); entry->next()) {
-        text += indent + entry->name();
-        const Opened<AcDbObject> object(entry->objectId());
-        if (const auto value = corma::textOfRecord(*object)) {
-            text += L"=" + *value;
-        }
-        text += L"\n";
-        if (AcDbDictionary::cast(object.get()) != nullptr) {
-            text += treeBelow(entry->objectId(), indent + L"  ");
-        }
-    }
-    return text;
-}
-
 class DrawingSettings : public InifileTest
 {
 protected:
     void newDrawing() { ASSERT_TRUE(corma::newDocument(folder.path(L"house.dxf").c_str())); }
-
-    static AcDbDatabase& database() { return *acdbHostApplicationServices()->workingDatabase(); }
 
     static Acad::ErrorStatus store(const wchar_t* file, const wchar_t* chapter,
                                    const wchar_t* ident, const wchar_t* value)
@@ -51,13 +30,7 @@ protected:
         return status;
     }
 
-    static std::wstring settings()
-    {
-        AcDbObjectId root;
-        Opened<AcDbDictionary> named;
-        database().getNamedObjectsDictionary(named.out());
-        return named->getAt(corma::kSettingsRoot, root) == Acad::eOk ? treeBelow(root) : L"(none)";
-    }
+    static std::wstring settings() { return corma::testing::settingsOfDrawing(); }
 };
 
 // --- keys ----------------------------------------------------------------------------------------
