@@ -202,6 +202,14 @@ template<class Take> void forEachWholeLine(std::string_view text, const Take& ta
     }
 }
 
+// The ident of a line that gives a value. A leading blank is the way to switch a line off: such a
+// line neither gives nor takes one (test: ALineThatIsSwitchedOffStaysAsItIs).
+std::optional<std::string_view> valuedIdentOf(std::string_view line)
+{
+    const bool isOff = line.starts_with(' ') || line.starts_with('\t');
+    return isOff ? std::nullopt : identOf(line);
+}
+
 using Values = EntryTable<std::string_view>;
 
 // The values of a file; of two for one ident the first.
@@ -212,7 +220,7 @@ Values valuesOf(std::string_view text, NumberedNames& chapters)
     forEachWholeLine(text, [&](const TextLine& line) {
         if (isHeader(line.content)) {
             chapter = chapters.number(line.content).first;
-        } else if (const auto ident = identOf(line.content)) {
+        } else if (const auto ident = valuedIdentOf(line.content)) {
             values.add(chapter, *ident, line.content.substr(ident->size() + 1));
         }
     });
@@ -264,7 +272,7 @@ std::vector<std::string_view> withNewValues(std::string_view own, std::string_vi
             }
             return;
         }
-        const auto ident = identOf(line.content);
+        const auto ident = valuedIdentOf(line.content);
         if (!ident) {
             pieces.keep(line.whole);
             return;

@@ -66,9 +66,9 @@ private:
 };
 
 /// The text of a file in which each entry has the value that the new file gives it, if it does, in
-/// pieces that are views of the two texts. All else stays as it is, with two exceptions: where a
-/// chapter has an ident twice, each gets the value of the first; and a header that repeats the one
-/// before it is left out.
+/// pieces that are views of the two texts. Lines that begin with a blank are no entries. All else
+/// stays as it is, with two exceptions: where a chapter has an ident twice, each gets the value of
+/// the first; and a header that repeats the one before it is left out.
 std::vector<std::string_view> withNewValues(std::string_view own, std::string_view newer);
 
 } // namespace corma

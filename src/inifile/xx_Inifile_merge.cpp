@@ -195,6 +195,7 @@ int InifileInside::updateOwnFile(xx_Inifile& file, wchar_t* defaultFile, int* ne
         std::wstring path(file.filename);
         xx_Inifile renewed(path.data(), file.scrambled, nullptr);
         file = renewed;
+        file.flushIniBuffer();
     }
     if (newItems != nullptr) {
         *newItems = updated.added;

@@ -180,8 +180,8 @@ KeyedFile keyed(const std::string& text)
             chapter = line;
             file.values.emplace(line, "");
             file.keys.push_back(line);
-        } else if (equals == std::string::npos) {
-            file.keys.push_back(line);
+        } else if (equals == std::string::npos || line[0] == ' ' || line[0] == '\t') {
+            file.keys.push_back(line); // no entry, or one that is switched off
         } else {
             const std::string key = chapter + line.substr(0, equals);
             file.values.emplace(key, line.substr(equals + 1));

@@ -249,6 +249,9 @@ INSTANTIATE_TEST_SUITE_P(
         NewValues {"ThatAreNotNewStay", "a=1\nb=1\n", "a=2\n", "a=2\nb=1\n"},
         NewValues {"OfIdentsThatAreNotThereAreDropped", "a=1\n", "b=2\n[B]\na=2\n", "a=1\n"},
         NewValues {"MayBecomeEmpty", "a=1\n", "a=\n", "a=\n"},
+        NewValues {"ALineThatIsSwitchedOffStaysAsItIs", " a=1\n\ta=2\na=3\n", " a=5\n\ta=6\na=7\n",
+                   " a=1\n\ta=2\na=7\n"},
+        NewValues {"OfALineThatIsSwitchedOffAreNotTaken", "a=1\n", " a=5\n\ta=6\n", "a=1\n"},
         NewValues {"MayHaveBeenEmpty", "a=\n", "a=2\n", "a=2\n"},
         NewValues {"MayHoldEqualsSigns", "a=1=2\n", "a=3=4\n", "a=3=4\n"},
         NewValues {"MayHoldBlanks", "a= 1 \n", "a=  2  \n", "a=  2  \n"},
@@ -283,16 +286,15 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     OtherLines, RenewedValues,
-    ::testing::Values(
-        NewValues {"Stay", "los\n\n; x\n[B\n[B] x\n\t\n", "los=1\n", "los\n\n; x\n[B\n[B] x\n\t\n"},
-        NewValues {"OfBlanksStayAsTheyAre", "  a=1\n \n", "a=2\n", "  a=1\n \n"},
-        NewValues {"ThatAreBlankLedHaveAnIdentWithItsBlanks", "  a=1\n", "  a=2\na=3\n", "  a=2\n"},
-        NewValues {"WithAnEqualsSignAreEntries", "; a=1\n", "; a=2\n", "; a=2\n"},
-        NewValues {"ThatLookLikeTheNameOfAnEntryStay", "[B]a\n[B]\na=1\n", "[B]\na=2\n",
-                   "[B]a\n[B]\na=2\n"},
-        NewValues {"WithATabBehindTheirBracketAreNoHeaders", "[B]\t\na=1\n", "[B]\na=2\n",
-                   "[B]\t\na=1\n"},
-        NewValues {"OfTheNewFileAreNotTaken", "a=1\n", "los\n; x\n\na=2\n", "a=2\n"}),
+    ::testing::Values(NewValues {"Stay", "los\n\n; x\n[B\n[B] x\n\t\n", "los=1\n",
+                                 "los\n\n; x\n[B\n[B] x\n\t\n"},
+                      NewValues {"OfBlanksStayAsTheyAre", "  a=1\n \n", "a=2\n", "  a=1\n \n"},
+                      NewValues {"WithAnEqualsSignAreEntries", "; a=1\n", "; a=2\n", "; a=2\n"},
+                      NewValues {"ThatLookLikeTheNameOfAnEntryStay", "[B]a\n[B]\na=1\n",
+                                 "[B]\na=2\n", "[B]a\n[B]\na=2\n"},
+                      NewValues {"WithATabBehindTheirBracketAreNoHeaders", "[B]\t\na=1\n",
+                                 "[B]\na=2\n", "[B]\t\na=1\n"},
+                      NewValues {"OfTheNewFileAreNotTaken", "a=1\n", "los\n; x\n\na=2\n", "a=2\n"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(
