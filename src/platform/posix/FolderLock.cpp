@@ -1,6 +1,7 @@
 #include "platform/posix/FolderLock.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -18,7 +19,42 @@ using Clock = std::chrono::steady_clock;
 // to make everyone else hang.
 constexpr auto kLongestWait = std::chrono::seconds(10);
 constexpr auto kFirstPause = std::chrono::microseconds(50);
-constexpr auto kLongestPause = std::chrono::milliseconds(2);
+constexpr auto kLongestPause = std::chrono::milliseconds(1);
+
+// Who writes again and again has the folder free for moments only, which those who wait and look
+// again after each pause would hardly ever meet. So it steps aside now and then, for long enough
+// that each of them looks.
+constexpr auto kLongestSeries = std::chrono::milliseconds(50);
+constexpr auto kStepAside = 2 * kLongestPause;
+
+// The changes of this process that follow each other closely.
+class Series
+{
+public:
+    void stepAsideIfLong()
+    {
+        if (Clock::now() - m_end.load() <= kLongestPause
+            && m_end.load() - m_begin.load() > kLongestSeries) {
+            std::this_thread::sleep_for(kStepAside);
+        }
+    }
+
+    void begin()
+    {
+        const auto now = Clock::now();
+        if (now - m_end.load() > kLongestPause) {
+            m_begin = now;
+        }
+    }
+
+    void end() { m_end = Clock::now(); }
+
+private:
+    std::atomic<Clock::time_point> m_begin;
+    std::atomic<Clock::time_point> m_end;
+};
+
+Series series;
 
 Descriptor openFolder(const std::filesystem::path& path)
 {
@@ -67,10 +103,19 @@ FolderLock::FolderLock(const std::filesystem::path& folder, const std::filesyste
             inOrder.insert(otherIdentity < identity ? inOrder.begin() : inOrder.end(), &m_other);
         }
     }
+    series.stepAsideIfLong();
     const auto end = Clock::now() + kLongestWait;
     for (const Descriptor* const one : inOrder) {
         m_isTaken = m_isTaken && (!one->isOpen() || lockUntil(end, one->get()));
     }
+    series.begin();
+}
+
+FolderLock::~FolderLock()
+{
+    m_other.close();
+    m_folder.close();
+    series.end();
 }
 
 } // namespace corma::platform

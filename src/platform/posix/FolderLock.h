@@ -14,6 +14,9 @@ public:
     /// Waits for folders that others have, up to ten seconds. A folder that cannot be locked at
     /// all, as on some file systems, counts as locked. The two may be the same.
     FolderLock(const std::filesystem::path& folder, const std::filesystem::path& other);
+    FolderLock(const FolderLock&) = delete;
+    FolderLock& operator=(const FolderLock&) = delete;
+    ~FolderLock();
 
     /// False when another kept a folder for longer.
     [[nodiscard]] bool isTaken() const { return m_isTaken; }
