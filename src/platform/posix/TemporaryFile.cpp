@@ -143,8 +143,16 @@ bool TemporaryFile::takeNameOf(const std::filesystem::path& target, const Belong
     if (m_error.isOne()) {
         return false;
     }
+    if (takeNameInOneStep(target)) {
+        return true;
+    }
+    return errno == EXDEV ? copyTo(target, belongings) : note(false);
+}
+
+bool TemporaryFile::takeNameInOneStep(const std::filesystem::path& target)
+{
     if (calls::rename(m_path, target.native()) != 0) {
-        return errno == EXDEV ? copyTo(target, belongings) : note(false);
+        return false;
     }
     m_isThere = false;
     m_descriptor.close();
@@ -158,7 +166,7 @@ bool TemporaryFile::copyTo(const std::filesystem::path& target, const Belongings
     copy.take(belongings);
     const bool isRead
         = note(::lseek(m_descriptor.get(), 0, SEEK_SET) == 0 && copyAll(m_descriptor.get(), copy));
-    if (isRead && copy.flush() && copy.takeNameOf(target, belongings)) {
+    if (isRead && copy.flush() && copy.note(copy.takeNameInOneStep(target))) {
         return true;
     }
     if (copy.error().isOne()) {

@@ -56,6 +56,7 @@ private:
     TemporaryFile(std::string path, int descriptor);
 
     bool note(bool isDone);
+    bool takeNameInOneStep(const std::filesystem::path& target); // false leaves errno
     bool copyTo(const std::filesystem::path& target, const Belongings& belongings);
 
     std::string m_path;

@@ -241,6 +241,7 @@ private:
         if (m_error.cause == FileError::Cause::notFound && missing == Missing::isEmpty) {
             m_error = {};
             m_belongings = Belongings::ofNewFile();
+            keepApart();
         }
     }
 
@@ -262,16 +263,15 @@ private:
         std::fill_n(m_content.bytes.get() + got, FileContent::kPadding, '\0');
         m_belongings = Belongings::of(status);
         m_isThere = true;
-        keepApart(status);
+        keepApart();
     }
 
     // The file itself may bear the name of the temporary one.
-    void keepApart(const struct stat& target)
+    void keepApart()
     {
-        struct stat status = {};
-        if (m_temporary.filename() == m_path->filename()
-            && ::lstat(m_temporary.c_str(), &status) == 0 && status.st_dev == target.st_dev
-            && status.st_ino == target.st_ino) {
+        std::error_code failed;
+        if (m_path->filename() == m_temporary.filename()
+            && std::filesystem::equivalent(folderOf(*m_path), folderOf(m_temporary), failed)) {
             m_temporary += ".new";
         }
     }
