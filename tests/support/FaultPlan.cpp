@@ -1,11 +1,6 @@
 #include "support/FaultPlan.h"
 
 #include <csignal>
-#include <cstdio>
-#include <stdexcept>
-#include <sys/wait.h>
-#include <unistd.h>
-#include <utility>
 
 namespace corma::testing {
 
@@ -68,72 +63,6 @@ std::string namesOf(const std::vector<SystemCall>& calls)
         names += platform::nameOf(call);
     }
     return names;
-}
-
-bool ChildEnd::wasKilled() const
-{
-    return signal == SIGKILL;
-}
-
-namespace {
-
-constexpr int kWasFalse = 1;
-constexpr int kThrew = 2;
-
-int statusOf(const std::function<bool()>& thing)
-{
-    try {
-        return thing() ? 0 : kWasFalse;
-    } catch (...) {
-        return kThrew;
-    }
-}
-
-} // namespace
-
-Child::Child(const std::function<bool()>& thing)
-{
-    // What is not written yet would be written by both.
-    static_cast<void>(std::fflush(nullptr));
-    m_process = ::fork();
-    if (m_process < 0) {
-        throw std::runtime_error("no child process");
-    }
-    if (m_process == 0) {
-        ::_exit(statusOf(thing));
-    }
-}
-
-Child::~Child()
-{
-    if (m_process > 0) {
-        kill();
-        end();
-    }
-}
-
-void Child::kill()
-{
-    if (m_process > 0) {
-        ::kill(m_process, SIGKILL);
-    }
-}
-
-ChildEnd Child::end()
-{
-    int status = 0;
-    if (m_process <= 0 || ::waitpid(std::exchange(m_process, 0), &status, 0) < 0) {
-        throw std::runtime_error("no child process to wait for");
-    }
-    if (WIFSIGNALED(status)) {
-        return {.signal = WTERMSIG(status)};
-    }
-    return {.status = WEXITSTATUS(status)};
-}
-
-ChildEnd inChild(const std::function<bool()>& thing)
-{
-    return Child(thing).end();
 }
 
 } // namespace corma::testing

@@ -1,17 +1,13 @@
 #include "platform/platform.h"
+#include "support/Child.h"
 #include "support/FaultPlan.h"
 #include "support/TempFolder.h"
 
 #include <cerrno>
-#include <chrono>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <stdexcept>
-#include <thread>
 
 using corma::platform::replaceFile;
 using corma::platform::SystemCall;
-using corma::testing::Child;
 using corma::testing::FaultPlan;
 using corma::testing::inChild;
 using corma::testing::namesOf;
@@ -100,38 +96,6 @@ TEST_F(FaultPlanTest, PutsTheFormerObserverBack)
     EXPECT_TRUE(outer.calls().empty());
     EXPECT_TRUE(replaceFile(path, "two"));
     EXPECT_FALSE(outer.calls().empty());
-}
-
-TEST(InChild, TellsHowTheChildEnded)
-{
-    EXPECT_TRUE(inChild([] { return true; }).isGood());
-    EXPECT_EQ(inChild([] { return false; }).status, 1);
-    EXPECT_EQ(inChild([]() -> bool { throw std::runtime_error("no"); }).status, 2);
-    const auto ended = inChild([] { return std::raise(SIGTERM) == 0; });
-    EXPECT_EQ(ended.signal, SIGTERM);
-    EXPECT_FALSE(ended.isGood());
-    EXPECT_FALSE(ended.wasKilled());
-}
-
-TEST(InChild, LeavesTheObjectsOfTheTestAlone)
-{
-    const TempFolder folder;
-    folder.write(L"a", "1");
-    EXPECT_TRUE(inChild([&] { return folder.has(L"a"); }).isGood());
-    EXPECT_TRUE(folder.has(L"a"));
-}
-
-TEST(Child, CanBeKilledMeanwhile)
-{
-    Child child([] {
-        for (;;) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        return true;
-    });
-    child.kill();
-    EXPECT_TRUE(child.end().wasKilled());
-    EXPECT_THROW(child.end(), std::runtime_error);
 }
 
 } // namespace
