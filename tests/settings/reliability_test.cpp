@@ -495,7 +495,7 @@ TEST_P(ReliabilityTest, NoFaultOfASystemCallLosesAnything)
         killAt(call, Fault::endBefore);
         killAt(call, Fault::endBehind);
     }
-    constexpr std::size_t kFewestCalls = 15; // of any change of a file
+    constexpr std::size_t kFewestCalls = 10; // of any change of a file
     EXPECT_GE(calls.size(), kFewestCalls);
     EXPECT_GE(injected, 4 * calls.size());
     RecordProperty("calls", static_cast<int>(calls.size()));
