@@ -1,7 +1,7 @@
 #!/bin/sh
-# Measures times and memory of the settings store, of its model, of writing and of drawings, and prints them as
-# tables, each number beside what the machine needs at least for it and beside our aim. The single runs
-# go to bench.json, bench_model.json and bench_drawing.json.
+# Measures times and memory of the settings store, of its model, of writing and of drawings, and prints
+# them as tables, each number beside what the machine needs at least for it and beside our aim. The
+# single runs go to bench.json, bench_model.json, bench_write.json and bench_drawing.json.
 # Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 

@@ -134,8 +134,8 @@ struct ModelRequest
     bool withDrawing = false;
 };
 
-/// A loaded model. What is wrong with the files is told to the user while it is loaded. A model that
-/// is not complete is not changed.
+/// A loaded model. What is wrong with the files is told to the user while it is loaded. A model
+/// that is not complete is not changed.
 class CORMA_EXPORT SettingsModel
 {
 public:

@@ -133,12 +133,12 @@ public:
     void writeString(wchar_t* ident, wchar_t* value, int level, bool create);
 
     /// Adds to this file what a file of defaults has and this one has not, in the order of the
-    /// defaults, and keeps every value that is here. A chapter that is new counts as an item itself.
-    /// Then the same for each included file that has a file of defaults, of its own path with the
-    /// extension "inp"; *newItems, which may be null, is the count of the last file. When anything
-    /// is added the former file is kept beside the new one, with an "o" at the end of its name, as
-    /// tool.ino. Lines are cut at their first character below 32. RTNORM; or RTCAN when a file
-    /// could not be read or written, and for a scrambled file, which stays as it is.
+    /// defaults, and keeps every value that is here. A chapter that is new counts as an item
+    /// itself. Then the same for each included file that has a file of defaults, of its own path
+    /// with the extension "inp"; *newItems, which may be null, is the count of the last file. When
+    /// anything is added the former file is kept beside the new one, with an "o" at the end of its
+    /// name, as tool.ino. Lines are cut at their first character below 32. RTNORM; or RTCAN when a
+    /// file could not be read or written, and for a scrambled file, which stays as it is.
     int update(wchar_t* defaultFile, int* newItems);
 
     /// The same, and tells on the command line how many items are new.
