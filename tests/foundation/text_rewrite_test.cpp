@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <set>
 #include <sys/stat.h>
 
 using corma::platform::SystemCall;
@@ -33,21 +32,6 @@ protected:
         return file.replace(std::array {text});
     }
 
-    // The names in the folder, one behind the other.
-    [[nodiscard]] std::string names() const
-    {
-        std::set<std::string> sorted;
-        for (const auto& entry :
-             std::filesystem::directory_iterator(platform::toNative(folder.path()))) {
-            sorted.insert(entry.path().filename().native());
-        }
-        std::string all;
-        for (const std::string& name : sorted) {
-            all += name + " ";
-        }
-        return all;
-    }
-
     TempFolder folder;
 };
 
@@ -63,7 +47,7 @@ TEST_F(Rewrite, PutsTheNewTextInThePlaceOfTheFormerOne)
     EXPECT_TRUE(file.commit());
     EXPECT_FALSE(file.failure().isOne());
     EXPECT_EQ(folder.read(L"tool.ini"), "a=3\r\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(Rewrite, WhatIsNotCommittedGoesAway)
@@ -72,9 +56,9 @@ TEST_F(Rewrite, WhatIsNotCommittedGoesAway)
     {
         TextRewrite file(path(), temporary(), Missing::isFailure);
         EXPECT_TRUE(file.write(std::array {std::string_view("b=2\n")}));
-        EXPECT_EQ(names(), "dummy.tmp tool.ini ");
+        EXPECT_EQ(folder.names(), "dummy.tmp tool.ini");
     }
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(folder.read(L"tool.ini"), "a=1\n");
 }
 
@@ -85,7 +69,7 @@ TEST_F(Rewrite, AFormerTemporaryFileGoesAway)
     TextRewrite file(path(), temporary(), Missing::isFailure);
     EXPECT_TRUE(replace(file, "b=2\n"));
     EXPECT_EQ(folder.read(L"tool.ini"), "b=2\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(Rewrite, AMissingFileCanBeMade)
@@ -109,7 +93,7 @@ TEST_F(Rewrite, KeepsTheFormerFileUnderAnotherName)
     EXPECT_TRUE(file.commit());
     EXPECT_EQ(folder.read(L"tool.ini"), "b=2\n");
     EXPECT_EQ(folder.read(L"tool.ino"), "a=1\n");
-    EXPECT_EQ(names(), "tool.ini tool.ino ");
+    EXPECT_EQ(folder.names(), "tool.ini tool.ino");
 }
 
 TEST_F(Rewrite, KeepsTheFormerFileByACopyWhereThereAreNoLinks)
@@ -123,7 +107,7 @@ TEST_F(Rewrite, KeepsTheFormerFileByACopyWhereThereAreNoLinks)
     EXPECT_EQ(noLinks.count(), 1);
     EXPECT_EQ(folder.read(L"tool.ini"), "\xE9=2\n");
     EXPECT_EQ(folder.read(L"tool.ino"), "\xE9=1\n");
-    EXPECT_EQ(names(), "tool.ini tool.ino ");
+    EXPECT_EQ(folder.names(), "tool.ini tool.ino");
 }
 
 TEST_F(Rewrite, LinksAndModesStay)
@@ -206,7 +190,7 @@ TEST_F(RewriteFails, ForAFileThatIsMissing)
     expectNothingDone(file, Step::open, "");
     EXPECT_EQ(file.failure().error.cause, Cause::notFound);
     EXPECT_EQ(file.failure().error.number, ENOENT);
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
 }
 
 TEST_F(RewriteFails, ForAMissingFolderWhateverMayBeMissing)
@@ -216,7 +200,7 @@ TEST_F(RewriteFails, ForAMissingFolderWhateverMayBeMissing)
         replace(file, "a=1\n");
         EXPECT_EQ(file.failure().step, Step::open);
         EXPECT_EQ(file.failure().error.cause, Cause::badPath);
-        EXPECT_EQ(names(), "");
+        EXPECT_EQ(folder.names(), "");
     }
 }
 
@@ -227,7 +211,7 @@ TEST_F(RewriteFails, ForAFolder)
     EXPECT_FALSE(replace(file, "a=1\n"));
     EXPECT_EQ(file.failure().step, Step::open);
     EXPECT_EQ(file.failure().error.cause, Cause::denied);
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(RewriteFails, ForAFileThatMayNotBeWritten)
@@ -237,7 +221,7 @@ TEST_F(RewriteFails, ForAFileThatMayNotBeWritten)
     TextRewrite file(path(), temporary(), Missing::isFailure);
     expectNothingDone(file, Step::open, "a=1\n");
     EXPECT_EQ(file.failure().error.cause, Cause::denied);
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(RewriteFails, ForAFileThatIsNotWhatItsMarkSays)
@@ -249,7 +233,7 @@ TEST_F(RewriteFails, ForAFileThatIsNotWhatItsMarkSays)
     expectNothingDone(file, Step::decode, content);
     EXPECT_EQ(file.failure().detail, L"line 2 is no UTF-8, as its byte-order mark says");
     EXPECT_FALSE(file.failure().error.isOne());
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(RewriteFails, ForATextThatTheEncodingCannotHold)
@@ -260,7 +244,7 @@ TEST_F(RewriteFails, ForATextThatTheEncodingCannotHold)
     expectNothingDone(file, Step::encode, "\xE9=1\n");
     EXPECT_EQ(file.failure().detail,
               L"line 1 has a character that Windows-1252, the encoding of the file, does not have");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 struct Refusal
@@ -287,7 +271,7 @@ TEST_P(RefusedWrite, LeavesTheFileAndNoTemporaryOne)
         EXPECT_GT(refused.count(), 0);
         expectNothingDone(file, Step::write, "a=1\n");
     }
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -308,7 +292,7 @@ TEST_F(RewriteFails, ForABackupThatCannotTakeItsName)
         EXPECT_FALSE(file.keepAs(folder.path(L"tool.ino")));
         expectNothingDone(file, Step::keep, "a=1\n");
     }
-    EXPECT_EQ(names(), "tool.ini tool.ino ");
+    EXPECT_EQ(folder.names(), "tool.ini tool.ino");
 }
 
 TEST_F(RewriteFails, ForABackupOfAFileThatWasNotThere)
@@ -330,7 +314,7 @@ TEST_F(RewriteFails, ForANameThatIsNotGiven)
         EXPECT_EQ(file.failure().error.cause, Cause::denied);
         expectNothingDone(file, Step::replace, "a=1\n");
     }
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(RewriteFails, ForACommitOfNothing)

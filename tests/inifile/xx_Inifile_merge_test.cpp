@@ -5,8 +5,6 @@
 #include "support/RefusedCalls.h"
 
 #include <cerrno>
-#include <filesystem>
-#include <set>
 
 using corma::platform::SystemCall;
 using corma::testing::CurrentFolder;
@@ -26,32 +24,13 @@ protected:
 
     [[nodiscard]] std::string homely(const std::wstring& wide) const
     {
-        std::string text = corma::toUtf8(wide);
-        const std::string home = corma::toUtf8(folder.path());
-        for (std::size_t at = 0; (at = text.find(home, at)) != std::string::npos;) {
-            text.replace(at, home.size(), "~");
-        }
+        std::string text = folder.homely(wide);
         const std::string before = " on line ";
         for (std::size_t at = 0; (at = text.find(before, at)) != std::string::npos;) {
             at += before.size();
             text.replace(at, text.find('\n', at) - at, "#");
         }
         return text;
-    }
-
-    // The names in the folder, one behind the other.
-    [[nodiscard]] std::string names() const
-    {
-        std::set<std::string> sorted;
-        const auto path = corma::platform::toNative(folder.path());
-        for (const auto& entry : std::filesystem::directory_iterator(path)) {
-            sorted.insert(entry.path().filename().native());
-        }
-        std::string all;
-        for (const std::string& name : sorted) {
-            all += name + " ";
-        }
-        return all;
     }
 };
 
@@ -85,7 +64,7 @@ TEST_F(Update, AddsWhatIsNewAndKeepsTheFormerFile)
     EXPECT_EQ(folder.read(L"tool.ini"), "a=1\nb=0\n\n[C]\nc=0\n");
     EXPECT_EQ(folder.read(L"tool.ino"), "a=1\n");
     EXPECT_EQ(printed(), "\n\nOld version of file ~/tool.ini renamed to ~/tool.ino");
-    EXPECT_EQ(names(), "default.ini tool.ini tool.ino ");
+    EXPECT_EQ(folder.names(), "default.ini tool.ini tool.ino");
     EXPECT_TRUE(services.alerts.empty());
 }
 
@@ -109,7 +88,7 @@ TEST_F(Update, TellsThatACompleteFileIsOkAndMakesNoBackup)
     EXPECT_EQ(update(ini), RTNORM);
     EXPECT_EQ(added, 0);
     EXPECT_EQ(corma::platform::fileStamp(corma::platform::toNative(path(L"tool.ini"))), before);
-    EXPECT_EQ(names(), "default.ini tool.ini ");
+    EXPECT_EQ(folder.names(), "default.ini tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"1");
 }
 
@@ -245,7 +224,7 @@ protected:
     {
         EXPECT_EQ(added, -1) << "the counter is not touched";
         EXPECT_EQ(folder.read(L"tool.ini"), former);
-        EXPECT_EQ(names(), std::string(others) + "tool.ini ");
+        EXPECT_EQ(folder.names(), std::string(others) + "tool.ini");
         EXPECT_EQ(ini.get(L"a"), L"1");
         EXPECT_TRUE(services.alerts.empty());
     }
@@ -273,7 +252,7 @@ TEST_F(UpdateFails, WithoutAFileOfItsOwn)
     services.printed.clear();
     EXPECT_EQ(update(ini), RTCAN);
     EXPECT_EQ(printed(), "");
-    EXPECT_EQ(names(), "default.ini ");
+    EXPECT_EQ(folder.names(), "default.ini");
 }
 
 TEST_F(UpdateFails, ForAScrambledFile)
@@ -350,7 +329,7 @@ TEST_P(UpdateAborts, WhenTheFormerFileCannotGetItsOtherName)
     ASSERT_EQ(services.alerts.size(), 1U);
     EXPECT_EQ(homely(services.alerts.front()), text);
     EXPECT_EQ(folder.read(L"tool.ini"), "a=1\n");
-    EXPECT_EQ(names(), "default.ini tool.ini ");
+    EXPECT_EQ(folder.names(), "default.ini tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"(none)") << "the object is without its file";
     EXPECT_EQ(Ini(folder.path(L"tool.ini")).get(L"a"), L"1");
 }
@@ -368,7 +347,7 @@ TEST_F(UpdateFails, WhenAFolderHasTheNameOfTheBackup)
     EXPECT_EQ(update(ini), RTCAN);
     EXPECT_EQ(printed(), "\n\n\nCould not rename ~/tool.ini into ~/tool.ino (Aborting)");
     EXPECT_EQ(folder.read(L"tool.ini"), "a=1\n");
-    EXPECT_EQ(names(), "default.ini tool.ini tool.ino ");
+    EXPECT_EQ(folder.names(), "default.ini tool.ini tool.ino");
 }
 
 TEST_F(Update, ACompleteFileThatMayNotBeWrittenIsOk)
@@ -518,7 +497,7 @@ TEST_F(ReplaceNew, TakesNewValuesAndAddsNothing)
     EXPECT_EQ(ini.get(L"a"), L"2");
     EXPECT_EQ(ini.get(L"[C]c"), L"2");
     EXPECT_EQ(printed(), "");
-    EXPECT_EQ(names(), "new.ini tool.ini ") << "there is no backup";
+    EXPECT_EQ(folder.names(), "new.ini tool.ini") << "there is no backup";
 }
 
 TEST_F(ReplaceNew, IsReplace)
@@ -588,7 +567,7 @@ TEST_F(ReplaceNew, RefusesACharacterThatTheFileCannotHold)
               "\n\nFile ~/tool.ini is not changed: line 2 has a character that Windows-1252, the "
               "encoding of the file, does not have");
     EXPECT_EQ(ini.get(L"a"), L"1");
-    EXPECT_EQ(names(), "new.ini tool.ini ");
+    EXPECT_EQ(folder.names(), "new.ini tool.ini");
 }
 
 TEST_F(ReplaceNew, OfAFileThatIsNotFoundDoesNothing)
@@ -660,7 +639,7 @@ TEST_F(ReplaceNew, WithoutItsFileIsAnErrorAndMakesNone)
               "\nError in file xx_Inifile.cpp on line #\n"
               "(Unable to read the file '~/tool.ini' (osError=2, cause=2)\n"
               "Detail: No such file or directory, ec = 2)");
-    EXPECT_EQ(names(), "new.ini ");
+    EXPECT_EQ(folder.names(), "new.ini");
 }
 
 TEST_F(ReplaceNew, OfAFileThatMayNotBeWrittenIsAnError)
@@ -686,7 +665,7 @@ TEST_F(ReplaceNew, OnAFullDiskChangesNothing)
     EXPECT_EQ(printed(), "\n\nFile ~/tool.ini is not changed: No space left on device");
     EXPECT_EQ(folder.read(L"tool.ini"), "a=1\n");
     EXPECT_EQ(ini.get(L"a"), L"1");
-    EXPECT_EQ(names(), "new.ini tool.ini ");
+    EXPECT_EQ(folder.names(), "new.ini tool.ini");
 }
 
 TEST_F(ReplaceNew, GoesThroughIncludedFilesThatHaveNewValues)

@@ -55,23 +55,6 @@ protected:
         return file.error().cause;
     }
 
-    // The names in the folder, in order.
-    [[nodiscard]] std::string names() const { return namesIn(folder); }
-
-    static std::string namesIn(const TempFolder& which)
-    {
-        std::vector<std::string> found;
-        for (const auto& entry : fs::directory_iterator(toNative(which.path()))) {
-            found.push_back(entry.path().filename().native());
-        }
-        std::sort(found.begin(), found.end());
-        std::string text;
-        for (const std::string& name : found) {
-            text += (text.empty() ? "" : " ") + name;
-        }
-        return text;
-    }
-
     void link(const char* target, std::wstring_view name) const
     {
         fs::create_symlink(target, toNative(folder.path(name)));
@@ -99,7 +82,7 @@ TEST_F(FileRewriteTest, GivesTheContentAndPutsAnotherInItsPlace)
     EXPECT_TRUE(file.commit());
     EXPECT_FALSE(file.error().isOne());
     EXPECT_EQ(folder.read(L"a"), "onetwo");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, WithoutACommitTheFileStays)
@@ -111,7 +94,7 @@ TEST_F(FileRewriteTest, WithoutACommitTheFileStays)
         EXPECT_TRUE(file.write({&text, 1}));
     }
     EXPECT_EQ(folder.read(L"a"), "old");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, ACommitNeedsAWriteBeforeIt)
@@ -124,10 +107,10 @@ TEST_F(FileRewriteTest, ACommitNeedsAWriteBeforeIt)
 TEST_F(FileRewriteTest, AFileThatIsNotThereIsAFailureOrEmpty)
 {
     EXPECT_EQ(rewrite(L"a", "new"), Cause::notFound);
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
     EXPECT_EQ(rewrite(L"a", "new", Missing::isEmpty), Cause::none);
     EXPECT_EQ(folder.read(L"a"), "new");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
     const mode_t mask = ::umask(0);
     ::umask(mask);
     EXPECT_EQ(modeOf(folder.path(L"a")), 0666U & ~mask);
@@ -152,7 +135,7 @@ TEST_F(FileRewriteTest, TellsWhyAFileCannotBeRewritten)
     EXPECT_EQ(rewrite(L"circle", "new", Missing::isEmpty), Cause::badPath);
     EXPECT_EQ(rewrite(L"pipe", "new", Missing::isEmpty), Cause::denied);
     EXPECT_EQ(rewrite(L"none/a", "new", Missing::isEmpty), Cause::badPath);
-    EXPECT_EQ(names(), "circle folder pipe");
+    EXPECT_EQ(folder.names(), "circle folder pipe");
 }
 
 TEST_F(FileRewriteTest, AFileThatMayNotBeWrittenStaysThoughItsFolderWouldTakeAnother)
@@ -164,7 +147,7 @@ TEST_F(FileRewriteTest, AFileThatMayNotBeWrittenStaysThoughItsFolderWouldTakeAno
                     const FileRewrite file(path, temporary, Missing::isFailure);
                     return file.error().cause == Cause::denied;
                 }).isGood());
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, AFolderThatTakesNoFileIsToldAtTheWrite)
@@ -180,7 +163,7 @@ TEST_F(FileRewriteTest, AFolderThatTakesNoFileIsToldAtTheWrite)
                 }).isGood());
     ASSERT_EQ(::chmod(toNative(folder.path()).c_str(), 0755), 0);
     EXPECT_EQ(folder.read(L"a"), "old");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, TellsThatTheDiskIsFull)
@@ -191,7 +174,7 @@ TEST_F(FileRewriteTest, TellsThatTheDiskIsFull)
         EXPECT_EQ(rewrite(L"a", std::string(11, 'x')), Cause::diskFull);
     }
     EXPECT_EQ(folder.read(L"a"), "old");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, ATemporaryFileFromBeforeGoesAway)
@@ -200,7 +183,7 @@ TEST_F(FileRewriteTest, ATemporaryFileFromBeforeGoesAway)
     folder.write(L"dummy.tmp", "half of something that is longer");
     EXPECT_EQ(rewrite(L"a", "new"), Cause::none);
     EXPECT_EQ(folder.read(L"a"), "new");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, ALinkInThePlaceOfTheTemporaryFileIsNotFollowed)
@@ -215,10 +198,10 @@ TEST_F(FileRewriteTest, ALinkInThePlaceOfTheTemporaryFileIsNotFollowed)
         EXPECT_EQ(rewrite(L"a", "new"), Cause::none);
         EXPECT_EQ(folder.read(L"a"), "new");
         EXPECT_FALSE(isLink(L"a"));
-        EXPECT_EQ(names(), "a");
+        EXPECT_EQ(folder.names(), "a");
     }
     EXPECT_EQ(elsewhere.read(L"precious"), "gold");
-    EXPECT_EQ(namesIn(elsewhere), "precious");
+    EXPECT_EQ(elsewhere.names(), "precious");
 }
 
 TEST_F(FileRewriteTest, ASecondNameOfTheFileInThePlaceOfTheTemporaryOneGoesAway)
@@ -227,7 +210,7 @@ TEST_F(FileRewriteTest, ASecondNameOfTheFileInThePlaceOfTheTemporaryOneGoesAway)
     fs::create_hard_link(toNative(folder.path(L"a")), toNative(temporary));
     EXPECT_EQ(rewrite(L"a", "new"), Cause::none);
     EXPECT_EQ(folder.read(L"a"), "new");
-    EXPECT_EQ(names(), "a");
+    EXPECT_EQ(folder.names(), "a");
 }
 
 TEST_F(FileRewriteTest, AFolderInThePlaceOfTheTemporaryFileIsAFailure)
@@ -236,7 +219,7 @@ TEST_F(FileRewriteTest, AFolderInThePlaceOfTheTemporaryFileIsAFailure)
     folder.makeFolder(L"dummy.tmp");
     EXPECT_EQ(rewrite(L"a", "new"), Cause::denied);
     EXPECT_EQ(folder.read(L"a"), "old");
-    EXPECT_EQ(names(), "a dummy.tmp");
+    EXPECT_EQ(folder.names(), "a dummy.tmp");
 }
 
 TEST_F(FileRewriteTest, AFileOfTheTemporaryNameIsNotWrittenInPlace)
@@ -249,7 +232,7 @@ TEST_F(FileRewriteTest, AFileOfTheTemporaryNameIsNotWrittenInPlace)
         EXPECT_EQ(folder.read(L"dummy.tmp"), old);
         EXPECT_TRUE(file.commit());
         EXPECT_EQ(folder.read(L"dummy.tmp"), "new");
-        EXPECT_EQ(names(), "dummy.tmp");
+        EXPECT_EQ(folder.names(), "dummy.tmp");
     }
 }
 
@@ -326,7 +309,7 @@ TEST_F(FileRewriteTest, WhatIsKeptUnderAnotherNameIsTheFormerFile)
         EXPECT_EQ(folder.read(L"a"), before);
         EXPECT_TRUE(writeText(file, "new"));
         EXPECT_EQ(folder.read(L"b"), before);
-        EXPECT_EQ(names(), "a b");
+        EXPECT_EQ(folder.names(), "a b");
     }
     EXPECT_EQ(modeOf(backup), 0640U);
 }
@@ -350,7 +333,7 @@ TEST_F(FileRewriteTest, WhereAFileCannotHaveTwoNamesItsFormerContentIsCopied)
         EXPECT_EQ(folder.read(L"a"), "new");
         EXPECT_EQ(folder.read(L"b"), "old");
         EXPECT_EQ(modeOf(folder.path(L"b")), 0640U);
-        EXPECT_EQ(names(), "a b");
+        EXPECT_EQ(folder.names(), "a b");
     }
 }
 
@@ -363,14 +346,14 @@ TEST_F(FileRewriteTest, AFolderInThePlaceOfTheOtherNameIsAFailureThatChangesNoth
         EXPECT_FALSE(file.keepAs(folder.path(L"b")));
     }
     EXPECT_EQ(folder.read(L"a"), "old");
-    EXPECT_EQ(names(), "a b");
+    EXPECT_EQ(folder.names(), "a b");
 }
 
 TEST_F(FileRewriteTest, NothingIsKeptOfAFileThatIsNotThere)
 {
     FileRewrite file(folder.path(L"a"), temporary, Missing::isEmpty);
     EXPECT_FALSE(file.keepAs(folder.path(L"b")));
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
 }
 
 // --- a temporary file on another file system
@@ -403,8 +386,8 @@ TEST_F(FileRewriteAcrossTest, ItTakesItsPlaceThroughACopyBesideTheFile)
     EXPECT_EQ(rewrite(L"a", text), Cause::none);
     EXPECT_EQ(folder.read(L"a"), text);
     EXPECT_EQ(modeOf(path), 0640U);
-    EXPECT_EQ(names(), "a");
-    EXPECT_EQ(namesIn(*memory), "");
+    EXPECT_EQ(folder.names(), "a");
+    EXPECT_EQ(memory->names(), "");
 }
 
 TEST_F(FileRewriteAcrossTest, TheCopyIsOnDiskBeforeItGetsTheName)
@@ -425,7 +408,7 @@ TEST_F(FileRewriteAcrossTest, ACopyThatCannotBeMadeLeavesTheFile)
     folder.makeFolder(L"dummy.tmp");
     EXPECT_EQ(rewrite(L"a", "new"), Cause::denied);
     EXPECT_EQ(folder.read(L"a"), "old");
-    EXPECT_EQ(namesIn(*memory), "");
+    EXPECT_EQ(memory->names(), "");
 }
 
 // --- renaming that never works
@@ -448,7 +431,7 @@ TEST_F(FileRewriteTest, WhereNothingCanBeRenamedTheCopyIsTriedOnce)
         EXPECT_NE(rewrite(L"a", "new"), Cause::none);
         EXPECT_EQ(plan.failures(), error == EXDEV ? 2U : 1U);
         EXPECT_EQ(folder.read(L"a"), "old");
-        EXPECT_EQ(names(), "a");
+        EXPECT_EQ(folder.names(), "a");
     }
 }
 

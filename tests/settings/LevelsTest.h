@@ -1,7 +1,7 @@
 #pragma once
 
-#include "settings/FailingCall.h"
 #include "settings/SettingsTest.h"
+#include "support/RefusedCalls.h"
 
 #include <memory>
 #include <optional>
@@ -14,11 +14,11 @@ namespace corma::testing {
 std::string filesIn(const TempFolder& folder);
 
 /// Looks at a folder whenever a file takes another's name, which is how each write ends.
-class WriteWatch : public FailingCall
+class WriteWatch : public RefusedCalls
 {
 public:
     explicit WriteWatch(const TempFolder& folder)
-        : FailingCall(platform::SystemCall::rename, 0)
+        : RefusedCalls(platform::SystemCall::rename, 0)
         , m_folder(folder)
     {
     }

@@ -128,13 +128,9 @@ std::unique_ptr<RubriekenArray> SettingsTest::load(std::string_view ini, int lan
     return std::make_unique<RubriekenArray>(names(language));
 }
 
-std::string SettingsTest::homely(std::string text) const
+std::string SettingsTest::homely(std::string_view text) const
 {
-    const std::string home = toUtf8(folder.path());
-    for (std::size_t at = 0; (at = text.find(home, at)) != std::string::npos;) {
-        text.replace(at, home.size(), "~");
-    }
-    return text;
+    return folder.homely(fromUtf8(text));
 }
 
 std::string SettingsTest::boxes() const

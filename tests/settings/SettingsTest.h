@@ -56,7 +56,7 @@ protected:
                                                        int language = 9) const;
 
     /// A text with "~" in the place of the folder.
-    [[nodiscard]] std::string homely(std::string text) const;
+    [[nodiscard]] std::string homely(std::string_view text) const;
 
     /// The texts of the message boxes, one a line.
     [[nodiscard]] std::string boxes() const;

@@ -1,18 +1,18 @@
 #include "host/host.h"
 #include "platform/faults.h"
 #include "platform/text.h"
-#include "settings/FailingCall.h"
 #include "settings/LevelsTest.h"
 #include "settings/apply_value.h"
+#include "support/RefusedCalls.h"
 
 #include <cerrno>
 
 using corma::SaveBoxes;
 using corma::ValueEditor;
 using corma::platform::SystemCall;
-using corma::testing::FailingCall;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
+using corma::testing::RefusedCalls;
 using corma::testing::WriteWatch;
 
 namespace {
@@ -303,7 +303,7 @@ TEST_F(ApplyValue, InBothModesAVisualValueGoesIntoTheProjectAlone)
 
 TEST_F(ApplyValue, ThatCannotBeWrittenIsFalseAndTheSettingHasItAllTheSame)
 {
-    const FailingCall readOnly(SystemCall::openTarget, EACCES);
+    const RefusedCalls readOnly(SystemCall::openTarget, EACCES);
     EXPECT_FALSE(apply({}));
     EXPECT_EQ(setting.value(), L"new");
     EXPECT_EQ(ini(), "[X]\nA=file\n");

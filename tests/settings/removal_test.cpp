@@ -2,16 +2,16 @@
 
 #include "host/host.h"
 #include "inifile/drawing_settings.h"
-#include "settings/FailingCall.h"
 #include "settings/LevelsTest.h"
+#include "support/RefusedCalls.h"
 
 #include <cerrno>
 
 using corma::host::Opened;
 using corma::platform::SystemCall;
-using corma::testing::FailingCall;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
+using corma::testing::RefusedCalls;
 using corma::testing::valuesOf;
 using corma::testing::WriteWatch;
 
@@ -231,14 +231,14 @@ TEST_F(Removal, AFileThatMayNotBeWrittenStaysWhole)
         const auto loaded = model(language);
         const std::string before = valuesOf(*loaded);
         {
-            const FailingCall readOnly(SystemCall::openTarget, EACCES);
+            const RefusedCalls readOnly(SystemCall::openTarget, EACCES);
             EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"A"));
             EXPECT_EQ(told(), notFound + std::string("~/cfg/tool.ini\n"));
             EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"B"));
             EXPECT_EQ(told(), notFound + std::string("~/house/tool.ipr\n"));
         }
         {
-            const FailingCall readOnly(SystemCall::create, EACCES);
+            const RefusedCalls readOnly(SystemCall::create, EACCES);
             EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"A"));
             EXPECT_EQ(told(), std::string("stop: ~/cfg/tool.ini : ") + cannotOpen + "\n");
         }
@@ -253,7 +253,7 @@ TEST_F(Removal, OnAFullDiskIsToldAndChangesNothing)
 {
     writeIni("A=1\n");
     const auto loaded = model();
-    const FailingCall full(SystemCall::flush, ENOSPC);
+    const RefusedCalls full(SystemCall::flush, ENOSPC);
     EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"A"));
     EXPECT_EQ(told(), "stop: ~/cfg/tool.ini : the disk is full\n");
     EXPECT_EQ(valuesOf(*loaded), "[Algemeen]\n  A=1\n");
@@ -264,7 +264,7 @@ TEST_F(Removal, FromAFileThatAnotherProgramKeepsIsToldAndChangesNothing)
 {
     writeIni("A=1\n");
     const auto loaded = model();
-    const FailingCall kept(SystemCall::openTarget, EWOULDBLOCK);
+    const RefusedCalls kept(SystemCall::openTarget, EWOULDBLOCK);
     EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"A"));
     EXPECT_EQ(told(),
               std::string(kNoFile)
@@ -277,7 +277,7 @@ TEST_F(Removal, OfWhichTheFileIsNotReplacedChangesNothing)
 {
     writeIni("A=1\n");
     const auto loaded = model();
-    const FailingCall busy(SystemCall::rename, EBUSY);
+    const RefusedCalls busy(SystemCall::rename, EBUSY);
     EXPECT_FALSE(removeFromFile(*loaded, L"Algemeen", L"A"));
     EXPECT_EQ(told(), "");
     EXPECT_EQ(services.allPrinted(), L"");
@@ -636,7 +636,7 @@ TEST_F(Removal, OfACategoryWhoseHeaderCannotBeWrittenKeepsIt)
     store(L"X", L"A", L"1");
     const auto loaded = model();
     {
-        const FailingCall readOnly(SystemCall::openTarget, EACCES);
+        const RefusedCalls readOnly(SystemCall::openTarget, EACCES);
         EXPECT_FALSE(loaded->removeCategory(L"X", where(), false, true, database()));
     }
     EXPECT_EQ(told(), kNoFile);
@@ -649,17 +649,17 @@ TEST_F(Removal, OfACategoryWhoseHeaderCannotBeWrittenKeepsIt)
 }
 
 /// Lets the first write of a file fail.
-class FailingOnce : public FailingCall
+class FailingOnce : public RefusedCalls
 {
 public:
     FailingOnce()
-        : FailingCall(SystemCall::flush, ENOSPC)
+        : RefusedCalls(SystemCall::flush, ENOSPC)
     {
     }
 
     int before(SystemCall call) override
     {
-        const int error = m_hasFailed ? 0 : FailingCall::before(call);
+        const int error = m_hasFailed ? 0 : RefusedCalls::before(call);
         m_hasFailed = m_hasFailed || error != 0;
         return error;
     }

@@ -1,19 +1,19 @@
 #include "host/host.h"
 #include "inifile/drawing_settings.h"
 #include "platform/text.h"
-#include "settings/FailingCall.h"
 #include "settings/LevelsTest.h"
 #include "settings/saving.h"
 #include "settings/texts.h"
+#include "support/RefusedCalls.h"
 
 #include <cerrno>
 #include <random>
 
 using corma::MessageIcon;
 using corma::platform::SystemCall;
-using corma::testing::FailingCall;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
+using corma::testing::RefusedCalls;
 using corma::testing::TempFolder;
 using corma::testing::WriteWatch;
 
@@ -392,7 +392,7 @@ TEST_P(SavingTells, OfAFileThatMayNotBeWritten)
     writeIni("A=1\n");
     writeIpr("A=p\n");
     for (const Target target : {Target::global, Target::project}) {
-        const FailingCall readOnly(SystemCall::openTarget, EACCES);
+        const RefusedCalls readOnly(SystemCall::openTarget, EACCES);
         EXPECT_FALSE(save(where(), {}, target));
         EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
     }
@@ -411,7 +411,7 @@ TEST_P(SavingTells, OfAFolderOfTheName)
 TEST_P(SavingTells, OfATemporaryFileThatCannotBeMade)
 {
     writeIni("A=1\n");
-    const FailingCall readOnly(SystemCall::create, EACCES);
+    const RefusedCalls readOnly(SystemCall::create, EACCES);
     EXPECT_FALSE(save(where(), {}));
     EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : " + GetParam().denied + "\n" + notWritten());
     EXPECT_EQ(ini(), "A=1\n");
@@ -421,7 +421,7 @@ TEST_P(SavingTells, OfADiskThatIsFull)
 {
     writeIni("A=1\n");
     for (const SystemCall call : {SystemCall::write, SystemCall::flush, SystemCall::create}) {
-        const FailingCall full(call, ENOSPC);
+        const RefusedCalls full(call, ENOSPC);
         EXPECT_FALSE(save(where(), {}));
         EXPECT_EQ(toldToStop(), "~/cfg/tool.ini : the disk is full\n" + notWritten());
         EXPECT_FALSE(save(where(), {}, Target::project));
@@ -434,7 +434,7 @@ TEST_P(SavingTells, OfADiskThatIsFull)
 TEST_P(SavingTells, OfAFileThatAnotherProgramKeeps)
 {
     writeIni("A=1\n");
-    const FailingCall kept(SystemCall::openTarget, EWOULDBLOCK);
+    const RefusedCalls kept(SystemCall::openTarget, EWOULDBLOCK);
     for (const Target target : {Target::global, Target::project}) {
         EXPECT_FALSE(save(where(), {}, target));
         const std::string path = target == Target::global ? "~/cfg/tool.ini" : "~/house/tool.ipr";
@@ -448,7 +448,7 @@ TEST_P(SavingTells, OfAFileThatAnotherProgramKeeps)
 TEST_P(SavingTells, OfAnyOtherErrorWithoutItsName)
 {
     writeIni("A=1\n");
-    const FailingCall broken(SystemCall::read, EIO);
+    const RefusedCalls broken(SystemCall::read, EIO);
     EXPECT_FALSE(save(where(), {}));
     EXPECT_EQ(toldToStop(), notWritten());
     EXPECT_EQ(ini(), "A=1\n");
@@ -462,7 +462,7 @@ INSTANTIATE_TEST_SUITE_P(Languages, SavingTells, ::testing::Values(kEnglish, kDu
 TEST_F(Saving, ATemporaryFileThatDoesNotGetTheNameIsReportedInThreeLines)
 {
     writeIni("A=1\n");
-    const FailingCall busy(SystemCall::rename, EBUSY);
+    const RefusedCalls busy(SystemCall::rename, EBUSY);
     EXPECT_FALSE(save(where(), {}));
     const std::string status = ", ec = " + std::to_string(EBUSY) + ")";
     EXPECT_EQ(homely(corma::toUtf8(services.allPrinted())),
@@ -479,7 +479,7 @@ TEST_F(Saving, ATemporaryFileThatDoesNotGetTheNameIsReportedInThreeLines)
 TEST_F(Saving, OfAProjectFileThatIsNotReported)
 {
     writeIpr("A=p\n");
-    const FailingCall busy(SystemCall::rename, EBUSY);
+    const RefusedCalls busy(SystemCall::rename, EBUSY);
     EXPECT_FALSE(save(where(), {}, Target::project));
     EXPECT_EQ(services.allPrinted(), L"");
     EXPECT_EQ(boxes(), "");

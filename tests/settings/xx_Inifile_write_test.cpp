@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <set>
 
 using corma::platform::SystemCall;
 using corma::testing::Ini;
@@ -51,20 +50,6 @@ protected:
         return homely(all);
     }
 
-    [[nodiscard]] std::string names() const
-    {
-        std::set<std::string> sorted;
-        const auto path = corma::platform::toNative(folder.path());
-        for (const auto& entry : std::filesystem::directory_iterator(path)) {
-            sorted.insert(entry.path().filename().native());
-        }
-        std::string all;
-        for (const std::string& name : sorted) {
-            all += name + " ";
-        }
-        return all;
-    }
-
     // Nothing is told.
     void expectSilence() const
     {
@@ -76,11 +61,7 @@ protected:
 private:
     [[nodiscard]] std::string homely(const std::wstring& wide) const
     {
-        std::string text = corma::toUtf8(wide);
-        const std::string home = corma::toUtf8(folder.path());
-        for (std::size_t at = 0; (at = text.find(home, at)) != std::string::npos;) {
-            text.replace(at, home.size(), "~");
-        }
+        std::string text = folder.homely(wide);
         const std::string before = "xx_Inifile.cpp on line ";
         for (std::size_t at = 0; (at = text.find(before, at)) != std::string::npos;) {
             at += before.size();
@@ -113,7 +94,7 @@ TEST_P(PlainWrite, GivesTheText)
     Ini ini(tool(GetParam().own));
     write(ini, GetParam().ident, GetParam().value);
     EXPECT_EQ(content(), GetParam().text);
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     expectSilence();
 }
 
@@ -315,7 +296,7 @@ TEST_F(FailedWrite, OfAFileThatWasNotFoundIsTold)
     write(ini, L"b", L"2", 1);
     EXPECT_EQ(boxes(), "a\n" + kNotWritten + "b\n" + kNotWritten);
     EXPECT_EQ(printed(), "");
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
 }
 
 TEST_F(FailedWrite, OfAFileThatIsGoneIsTold)
@@ -324,7 +305,7 @@ TEST_F(FailedWrite, OfAFileThatIsGoneIsTold)
     folder.remove(L"tool.ini");
     write(ini, L"a", L"2");
     EXPECT_EQ(boxes(), "~/tool.ini : Ini-file not found: |~/tool.ini\n" + kNotWritten);
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
 }
 
 TEST_F(FailedWrite, OfAFileThatMayNotBeWrittenIsTold)
@@ -350,7 +331,7 @@ TEST_F(FailedWrite, OfACharacterThatTheFileCannotHoldIsTold)
               "does not have|~/tool.ini\n"
                   + kNotWritten);
     EXPECT_EQ(content(), "\xE9=1\na=1\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"1");
 }
 
@@ -383,7 +364,7 @@ TEST_F(FailedWrite, OnAFullDiskIsTold)
     write(ini, L"a", L"2");
     EXPECT_EQ(boxes(), "~/tool.ini : the disk is full|~/tool.ini\n" + kNotWritten);
     EXPECT_EQ(content(), "a=1\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"1");
 }
 
@@ -399,7 +380,7 @@ TEST_F(FailedWrite, OfAFileThatCannotBeReplacedIsReportedInThreeLines)
               "\nError in file Instelling.cpp on line 390\n(  - ~/tool.ini, ec = 13)");
     EXPECT_EQ(boxes(), "");
     EXPECT_EQ(content(), "a=1\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"1");
 }
 
@@ -449,7 +430,7 @@ TEST_F(ProjectWrite, ThatFailsIsToldByTheNameOfTheFileItself)
     folder.makeFolder(L"tool.ipr");
     write(ini, L"a", L"2", 1);
     EXPECT_EQ(boxes(), "~/tool.ini : Could not open file for write |~/tool.ini\n" + kNotWritten);
-    EXPECT_EQ(names(), "tool.ini tool.ipr ");
+    EXPECT_EQ(folder.names(), "tool.ini tool.ipr");
 }
 
 TEST_F(ProjectWrite, ThatCannotBeReplacedIsNotTold)
@@ -459,7 +440,7 @@ TEST_F(ProjectWrite, ThatCannotBeReplacedIsNotTold)
     const RefusedCalls refused(SystemCall::rename, EACCES);
     write(ini, L"a", L"2", 1);
     EXPECT_EQ(content(L"tool.ipr"), "a=1\n");
-    EXPECT_EQ(names(), "tool.ini tool.ipr ");
+    EXPECT_EQ(folder.names(), "tool.ini tool.ipr");
     expectSilence();
 }
 
@@ -467,7 +448,7 @@ TEST_F(ProjectWrite, OfAScrambledFileDoesNothing)
 {
     Ini ini(tool(corma::scrambledForm("a=1\n", 7)), 7);
     write(ini, L"a", L"2", 1);
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"1");
     expectSilence();
 }
@@ -483,7 +464,7 @@ TEST_F(Write, OtherLevelsDoNothing)
         write(ini, L"b", L"2", level);
     }
     EXPECT_EQ(content(), "a=1\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(settingsOfDrawing(), L"(none)");
     EXPECT_EQ(ini.get(L"a"), L"1");
     expectSilence();
@@ -608,7 +589,7 @@ TEST_F(ScrambledWrite, ChangesTheNumberedFile)
         EXPECT_EQ(ini.get(L"a"), L"1");
         folder.remove(name);
     }
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
     expectSilence();
 }
 
@@ -652,7 +633,7 @@ TEST_F(ScrambledWrite, OfAPlainFileThatServesForItLeavesItAlone)
     Ini ini(tool("a=1\r\n[B]\r\nb=2\r\n"), 7);
     write(ini, L"a", L"2");
     EXPECT_EQ(content(), "a=1\r\n[B]\r\nb=2\r\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
 }
 
 TEST_F(ScrambledWrite, IsSeenBehindTheCache)
@@ -685,7 +666,7 @@ TEST_F(ScrambledWrite, OfAFileThatIsGoneIsReported)
     write(ini, L"a", L"2");
     EXPECT_EQ(printed(),
               "\nError in file xx_Inifile.cpp on line #\n(\nCannot open ~/tool7.ini, ec = 2)");
-    EXPECT_EQ(names(), "");
+    EXPECT_EQ(folder.names(), "");
     EXPECT_EQ(boxes(), "");
 }
 
@@ -708,7 +689,7 @@ TEST_F(ScrambledWrite, AFolderThatTakesNoFileIsNotTold)
     EXPECT_GT(refused.count(), 0);
     EXPECT_EQ(content(L"tool7.ini"), before);
     EXPECT_EQ(ini.get(L"a"), L"1");
-    EXPECT_EQ(names(), "tool7.ini ");
+    EXPECT_EQ(folder.names(), "tool7.ini");
     expectSilence();
 }
 
@@ -720,7 +701,7 @@ TEST_F(ScrambledWrite, ThatDoesNotGetItsNameIsReported)
     EXPECT_EQ(printed(),
               "\nError in file xx_Inifile.cpp on line #\n(\nCannot write ~/tool7.ini, ec = 13)");
     EXPECT_EQ(ini.get(L"a"), L"1");
-    EXPECT_EQ(names(), "tool7.ini ");
+    EXPECT_EQ(folder.names(), "tool7.ini");
 }
 
 TEST_F(ScrambledWrite, OnAFullDiskIsReported)
@@ -733,7 +714,7 @@ TEST_F(ScrambledWrite, OnAFullDiskIsReported)
               "\nError in file xx_Inifile.cpp on line #\n(\nCannot write ~/tool7.ini, ec = 28)");
     EXPECT_EQ(content(L"tool7.ini"), before);
     EXPECT_EQ(ini.get(L"a"), L"1");
-    EXPECT_EQ(names(), "tool7.ini ");
+    EXPECT_EQ(folder.names(), "tool7.ini");
 }
 
 TEST_F(ScrambledWrite, OfADrawingGoesUnderTheNameWithoutTheNumber)
@@ -769,7 +750,7 @@ TEST_F(WriteToDrawing, LeavesTheFilesAlone)
     EXPECT_EQ(settingsOfDrawing(), L"TOOL.INI\n  a=2\n  N\n    n=3\n")
         << "what is not there is added in any case";
     EXPECT_EQ(content(), "a=1\n");
-    EXPECT_EQ(names(), "tool.ini ");
+    EXPECT_EQ(folder.names(), "tool.ini");
     EXPECT_EQ(ini.get(L"a"), L"2");
     EXPECT_TRUE(corma::isDocumentModified());
     expectSilence();

@@ -1,6 +1,7 @@
 #include "support/TempFolder.h"
 
 #include "platform/platform.h"
+#include "platform/text.h"
 
 #include <chrono>
 #include <csignal>
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <thread>
@@ -94,6 +96,29 @@ std::string memoryFolder()
 {
     constexpr const char* kFolder = "/dev/shm";
     return ::access(kFolder, W_OK) == 0 ? kFolder : "";
+}
+
+std::string TempFolder::names() const
+{
+    std::set<std::string> inOrder;
+    for (const auto& entry : fs::directory_iterator(platform::toNative(m_path))) {
+        inOrder.insert(entry.path().filename().native());
+    }
+    std::string all;
+    for (const std::string& name : inOrder) {
+        all += (all.empty() ? "" : " ") + name;
+    }
+    return all;
+}
+
+std::string TempFolder::homely(std::wstring_view text) const
+{
+    std::string result = toUtf8(text);
+    const std::string home = toUtf8(m_path);
+    for (std::size_t at = 0; (at = result.find(home, at)) != std::string::npos;) {
+        result.replace(at, home.size(), "~");
+    }
+    return result;
 }
 
 CurrentFolder::CurrentFolder(const std::wstring& path)

@@ -37,6 +37,12 @@ public:
     bool has(std::wstring_view name) const;
     void remove(std::wstring_view name) const;
 
+    /// What is in it, in order, a blank between the names.
+    [[nodiscard]] std::string names() const;
+
+    /// A text in UTF-8 with "~" in the place of the path.
+    [[nodiscard]] std::string homely(std::wstring_view text) const;
+
 private:
     std::wstring m_path;
 };

@@ -33,6 +33,16 @@ TEST(TempFolder, HoldsWhatWasWrittenAndGoesAway)
     EXPECT_FALSE(corma::platform::exists(path));
 }
 
+TEST(TempFolder, TellsWhatIsInIt)
+{
+    const TempFolder folder;
+    EXPECT_EQ(folder.names(), "");
+    folder.write(L"b", "");
+    folder.write(L"a/c", "");
+    EXPECT_EQ(folder.names(), "a b");
+    EXPECT_EQ(folder.homely(folder.path(L"é") + L" and " + folder.path()), "~/é and ~");
+}
+
 TEST(FullDisk, HasRoomUpToItsSizeAndEndsWithTheObject)
 {
     const TempFolder folder;
