@@ -286,8 +286,7 @@ TEST_F(CfgctlWriteRefused, TellsItInTheLanguageOfTheUser)
                 HasSubstr(pathOf("tool.ini") + " : Kan bestand niet openen om te schrijven \n"));
 }
 
-// --- scrambled files
-// -----------------------------------------------------------------------------
+// --- scrambled files -----------------------------------------------------------------------------
 
 class CfgctlWriteScrambled : public CfgctlTest
 {

@@ -356,8 +356,7 @@ TEST_F(FileRewriteTest, NothingIsKeptOfAFileThatIsNotThere)
     EXPECT_EQ(folder.names(), "");
 }
 
-// --- a temporary file on another file system
-// ------------------------------------------------------
+// --- a temporary file on another file system -----------------------------------------------------
 
 class FileRewriteAcrossTest : public FileRewriteTest
 {
@@ -411,8 +410,7 @@ TEST_F(FileRewriteAcrossTest, ACopyThatCannotBeMadeLeavesTheFile)
     EXPECT_EQ(memory->names(), "");
 }
 
-// --- renaming that never works
-// --------------------------------------------------------------------
+// --- renaming that never works -------------------------------------------------------------------
 
 TEST_F(FileRewriteTest, WhereNothingCanBeRenamedTheCopyIsTriedOnce)
 {
@@ -435,8 +433,7 @@ TEST_F(FileRewriteTest, WhereNothingCanBeRenamedTheCopyIsTriedOnce)
     }
 }
 
-// --- the lock
-// -------------------------------------------------------------------------------------
+// --- the lock ------------------------------------------------------------------------------------
 
 // Counts the tries to lock a folder, of all threads.
 class LockTries : public CallObserver

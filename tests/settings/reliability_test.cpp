@@ -110,8 +110,7 @@ std::ostream& operator<<(std::ostream& out, const Writer& writer)
     return out << writer.name;
 }
 
-// --- the writers
-// ----------------------------------------------------------------------------------
+// --- the writers ---------------------------------------------------------------------------------
 
 Write writeString(Site& site, const std::wstring& file, const std::wstring& ident, int level)
 {

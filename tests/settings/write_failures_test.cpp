@@ -168,8 +168,7 @@ TEST_F(WriteFailuresTest, AFullDiskLeavesAFileThatIsUpdatedAndItsBackup)
     EXPECT_EQ(folder.read(L"tool.ino"), kOld);
 }
 
-// --- a disk that is really full
-// --------------------------------------------------------------------
+// --- a disk that is really full ------------------------------------------------------------------
 
 // Puts a file system of 64 kB in the place of a folder, for this process alone.
 bool mountSmallDisk(const std::wstring& folder)
@@ -199,8 +198,7 @@ TEST_F(WriteFailuresTest, ADiskThatIsReallyFullLosesNothing)
                 }).isGood());
 }
 
-// --- a temporary file that does not take the name
-// --------------------------------------------------
+// --- a temporary file that does not take the name ------------------------------------------------
 
 TEST_F(WriteFailuresTest, AConfigurationFileThatCannotBeRenamedIsReportedInThreeLines)
 {
