@@ -12,8 +12,6 @@
 #include <string>
 #include <vector>
 
-class InstellingenArray;
-
 namespace corma {
 
 /// A setting as the model has it. Access levels are the lowest that see and change it.
@@ -175,8 +173,6 @@ public:
     bool removeCategory(const std::wstring& name);
 
 private:
-    [[nodiscard]] InstellingenArray* settingsOf(const std::wstring& category) const;
-
     struct Inside;
     std::unique_ptr<Inside> m_inside;
 };

@@ -49,6 +49,16 @@ SettingList::~SettingList() = default;
 
 struct SettingsModel::Inside
 {
+    [[nodiscard]] bool isComplete() const { return !started.fileFailed && !started.projectFailed; }
+
+    // For changing them. Unlike for looking at settings, another category never stands in for the
+    // one that is named, and a part of a model for all of it.
+    [[nodiscard]] InstellingenArray* settingsOf(const std::wstring& category) const
+    {
+        const bool isThere = isComplete() && started.model->hasCategory(category);
+        return isThere ? &started.model->findCategory(category)->settings() : nullptr;
+    }
+
     StartedModel started;
 };
 
@@ -63,7 +73,7 @@ SettingsModel::~SettingsModel() = default;
 
 bool SettingsModel::isComplete() const
 {
-    return !m_inside->started.fileFailed && !m_inside->started.projectFailed;
+    return m_inside->isComplete();
 }
 
 bool SettingsModel::projectMode() const
@@ -100,19 +110,10 @@ void SettingsModel::fillList(const std::wstring& category, SettingList& list,
     }
 }
 
-// Unlike for looking at settings, another category never stands in for the one that is named, and
-// a part of a model for all of it.
-InstellingenArray* SettingsModel::settingsOf(const std::wstring& category) const
-{
-    const RubriekenArray& model = *m_inside->started.model;
-    const bool isThere = isComplete() && model.hasCategory(category);
-    return isThere ? &model.findCategory(category)->settings() : nullptr;
-}
-
 AppliedValue SettingsModel::apply(const std::wstring& category, const std::wstring& name,
                                   std::wstring value, ValueEditor editor, SaveBoxes boxes)
 {
-    const InstellingenArray* const settings = settingsOf(category);
+    const InstellingenArray* const settings = m_inside->settingsOf(category);
     Instelling* const setting = settings == nullptr ? nullptr : settings->findSetting(name);
     if (setting == nullptr) {
         return {};
@@ -131,7 +132,7 @@ AppliedValue SettingsModel::apply(const std::wstring& category, const std::wstri
 bool SettingsModel::remove(const std::wstring& category, const std::wstring& name)
 {
     const StartedModel& started = m_inside->started;
-    InstellingenArray* const settings = settingsOf(category);
+    InstellingenArray* const settings = m_inside->settingsOf(category);
     if (settings == nullptr || settings->findSetting(name) == nullptr) {
         return false;
     }
