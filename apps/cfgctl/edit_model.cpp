@@ -4,8 +4,6 @@
 #include "model_command.h"
 #include "text.h"
 
-#include <algorithm>
-
 namespace cfgctl {
 
 namespace {
@@ -26,19 +24,6 @@ void complainOfNone(const std::wstring& category, const std::wstring& name)
 {
     complain(L"there is no setting " + inQuotes(name) + L" in the category " + inQuotes(category)
              + L"; upper and lower case differ");
-}
-
-// For what was named by a user and is not in a model that was loaded.
-bool hasSetting(const corma::SettingsModel& model, const std::wstring& category,
-                const std::wstring& name)
-{
-    for (const auto& one : model.contents()) {
-        const auto isIt = [&](const auto& setting) { return setting.name == name; };
-        if (one.name == category && std::any_of(one.settings.begin(), one.settings.end(), isIt)) {
-            return true;
-        }
-    }
-    return false;
 }
 
 class Apply : public ModelCommand
@@ -100,7 +85,7 @@ public:
     Answer run(const Options& options) override
     {
         corma::SettingsModel model(request(options));
-        if (model.isComplete() && !hasSetting(model, m_category, m_name)) {
+        if (model.isComplete() && !model.hasSetting(m_category, m_name)) {
             complainOfNone(m_category, m_name);
         }
         const bool isRemoved = model.remove(m_category, m_name);

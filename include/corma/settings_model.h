@@ -152,6 +152,9 @@ public:
 
     [[nodiscard]] bool hasCategory(const std::wstring& name) const;
 
+    /// Names are told apart by case.
+    [[nodiscard]] bool hasSetting(const std::wstring& category, const std::wstring& name) const;
+
     /// Fills a list with the settings of a category; with those of the first when there is none of
     /// that name. The search finds names and descriptions that have its text, or the part before or
     /// behind its last "+"; an empty one finds all, and with none the list stays empty. A setting

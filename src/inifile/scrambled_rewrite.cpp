@@ -59,15 +59,7 @@ private:
     // without regard to case, have no bytes.
     [[nodiscard]] std::string nameFor(std::string_view former) const
     {
-        std::string bytes;
-        for (const wchar_t c : m_ident.name) {
-            const auto byte = toWindows1252(c);
-            if (!byte) {
-                return std::string(former);
-            }
-            bytes.push_back(static_cast<char>(*byte));
-        }
-        return bytes;
+        return toWindows1252(m_ident.name).value_or(std::string(former));
     }
 
     const Ident& m_ident;

@@ -20,19 +20,6 @@ constexpr const wchar_t* kCannotWrite = L"\nCannot write %s";
 constexpr const wchar_t* kCannotHold
     = L"%s not written: its value has a character that Windows-1252 does not have";
 
-std::optional<std::string> toWindows1252(std::wstring_view text)
-{
-    std::string bytes;
-    for (const wchar_t c : text) {
-        const auto byte = corma::toWindows1252(c);
-        if (!byte) {
-            return std::nullopt;
-        }
-        bytes.push_back(static_cast<char>(*byte));
-    }
-    return bytes;
-}
-
 // How far the change of a file came.
 enum class Came
 {
@@ -57,7 +44,7 @@ namespace corma {
 void InifileInside::writeScrambled(const xx_Inifile& file, const Ident& ident,
                                    std::wstring_view value)
 {
-    const auto bytes = ::toWindows1252(value);
+    const auto bytes = toWindows1252(value);
     if (!bytes) {
         xx_printMessage(kCannotHold, std::wstring(ident.name).c_str(), 0);
         return;

@@ -243,6 +243,20 @@ std::optional<unsigned char> toWindows1252(wchar_t c)
     return static_cast<unsigned char>(0x80 + (found - kWindows1252.begin()));
 }
 
+std::optional<std::string> toWindows1252(std::wstring_view text)
+{
+    std::string bytes;
+    bytes.reserve(text.size());
+    for (const wchar_t c : text) {
+        const auto byte = toWindows1252(c);
+        if (!byte) {
+            return std::nullopt;
+        }
+        bytes.push_back(static_cast<char>(*byte));
+    }
+    return bytes;
+}
+
 std::u16string toUtf16(std::wstring_view text)
 {
     std::u16string units;

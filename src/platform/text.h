@@ -52,6 +52,9 @@ wchar_t fromWindows1252(unsigned char byte);
 /// The byte of Windows-1252 for a character, if there is one.
 std::optional<unsigned char> toWindows1252(wchar_t c);
 
+/// The bytes of a text; nothing when one of its characters has none.
+std::optional<std::string> toWindows1252(std::wstring_view text);
+
 /// The UTF-16 code units of a text, for the rules that count or code them.
 std::u16string toUtf16(std::wstring_view text);
 

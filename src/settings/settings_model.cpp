@@ -51,12 +51,13 @@ struct SettingsModel::Inside
 {
     [[nodiscard]] bool isComplete() const { return !started.fileFailed && !started.projectFailed; }
 
-    // For changing them. Unlike for looking at settings, another category never stands in for the
-    // one that is named, and a part of a model for all of it.
-    [[nodiscard]] InstellingenArray* settingsOf(const std::wstring& category) const
+    // Unlike when a list is filled, another category never stands in for the one that is named.
+    [[nodiscard]] Instelling* settingOf(const std::wstring& category,
+                                        const std::wstring& name) const
     {
-        const bool isThere = isComplete() && started.model->hasCategory(category);
-        return isThere ? &started.model->findCategory(category)->settings() : nullptr;
+        const bool isThere = started.model->hasCategory(category);
+        return isThere ? started.model->findCategory(category)->settings().findSetting(name)
+                       : nullptr;
     }
 
     StartedModel started;
@@ -102,6 +103,11 @@ bool SettingsModel::hasCategory(const std::wstring& name) const
     return m_inside->started.model->hasCategory(name);
 }
 
+bool SettingsModel::hasSetting(const std::wstring& category, const std::wstring& name) const
+{
+    return m_inside->settingOf(category, name) != nullptr;
+}
+
 void SettingsModel::fillList(const std::wstring& category, SettingList& list,
                              const std::optional<std::wstring>& search, ShownLevels shown) const
 {
@@ -113,9 +119,8 @@ void SettingsModel::fillList(const std::wstring& category, SettingList& list,
 AppliedValue SettingsModel::apply(const std::wstring& category, const std::wstring& name,
                                   std::wstring value, ValueEditor editor, SaveBoxes boxes)
 {
-    const InstellingenArray* const settings = m_inside->settingsOf(category);
-    Instelling* const setting = settings == nullptr ? nullptr : settings->findSetting(name);
-    if (setting == nullptr) {
+    Instelling* const setting = m_inside->settingOf(category, name);
+    if (!isComplete() || setting == nullptr) {
         return {};
     }
     AppliedValue applied;
@@ -132,13 +137,13 @@ AppliedValue SettingsModel::apply(const std::wstring& category, const std::wstri
 bool SettingsModel::remove(const std::wstring& category, const std::wstring& name)
 {
     const StartedModel& started = m_inside->started;
-    InstellingenArray* const settings = m_inside->settingsOf(category);
-    if (settings == nullptr || settings->findSetting(name) == nullptr) {
+    if (!isComplete() || !hasSetting(category, name)) {
         return false;
     }
+    InstellingenArray& settings = started.model->findCategory(category)->settings();
     return started.model->localMode
-        ? settings->removeFromDrawing(name, started.database, started.fileNames)
-        : settings->removeFromFile(name, started.fileNames);
+        ? settings.removeFromDrawing(name, started.database, started.fileNames)
+        : settings.removeFromFile(name, started.fileNames);
 }
 
 // A project goes before a drawing here.

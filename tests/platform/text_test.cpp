@@ -125,6 +125,14 @@ TEST(Windows1252, HasNoByteForOtherCharacters)
     EXPECT_EQ(toWindows1252(L'\x80'), std::nullopt);
 }
 
+TEST(Windows1252, HoldsATextWholeOrNotAtAll)
+{
+    using namespace std::string_view_literals;
+    EXPECT_EQ(toWindows1252(L""sv), "");
+    EXPECT_EQ(toWindows1252(L"a é €"sv), "a \xE9 \x80");
+    EXPECT_EQ(toWindows1252(L"a Ł"sv), std::nullopt);
+}
+
 TEST(Utf16, CharactersBeyondTheFirstPlaneTakeTwoUnits)
 {
     EXPECT_EQ(toUtf16(L"a\x1F600"), u"a\xD83D\xDE00");

@@ -116,6 +116,16 @@ TEST_F(SettingsModelTest, HasACategoryOfExactlyThatName)
     EXPECT_FALSE(model.hasCategory(L""));
 }
 
+TEST_F(SettingsModelTest, HasASettingOfExactlyThatNameInExactlyThatCategory)
+{
+    const SettingsModel model(request("Taal=nl\n[Tekst]\nHoogte=3\n"));
+    EXPECT_TRUE(model.hasSetting(L"Tekst", L"Hoogte"));
+    EXPECT_TRUE(model.hasSetting(L"Algemeen", L"Taal"));
+    EXPECT_FALSE(model.hasSetting(L"Tekst", L"hoogte"));
+    EXPECT_FALSE(model.hasSetting(L"Tekst", L"Taal"));
+    EXPECT_FALSE(model.hasSetting(L"tekst", L"Taal")) << "no other category stands in for it";
+}
+
 TEST_F(SettingsModelTest, WithoutItsFileIsIncompleteAndEmpty)
 {
     const SettingsModel model({.file = folder.path(L"none.ini")});
