@@ -19,6 +19,7 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <memory>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -431,11 +432,14 @@ protected:
         return calls;
     }
 
-    void failAt(const std::vector<SystemCall>& calls, FaultPlan::Plan plan)
+    // A file that was written a moment ago is read once more, so that a slow machine makes fewer
+    // calls than were counted; a plan for a call that is not made leaves the write undisturbed.
+    void failAt(FaultPlan::Plan plan)
     {
-        SCOPED_TRACE(std::string("a failing ") + nameOf(calls[plan.call]) + ", call "
-                     + std::to_string(plan.call) + ", error " + std::to_string(plan.error));
+        SCOPED_TRACE("call " + std::to_string(plan.call) + " fails with error "
+                     + std::to_string(plan.error));
         prepare();
+        std::optional<SystemCall> failed;
         {
             const Write write = writer.open(site);
             const std::size_t openBefore = openDescriptors();
@@ -443,18 +447,22 @@ protected:
             {
                 const FaultPlan faults(plan);
                 isTold = !write();
-                EXPECT_GE(faults.failures(), 1U);
+                if (faults.calls().size() > plan.call) {
+                    failed = faults.calls()[plan.call];
+                    EXPECT_GE(faults.failures(), 1U);
+                }
                 injected += faults.failures();
             }
+            SCOPED_TRACE(failed ? nameOf(*failed) : "not made");
             EXPECT_LE(openDescriptors(), openBefore);
             expectWhole();
             EXPECT_TRUE(!isTold || state() != done()) << "what was done was told as failed";
             EXPECT_TRUE(isTold || state() == done()
-                        || writer.isSilent(calls[plan.call], plan.error))
+                        || (failed && writer.isSilent(*failed, plan.error)))
                 << "a failure was not told";
         }
         // Who fails clears up; but for a remove() that fails itself.
-        if (calls[plan.call] != SystemCall::remove) {
+        if (failed != SystemCall::remove) {
             Names names = namesIn(site.folder);
             names.insert(corma::platform::toNative(writer.file));
             EXPECT_EQ(names, expectedNames());
@@ -469,9 +477,9 @@ protected:
         const ChildEnd end = inChild([&] {
             const Write write = writer.open(site);
             const FaultPlan faults({.fault = moment, .call = call});
-            return write();
+            return write() && faults.calls().size() <= call;
         });
-        EXPECT_TRUE(end.wasKilled());
+        EXPECT_TRUE(end.wasKilled() || end.isGood());
         injected += end.wasKilled() ? 1 : 0;
         expectWhole();
         expectNextWrites();
@@ -488,8 +496,8 @@ TEST_P(ReliabilityTest, NoFaultOfASystemCallLosesAnything)
     const std::vector<SystemCall> calls = countCalls();
     for (std::size_t call = 0; call < calls.size(); ++call) {
         for (const int error : errorsOf(calls[call])) {
-            failAt(calls, {.fault = Fault::failure, .call = call, .error = error});
-            failAt(calls, {.fault = Fault::failuresFromHere, .call = call, .error = error});
+            failAt({.fault = Fault::failure, .call = call, .error = error});
+            failAt({.fault = Fault::failuresFromHere, .call = call, .error = error});
         }
         killAt(call, Fault::endBefore);
         killAt(call, Fault::endBehind);
