@@ -169,6 +169,14 @@ No former file is kept.)"},
       the same for a program
 
 A reference is told by its handle, its block, and the block that it stands in.)"},
+    CommandEntry {"sql", makeSql, "Rows of a database",
+                  R"(  cfgctl sql woorden.db3 "SELECT Key,N FROM Keys" --max 3
+      three words with their Dutch texts, below the names of the columns
+
+Files with .db3 in their name are SQLite; others go through ODBC.)"},
+    CommandEntry {"translate", makeTranslate, "A stored word in the language of the user",
+                  R"(  cfgctl translate plattegrond.ini WOOD --language 19
+      hout, from the database that plattegrond.ini names)"},
     CommandEntry {"texts", makeTexts, "Texts of the editor in a language",
                   R"(  cfgctl texts 2972 2981 --language 19
       Algemeen and Lijntype, each behind its number and a tab

@@ -24,6 +24,8 @@ std::unique_ptr<Command> makeUpdate();
 std::unique_ptr<Command> makeReplace();
 std::unique_ptr<Command> makeScramble();
 std::unique_ptr<Command> makeDrawing();
+std::unique_ptr<Command> makeSql();
+std::unique_ptr<Command> makeTranslate();
 std::unique_ptr<Command> makeTexts();
 
 /// The file as the options want it opened. It may be one that was not found.

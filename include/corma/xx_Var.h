@@ -19,6 +19,9 @@
 /// a null text is kept as a null value.
 struct CORMA_EXPORT xx_Var : resbuf
 {
+    /// Most values that a record holds: what fits is counted in 16 bits, by tens.
+    static constexpr int kMostValues = 32'760;
+
     /// An empty record: no name, no type, no values.
     xx_Var();
 

@@ -3,6 +3,7 @@
 #include <corma/xx_Var.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <limits>
 
@@ -32,6 +33,15 @@ struct ReportLines
 
 constexpr ReportLines kLines;
 
+/// Slots of the block behind a capacity. Capacities grow by ten, but a block that is full is made
+/// twice as large, so that a long column is not copied again and again.
+std::size_t blockSlots(int capacity)
+{
+    constexpr unsigned kSmallest = kGrowStep;
+    const auto needed = static_cast<unsigned>(capacity);
+    return needed <= kSmallest ? kSmallest : std::bit_ceil(needed);
+}
+
 /// The first free slot of a record, which is made when there is none. Null when the slots can no
 /// longer be counted in 16 bits or there is no memory.
 ads_u_val* makeRoom(xx_Var& record)
@@ -43,16 +53,14 @@ ads_u_val* makeRoom(xx_Var& record)
     if (capacity > std::numeric_limits<short>::max()) {
         return nullptr;
     }
-    auto* const grown = static_cast<ads_u_val*>(
-        std::calloc(static_cast<std::size_t>(capacity), sizeof(ads_u_val)));
-    if (grown == nullptr) {
-        return nullptr;
+    if (record.values == nullptr || blockSlots(capacity) != blockSlots(record.capacity)) {
+        void* const grown = std::realloc(record.values, blockSlots(capacity) * sizeof(ads_u_val));
+        if (grown == nullptr) {
+            return nullptr;
+        }
+        record.values = static_cast<ads_u_val*>(grown);
     }
-    if (record.values != nullptr) {
-        std::copy_n(record.values, record.count, grown);
-    }
-    std::free(record.values);
-    record.values = grown;
+    std::fill_n(record.values + record.capacity, kGrowStep, ads_u_val {});
     record.capacity = static_cast<short>(capacity);
     return record.values + record.count;
 }
