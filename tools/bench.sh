@@ -1,7 +1,8 @@
 #!/bin/sh
-# Measures times and memory of the settings store, of its model, of writing and of drawings, and prints
-# them as tables, each number beside what the machine needs at least for it and beside our aim. The
-# single runs go to bench.json, bench_model.json, bench_write.json and bench_drawing.json.
+# Measures times and memory of the settings store, of its model, of writing, of databases and of
+# drawings, and prints them as tables, each number beside what the machine needs at least for it and
+# beside our aim. The single runs go to bench.json, bench_model.json, bench_write.json,
+# bench_data.json and bench_drawing.json.
 # Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 
@@ -13,6 +14,7 @@ echo "bench: measuring for some five minutes"
 "$1/bin/corma_bench_model" --benchmark_out="$1/bench_model.json" --benchmark_out_format=json
 "$1/bin/corma_bench_model_memory"
 "$1/bin/corma_bench_write" --benchmark_out="$1/bench_write.json" --benchmark_out_format=json
+"$1/bin/corma_bench_data" --benchmark_out="$1/bench_data.json" --benchmark_out_format=json
 "$1/bin/corma_bench_drawing" "$drawings" --benchmark_repetitions=5 \
     --benchmark_out="$1/bench_drawing.json" --benchmark_out_format=json
 "$1/bin/corma_bench_drawing_memory" "$drawings"
