@@ -36,7 +36,8 @@ struct Variant
     std::wstring text {}; // VT_BSTR
 };
 
-/// The value as a 32-bit integer, doubles rounded. 0 for any tag but VT_I2, VT_I4, VT_R4 and VT_R8.
+/// The value as a 32-bit integer; doubles are rounded, halves up, and give the lowest integer when
+/// they do not fit. 0 for any tag but VT_I2, VT_I4, VT_R4 and VT_R8.
 std::int32_t integerOf(const Variant& value);
 
 /// The value as a double. 0 for any tag but those four.
@@ -48,6 +49,7 @@ double dateValue(int year, int month, int day);
 } // namespace corma
 
 /// The value as a text for the user: "NULL" without one, the text of a text, a date as day, month
-/// and year, other values formatted, and the name of the tag for what has no text. "Fish" for a tag
-/// that is unknown. `inPieces` copies a text by 20 characters, with the same result.
+/// and year ("Invalid DateTime" outside the years 100 to 9999), an amount of money with at most
+/// four decimals, other values formatted, and the name of the tag for what has no text. "Fish" for
+/// a tag that is unknown. `inPieces` copies a text by 20 characters, with the same result.
 std::wstring xx_variant_text(const corma::Variant& value, bool inPieces);
