@@ -178,6 +178,7 @@ void bareRow(benchmark::State& state, const std::string& path, bool isAnew)
     Database database = open(path, SQLITE_OPEN_READONLY);
     for ([[maybe_unused]] const auto& once : state) {
         if (isAnew) {
+            database.reset();
             database = open(path, SQLITE_OPEN_READONLY);
         }
         require(readBare(database.get(), kOneWord) == 1, "the row comes");
