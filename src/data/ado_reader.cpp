@@ -36,6 +36,7 @@ std::wstring narrowed(const std::wstring& name)
 std::vector<Column> columnsOf(const Recordset& records)
 {
     std::vector<Column> columns;
+    columns.reserve(static_cast<std::size_t>(records.fieldCount()));
     for (int i = 0; i < records.fieldCount(); ++i) {
         columns.push_back({narrowed(records.name(i)), records.type(i), std::make_unique<xx_Var>()});
     }

@@ -107,7 +107,7 @@ public:
 
     std::string typeOf(sqlite3_stmt* statement, int column)
     {
-        const std::string known(view(sqlite3_column_decltype(statement, column)));
+        std::string known(view(sqlite3_column_decltype(statement, column)));
         if (known != "INTEGER" && known != "INT" && known != "REAL") {
             return known;
         }
@@ -140,7 +140,7 @@ private:
         return found->second;
     }
 
-    std::string statementOf(std::string_view schema, std::string_view table) const
+    [[nodiscard]] std::string statementOf(std::string_view schema, std::string_view table) const
     {
         // The table of tables is in none.
         if (table == "sqlite_master" || table == "sqlite_temp_master") {
