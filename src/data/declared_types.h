@@ -12,13 +12,20 @@ namespace corma {
 struct DeclaredColumn
 {
     std::string name; // without its quotes
-    std::string type; // without quotes around the whole of it; a comment or white space between
-                      // its words becomes one blank; empty when none is declared
+    std::string type; // empty when none is declared
 };
 
-/// The columns of a CREATE TABLE statement in SQLite's dialect, in UTF-8, in their order; names and
-/// types as they are spelled. Constraints of the table are left out, and so are columns behind the
-/// first place where the text is no such statement. Any text is taken; the cost is linear.
+/// The columns of a CREATE TABLE statement in SQLite's dialect, in UTF-8, in their order. None for
+/// a virtual table and for CREATE TABLE AS.
+///
+/// A type is what SQLite tells of it but for its case: the words and the sizes behind them as they
+/// stand, with what white space and comments are between them; of a type that begins with a quoted
+/// word only that word, without its quotes; GENERATED ALWAYS does not belong to it.
+///
+/// Any text is taken, and only as much of a column is looked at as tells its name and type: what
+/// comes behind that, up to the next comma, is passed over. Reading ends at the end of the list of
+/// columns, at a constraint of the table, at an open quote, and where no name of a column follows.
+/// The cost is linear.
 std::vector<DeclaredColumn> declaredColumns(std::string_view createStatement);
 
 } // namespace corma
