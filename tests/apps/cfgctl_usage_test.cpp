@@ -26,10 +26,26 @@ std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
     return row.param.sentence;
 }
 
-const std::vector<const char*> kCommands
-    = {"get",     "find",     "levels",  "includes", "where",  "record",          "model",
-       "rows",    "set",      "freeze",  "apply",    "remove", "remove-category", "update",
-       "replace", "scramble", "drawing", "texts"};
+const std::vector<const char*> kCommands = {"get",
+                                            "find",
+                                            "levels",
+                                            "includes",
+                                            "where",
+                                            "record",
+                                            "model",
+                                            "rows",
+                                            "set",
+                                            "freeze",
+                                            "apply",
+                                            "remove",
+                                            "remove-category",
+                                            "update",
+                                            "replace",
+                                            "scramble",
+                                            "drawing",
+                                            "sql",
+                                            "translate",
+                                            "texts"};
 
 class CfgctlUsage : public CfgctlTest, public ::testing::WithParamInterface<Row>
 {
@@ -65,9 +81,9 @@ TEST_P(CfgctlUsage, IsToldInOneLine)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
@@ -141,6 +157,14 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"UpdateWithoutDefaults", {"update", "tool.ini"}, "DEFAULTFILE is required; see cfgctl update --help"},
     Row {"UpdateFromTwo",        {"update", "tool.ini", "a.inp", "b.inp"}, "not expected: \"b.inp\"; see cfgctl update --help"},
     Row {"ReplaceWithoutNewValues", {"replace", "tool.ini"}, "NEWFILE is required; see cfgctl replace --help"},
+    Row {"SqlWithoutADatabase",  {"sql"}, "CONNECTION is required; see cfgctl sql --help"},
+    Row {"SqlWithoutAStatement", {"sql", "x.db3"}, "SQL is required; see cfgctl sql --help"},
+    Row {"SqlOfTwoStatements",   {"sql", "x.db3", "SELECT 1", "SELECT 2"}, "not expected: \"SELECT 2\"; see cfgctl sql --help"},
+    Row {"AMaximumThatIsNoNumber", {"sql", "x.db3", "SELECT 1", "--max", "veel"}, "--max is no whole number that can be used: \"veel\"; pass one such as 7"},
+    Row {"AMaximumOutOfRange",   {"sql", "x.db3", "SELECT 1", "--max=2147483648"}, "--max is out of range: \"2147483648\"; pass a whole number from -2147483648 to 2147483647"},
+    Row {"TranslateWithoutAFile", {"translate"}, "FILE is required; see cfgctl translate --help"},
+    Row {"TranslateWithoutAWord", {"translate", "tool.ini"}, "WORD is required; see cfgctl translate --help"},
+    Row {"TranslateOfTwoWords",  {"translate", "tool.ini", "A", "B"}, "not expected: \"B\"; see cfgctl translate --help"},
     Row {"ReplaceInADrawingThatIsNotThere", {"replace", "tool.ini", "tool.ini", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
     Row {"AnEmptyModuleFolder",  {"where", "tool.ini", "--module-dir", ""}, "--module-dir is empty; pass a folder such as \".\""}),
     sentenceOf);
@@ -268,7 +292,7 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlExamples,
                          ::testing::Values("--help", "get", "find", "levels", "includes", "where",
                                            "record", "model", "rows", "set", "freeze", "apply",
                                            "remove", "remove-category", "update", "replace",
-                                           "scramble", "drawing", "texts"));
+                                           "scramble", "drawing", "sql", "translate", "texts"));
 
 // What a command that writes leaves behind, for each of its examples.
 struct Effect
