@@ -343,6 +343,40 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlExampleEffect, ::testing::Values(
 
 // clang-format on
 
+// What a command that reads prints, for an example of its help that tells it.
+struct Print
+{
+    const char* command;
+    std::size_t example; // its place in the help
+    const char* out;
+};
+
+class CfgctlExamplePrint : public CfgctlHelp, public ::testing::WithParamInterface<Print>
+{
+};
+
+TEST_P(CfgctlExamplePrint, IsWhatTheHelpTells)
+{
+    const auto examples = examplesIn(run({GetParam().command, "--help"}).out);
+    ASSERT_LT(GetParam().example, examples.size());
+    workIn = CORMA_EXAMPLES;
+    Words words = wordsOf(examples[GetParam().example]);
+    words.erase(words.begin());
+    EXPECT_EQ(run(words).out, GetParam().out) << examples[GetParam().example];
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Of, CfgctlExamplePrint, ::testing::Values(
+    Print {"sql", 0, "Key\tE\tN\nWOOD\tWood\tHout\nCONCRETE\tConcrete\tBeton\nSTEEL\tSteel\tStaal\n"},
+    Print {"sql", 1, "Key\nWOOD\nhout\n"},
+    Print {"sql", 2, "{\"status\":5100,\"columns\":[{\"name\":\"E\",\"type\":5005,\"values\":[\"Wood\"]}]}\n"},
+    Print {"sql", 3, "Key\nCONCRETE\n"},
+    Print {"translate", 0, "Wood\n"},
+    Print {"translate", 1, "Hout\n"},
+    Print {"translate", 2, "HR++\n"}));
+
+// clang-format on
+
 TEST_F(CfgctlHelp, ShowsWhatFreezingDoes)
 {
     const auto examples = examplesIn(run({"freeze", "--help"}).out);
