@@ -4,6 +4,7 @@
 set -eu
 cfgctl=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
 example=$(cd "$(dirname "$0")/../examples/plattegrond" && pwd)
+make_translations=$(cd "$(dirname "$0")" && pwd)/make_translations.py
 copy=$(mktemp -d)
 trap 'rm -rf "$copy"' EXIT
 cp -R "$example/." "$copy"
@@ -153,7 +154,29 @@ expect_line '"type":"Ja/Nee","value":"Ja","description":"Ruimten nummeren."' \
 heading "What the drawing (2) and the project (1) have of that category"
 expect_line '{"image":2,"name":"Hoogte","type":"Integer","value":"2700",' \
     rows plattegrond.ini Ruimten --hide global --drawing $drawing
+
+heading "A choice is stored as a word of no language; a list shows it in that of the user"
 shown=cat
+expect WOOD get plattegrond.ini "[Trappen]Materiaal"
+shown=in_columns
+expect_line '"value":"Wood"' rows plattegrond.ini Trappen --search materiaal+afwerking
+expect_line '"value":"Hout"' rows plattegrond.ini Trappen --search materiaal+afwerking --language 19
+shown=cat
+
+part "Translated words"
+
+heading "The words stand in a database. One that it lacks is shown as it is stored"
+expect Bois translate plattegrond.ini WOOD --language 12
+expect Madera translate plattegrond.ini WOOD --language 10
+expect OAK translate plattegrond.ini OAK
+expect_line "WOOD	Wood	Holz" sql woorden.db3 "SELECT Key,E,G FROM Keys" --max 3
+
+heading "They are kept in a table, which a spreadsheet edits and a script makes the database of"
+printf '  $ %s\n' "echo OAK,Oak,Chêne,Eiche,Roble,Eiken >> woorden.csv" \
+    "tools/make_translations.py woorden.csv woorden.db3"
+echo OAK,Oak,Chêne,Eiche,Roble,Eiken >> woorden.csv
+python3 -B "$make_translations" woorden.csv woorden.db3 || wrong "a database"
+expect Chêne translate plattegrond.ini OAK --language 12
 
 part "Changing a value; of the levels those are shown that have it"
 shown=of_value

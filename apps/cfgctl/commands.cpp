@@ -77,11 +77,13 @@ It prints JSON, with or without --json.)"},
       those only that the project or the drawing has; obsolete and read-only ones stay
   cfgctl rows plattegrond.ini Wanden --search hoogte+lengte
       those with "hoogte" or "lengte" in name or description
+  cfgctl rows plattegrond.ini Trappen --language 12
+      in French: the material, which is stored as WOOD, is Bois
   cfgctl rows plattegrond.ini Wanden --access 10 --fills 2
       the list of a user of level 10, filled twice
 
-It prints JSON, with or without --json. The values of options are shown as they are stored: this
-version does not look them up in a translation database.
+It prints JSON, with or without --json. The value of an option is shown in the language, by the
+database that TranslateDB of the file names; one that is not in it as it is stored.
 Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of the project's,
 6 of both; 7 obsolete, 8 read-only.)"},
     CommandEntry {"set", makeSet, "Store a value in a file, a project file or a drawing",
@@ -169,14 +171,35 @@ No former file is kept.)"},
       the same for a program
 
 A reference is told by its handle, its block, and the block that it stands in.)"},
-    CommandEntry {"sql", makeSql, "Rows of a database",
-                  R"(  cfgctl sql woorden.db3 "SELECT Key,N FROM Keys" --max 3
-      three words with their Dutch texts, below the names of the columns
+    CommandEntry {"sql", makeSql, "The rows of a SELECT statement on a database",
+                  R"(  cfgctl sql woorden.db3 "SELECT Key,E,N FROM Keys" --max 3
+      a line of names, then a line for each row: WOOD, Wood, Hout, with tabs between
+  cfgctl sql woorden.db3 "SELECT Key FROM Keys WHERE N='Hout'"
+      WOOD and hout, two keys with the same word
+  cfgctl sql woorden.db3 "SELECT E FROM Keys WHERE Key='WOOD'" --json
+      {"status":5100,"columns":[{"name":"E","type":5005,"values":["Wood"]}]}
+  cfgctl sql woorden.db3 "SELECT Key FROM Keys" --max 1 --debug
+      the first key, and on standard error what is run
 
-Files with .db3 in their name are SQLite; others go through ODBC.)"},
+CONNECTION is one of these:
+    words.db3                    an SQLite file, read only; it is looked for as where does
+    lists.mdb, lists.dbf         an Access file, or a dBase file; these and all below go
+                                 through ODBC
+    Provider=SQLNCLI11;...       what that provider takes: odbc_drivers.txt, or the library,
+                                 knows its driver
+    Driver=FreeTDS;..., DSN=...  what ODBC takes
+Types of columns are 5010 for integers, 5001 for reals and 5005 for texts. The status of a
+statement that fails is the code of SQLite, else -5001.)"},
     CommandEntry {"translate", makeTranslate, "A stored word in the language of the user",
-                  R"(  cfgctl translate plattegrond.ini WOOD --language 19
-      hout, from the database that plattegrond.ini names)"},
+                  R"(  cfgctl translate plattegrond.ini WOOD
+      Wood
+  cfgctl translate plattegrond.ini WOOD --language 19
+      Hout, from the database that TranslateDB of plattegrond.ini names
+  cfgctl translate plattegrond.ini HR++ --language 19
+      HR++, since the database has no such word
+
+There are words in English (also for every language not named here), French (12), German (7),
+Spanish (10) and Dutch (19). A word that is not found is printed as it is, with exit status 0.)"},
     CommandEntry {"texts", makeTexts, "Texts of the editor in a language",
                   R"(  cfgctl texts 2972 2981 --language 19
       Algemeen and Lijntype, each behind its number and a tab

@@ -1,4 +1,7 @@
+// Databases: rows of a statement, and words that are translated by one.
+
 #include "commands.h"
+#include "console.h"
 #include "text.h"
 #include <corma/translation.h>
 #include <corma/xx_Var.h>
@@ -70,18 +73,24 @@ class Sql : public Command
 public:
     void declare(Syntax& syntax) override
     {
-        syntax.argument("CONNECTION", "Database: a file, or a connection text", m_connection);
-        syntax.argument("SQL", "SELECT statement", m_sql);
-        syntax.option("--max N", "Most rows; all when 0 or not given", m_maximum);
-        syntax.flag("--debug", "Tell what is run and read", m_isDebug);
+        syntax.argument("CONNECTION", "A database file, or a text that tells how to connect",
+                        m_connection);
+        syntax.argument("SQL", "A SELECT statement", m_sql);
+        syntax.option("--max N", "At most N rows; with 0, the usual number, or less all of them",
+                      m_maximum);
+        syntax.flag("--debug", "Show on standard error what is run and read", m_isDebug);
     }
 
     Answer run(const Options& /*options*/) override
     {
         xx_VarArray columns;
+        const Listener library(Listener::Pass::on);
         Answer answer;
         answer.status
             = xx_ado_select(m_connection.c_str(), m_sql.c_str(), &columns, m_maximum, m_isDebug);
+        if (answer.status != RTNORM && library.heard().empty()) {
+            complain(L"the database \"" + m_connection + L"\" was not found");
+        }
         answer.document["status"] = answer.status;
         answer.document["columns"] = Json::array();
         for (int i = 0; i < columns.length(); ++i) {
@@ -104,8 +113,8 @@ class Translate : public Command
 public:
     void declare(Syntax& syntax) override
     {
-        syntax.argument("FILE", "Configuration file that names a translation database", m_file);
-        syntax.argument("WORD", "Word as it is stored", m_word);
+        syntax.argument("FILE", "Configuration file whose TranslateDB names the database", m_file);
+        syntax.argument("WORD", "A word as it is stored", m_word);
     }
 
     Answer run(const Options& options) override

@@ -2,6 +2,7 @@
 
 #include "model_command.h"
 #include "text.h"
+#include <corma/translation.h>
 
 #include <algorithm>
 #include <array>
@@ -81,8 +82,10 @@ Answer answerOf(const corma::SettingsModel& model, Json document)
 class RowList : public corma::SettingList
 {
 public:
-    explicit RowList(short accessLevel)
-        : m_accessLevel(accessLevel)
+    RowList(std::wstring configurationFile, const Options& options)
+        : m_configurationFile(std::move(configurationFile))
+        , m_language(options.language)
+        , m_accessLevel(options.access)
     {
     }
 
@@ -90,7 +93,10 @@ public:
 
     [[nodiscard]] short accessLevel() const override { return m_accessLevel; }
 
-    std::wstring translateKey(const std::wstring& word) override { return word; }
+    std::wstring translateKey(const std::wstring& word) override
+    {
+        return corma::translateKey(m_configurationFile.c_str(), word, m_language);
+    }
 
     [[nodiscard]] int selectionMark() const override { return -1; }
 
@@ -105,6 +111,8 @@ public:
     void setFocus() override { }
 
 private:
+    std::wstring m_configurationFile;
+    int m_language;
     short m_accessLevel;
     Json m_rows = Json::array();
 };
@@ -190,7 +198,7 @@ public:
         const corma::ShownLevels shown = m_hidden ? allBut(*m_hidden) : corma::ShownLevels {};
         const corma::SettingsModel model(request(options));
         tellOfAnotherCategory(model);
-        RowList list(options.access);
+        RowList list(configurationFile(), options);
         for (int i = 0; i < m_fills; ++i) {
             model.fillList(m_category, list, search(), shown);
         }

@@ -2,7 +2,9 @@
 
 #include "CfgctlTest.h"
 
+#include <array>
 #include <set>
+#include <sstream>
 
 namespace corma::testing {
 
@@ -127,6 +129,56 @@ TEST_F(CfgctlExampleModel, SpeaksItsLanguages)
     const Json dutch = settingOf(model({"--language=19"}), "Ruimten", "Decimalen");
     EXPECT_EQ(english["shortDescription"], "Number of decimals of an area.");
     EXPECT_EQ(dutch["shortDescription"], "Aantal decimalen van een oppervlakte.");
+}
+
+// The choices of all options.
+Keys choicesIn(const Json& model)
+{
+    Keys choices;
+    for (const Json& category : model["categories"]) {
+        for (const Json& setting : category["settings"]) {
+            std::istringstream words(setting["choices"].get<std::string>());
+            for (std::string word; std::getline(words, word, ',');) {
+                choices.insert(word);
+            }
+        }
+    }
+    return choices;
+}
+
+TEST_F(CfgctlExampleModel, HasWordsForItsChoices)
+{
+    const auto table
+        = Json::parse(run({"sql", "woorden.db3", "SELECT Key FROM Keys", "--json"}).out);
+    const Keys choices = choicesIn(model({}));
+    for (const Json& key : table["columns"][0]["values"]) {
+        EXPECT_EQ(choices.count(key.get<std::string>()), 1U) << key << " can be chosen nowhere";
+    }
+    const Json material = settingOf(model({}), "Trappen", "Materiaal");
+    const Json finish = settingOf(model({}), "Trappen", "Afwerking");
+    EXPECT_EQ(material["type"], 11);
+    EXPECT_EQ(finish["type"], 12);
+    for (const Json& setting : {material, finish}) {
+        for (const std::string& word : choicesIn(
+                 Json::parse(R"({"categories":[{"settings":[)" + setting.dump() + R"(]}]})"))) {
+            EXPECT_NE(run({"translate", "plattegrond.ini", word}).out, word + '\n');
+        }
+    }
+}
+
+TEST_F(CfgctlExampleModel, ShowsItsChoicesInTheLanguage)
+{
+    const std::vector<std::array<const char*, 3>> rows = {
+        {"9", "Wood", "Oiled"},       {"12", "Bois", "Huil\xC3\xA9"}, {"7", "Holz", "Ge\xC3\xB6lt"},
+        {"10", "Madera", "Aceitado"}, {"19", "Hout", "Geolied"},      {"25", "Wood", "Oiled"}};
+    for (const auto& [language, material, finish] : rows) {
+        const Json list = Json::parse(run({"rows", "plattegrond.ini", "Trappen",
+                                           "--search=Materiaal+Afwerking", "--language", language})
+                                          .out);
+        ASSERT_EQ(list.size(), 2U) << language;
+        EXPECT_EQ(list[0]["value"], material) << language;
+        EXPECT_EQ(list[1]["value"], finish) << language;
+    }
 }
 
 } // namespace

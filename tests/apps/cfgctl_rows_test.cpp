@@ -1,6 +1,7 @@
 // cfgctl rows: how a list shows a category, and wrong usage of the commands over the model.
 
 #include "CfgctlTest.h"
+#include "TestDatabase.h"
 
 #include <gmock/gmock.h>
 
@@ -202,6 +203,99 @@ TEST_F(CfgctlRows, OfACategoryThatIsNotThereAreThoseOfTheFirst)
     }
     EXPECT_EQ(run({"rows", "tool.ini", "a\nb"}).err,
               "cfgctl: there is no category \"a b\"; the rows are those of \"Algemeen\"\n");
+}
+
+class CfgctlRowsTranslated : public CfgctlRows
+{
+protected:
+    CfgctlRowsTranslated()
+    {
+        write("bouw.ini",
+              "TranslateDB=woorden.db3\n[Trap]\nTekst=WOOD\nSoort=WOOD\nVrij=STEEL\nEigen=bamboe\n"
+              "Leeg=\nAan=0\nOud=WOOD\nVast=STEEL\n");
+        write("bouw.inr",
+              "[Trap]\nSoort=c choices={WOOD,STEEL}\nVrij=q choices={WOOD,STEEL}\n"
+              "Eigen=q choices={WOOD}\nLeeg=c choices={WOOD}\nAan=t\nOud=o\n"
+              "Vast=c choices={STEEL} readonly=true\n");
+        makeDatabase(pathOf("woorden.db3"), kWords);
+    }
+
+    // The rows as "name value, name value".
+    std::string values(const Words& arguments) const
+    {
+        std::string all;
+        for (const Json& row : rows(arguments)) {
+            all += (all.empty() ? "" : ", ") + row["name"].get<std::string>() + ' '
+                + row["value"].get<std::string>();
+        }
+        return all;
+    }
+};
+
+// Only options are: what is a text, or was an option once, is not looked up.
+TEST_F(CfgctlRowsTranslated, ShowOptionsInTheLanguage)
+{
+    EXPECT_EQ(values({"bouw.ini", "Trap"}),
+              "Tekst WOOD, Soort Wood, Vrij Steel, Eigen bamboe, Leeg , Aan No, Oud WOOD, "
+              "Vast Steel");
+    EXPECT_EQ(values({"bouw.ini", "Trap", "--language=19", "--search=r"}),
+              "Soort Hout, Vrij Staal");
+    EXPECT_EQ(values({"bouw.ini", "Trap", "--language=7", "--search=soort"}), "Soort Holz");
+    EXPECT_EQ(values({"bouw.ini", "Trap", "--language=25", "--search=soort"}), "Soort Wood");
+}
+
+TEST_F(CfgctlRowsTranslated, AreFoundByNameAndDescriptionOnly)
+{
+    EXPECT_EQ(values({"bouw.ini", "Trap", "--search=Steel"}), "");
+}
+
+TEST_F(CfgctlRowsTranslated, ShowTheValueOfTheProject)
+{
+    write("werk/bouw.ipr", "[Trap]\nSoort=STEEL\n");
+    EXPECT_EQ(values({"bouw.ini", "Trap", "--project=werk/bouw.ipr", "--hide=global"}),
+              "Soort Steel, Oud WOOD, Vast Steel");
+}
+
+TEST_F(CfgctlRowsTranslated, TakeTheDatabaseOfTheirOwnFile)
+{
+    write("map/bouw.ini", "TranslateDB=map/anders.db3\n[Trap]\nSoort=WOOD\n");
+    write("map/bouw.inr", "[Trap]\nSoort=c choices={WOOD}\n");
+    makeDatabase(pathOf("map/anders.db3"),
+                 "CREATE TABLE Keys(Key TEXT,E TEXT);INSERT INTO Keys VALUES('WOOD','Timber')");
+    const Words search {"Trap", "--search=soort"};
+    const auto of = [&](Words words) {
+        words.insert(words.end(), search.begin(), search.end());
+        return values(words);
+    };
+    EXPECT_EQ(of({"map/bouw.ini"}), "Soort Timber");
+    EXPECT_EQ(of({"map/bouw"}), "Soort Timber") << "its extension may be left out";
+    EXPECT_EQ(of({pathOf("map/bouw.ini")}), "Soort Timber");
+    // A lookup would ask the module's folder first.
+    EXPECT_EQ(of({"--module-dir=map", "bouw.ini"}), "Soort Wood");
+    // There the model has no file of that name; without an extension it is a bare name.
+    write("bouw", "TranslateDB=map/anders.db3\n[Trap]\nSoort=WOOD\n");
+    EXPECT_EQ(of({"bouw"}), "Soort WOOD");
+}
+
+TEST_F(CfgctlRowsTranslated, ShowAValueAsItIsStoredWhenItIsNotFound)
+{
+    write("bouw.ini", "[Trap]\nSoort=WOOD\n");
+    EXPECT_EQ(values({"bouw.ini", "Trap"}), "Soort WOOD");
+    write("bouw.ini", "TranslateDB=weg.db3\n[Trap]\nSoort=WOOD\n");
+    EXPECT_EQ(values({"bouw.ini", "Trap"}), "Soort WOOD");
+}
+
+TEST_F(CfgctlRowsTranslated, AreShownWhenAStatementBreaks)
+{
+    write("bouw.ini", "TranslateDB=woorden.db3\n[Trap]\nSoort=O'K\nVrij=WOOD\n");
+    const ProgramResult result = run({"rows", "bouw.ini", "Trap"});
+    EXPECT_EQ(result.exitStatus, 0);
+    const Json document = Json::parse(result.out);
+    EXPECT_EQ(document[0]["value"], "O'K");
+    EXPECT_EQ(document[1]["value"], "Wood");
+    EXPECT_EQ(result.err,
+              "Error in file xx__sqlite.cpp on line 137\n(S=" + pathOf("woorden.db3")
+                  + " : prepare : SQL error or missing database, ec = 1)\n");
 }
 
 TEST_F(CfgctlRows, OfAFileThatIsMissingAreNone)

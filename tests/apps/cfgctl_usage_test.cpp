@@ -26,10 +26,26 @@ std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
     return row.param.sentence;
 }
 
-const std::vector<const char*> kCommands
-    = {"get",     "find",     "levels",  "includes", "where",  "record",          "model",
-       "rows",    "set",      "freeze",  "apply",    "remove", "remove-category", "update",
-       "replace", "scramble", "drawing", "texts"};
+const std::vector<const char*> kCommands = {"get",
+                                            "find",
+                                            "levels",
+                                            "includes",
+                                            "where",
+                                            "record",
+                                            "model",
+                                            "rows",
+                                            "set",
+                                            "freeze",
+                                            "apply",
+                                            "remove",
+                                            "remove-category",
+                                            "update",
+                                            "replace",
+                                            "scramble",
+                                            "drawing",
+                                            "sql",
+                                            "translate",
+                                            "texts"};
 
 class CfgctlUsage : public CfgctlTest, public ::testing::WithParamInterface<Row>
 {
@@ -65,9 +81,9 @@ TEST_P(CfgctlUsage, IsToldInOneLine)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, texts"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
@@ -141,6 +157,14 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"UpdateWithoutDefaults", {"update", "tool.ini"}, "DEFAULTFILE is required; see cfgctl update --help"},
     Row {"UpdateFromTwo",        {"update", "tool.ini", "a.inp", "b.inp"}, "not expected: \"b.inp\"; see cfgctl update --help"},
     Row {"ReplaceWithoutNewValues", {"replace", "tool.ini"}, "NEWFILE is required; see cfgctl replace --help"},
+    Row {"SqlWithoutADatabase",  {"sql"}, "CONNECTION is required; see cfgctl sql --help"},
+    Row {"SqlWithoutAStatement", {"sql", "x.db3"}, "SQL is required; see cfgctl sql --help"},
+    Row {"SqlOfTwoStatements",   {"sql", "x.db3", "SELECT 1", "SELECT 2"}, "not expected: \"SELECT 2\"; see cfgctl sql --help"},
+    Row {"AMaximumThatIsNoNumber", {"sql", "x.db3", "SELECT 1", "--max", "veel"}, "--max is no whole number that can be used: \"veel\"; pass one such as 7"},
+    Row {"AMaximumOutOfRange",   {"sql", "x.db3", "SELECT 1", "--max=2147483648"}, "--max is out of range: \"2147483648\"; pass a whole number from -2147483648 to 2147483647"},
+    Row {"TranslateWithoutAFile", {"translate"}, "FILE is required; see cfgctl translate --help"},
+    Row {"TranslateWithoutAWord", {"translate", "tool.ini"}, "WORD is required; see cfgctl translate --help"},
+    Row {"TranslateOfTwoWords",  {"translate", "tool.ini", "A", "B"}, "not expected: \"B\"; see cfgctl translate --help"},
     Row {"ReplaceInADrawingThatIsNotThere", {"replace", "tool.ini", "tool.ini", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
     Row {"AnEmptyModuleFolder",  {"where", "tool.ini", "--module-dir", ""}, "--module-dir is empty; pass a folder such as \".\""}),
     sentenceOf);
@@ -268,7 +292,7 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlExamples,
                          ::testing::Values("--help", "get", "find", "levels", "includes", "where",
                                            "record", "model", "rows", "set", "freeze", "apply",
                                            "remove", "remove-category", "update", "replace",
-                                           "scramble", "drawing", "texts"));
+                                           "scramble", "drawing", "sql", "translate", "texts"));
 
 // What a command that writes leaves behind, for each of its examples.
 struct Effect
@@ -316,6 +340,40 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlExampleEffect, ::testing::Values(
     Effect {"update", 0, {"plattegrond.ini", "[Arcering]Leem"}, "00-ARCERING,42,CONTINUOUS,0.09,NK_LEEM,0,40"},
     Effect {"replace", 0, {"plattegrond.ini", "[Trappen]AantredeMin"}, "230"},
     Effect {"replace", 0, {"plattegrond.ini", "[Maatvoering]Afronding"}, "1"}));
+
+// clang-format on
+
+// What a command that reads prints, for an example of its help that tells it.
+struct Print
+{
+    const char* command;
+    std::size_t example; // its place in the help
+    const char* out;
+};
+
+class CfgctlExamplePrint : public CfgctlHelp, public ::testing::WithParamInterface<Print>
+{
+};
+
+TEST_P(CfgctlExamplePrint, IsWhatTheHelpTells)
+{
+    const auto examples = examplesIn(run({GetParam().command, "--help"}).out);
+    ASSERT_LT(GetParam().example, examples.size());
+    workIn = CORMA_EXAMPLES;
+    Words words = wordsOf(examples[GetParam().example]);
+    words.erase(words.begin());
+    EXPECT_EQ(run(words).out, GetParam().out) << examples[GetParam().example];
+}
+
+// clang-format off
+INSTANTIATE_TEST_SUITE_P(Of, CfgctlExamplePrint, ::testing::Values(
+    Print {"sql", 0, "Key\tE\tN\nWOOD\tWood\tHout\nCONCRETE\tConcrete\tBeton\nSTEEL\tSteel\tStaal\n"},
+    Print {"sql", 1, "Key\nWOOD\nhout\n"},
+    Print {"sql", 2, "{\"status\":5100,\"columns\":[{\"name\":\"E\",\"type\":5005,\"values\":[\"Wood\"]}]}\n"},
+    Print {"sql", 3, "Key\nCONCRETE\n"},
+    Print {"translate", 0, "Wood\n"},
+    Print {"translate", 1, "Hout\n"},
+    Print {"translate", 2, "HR++\n"}));
 
 // clang-format on
 

@@ -4,8 +4,10 @@
 #include <corma/lookup_trace.h>
 #include <corma/settings_model.h>
 #include <corma/texts.h>
+#include <corma/translation.h>
 #include <corma/xx_Inifile.h>
 #include <corma/xx_Var.h>
+#include <corma/xx_ado.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -46,6 +48,16 @@ bool hasSetting(const wchar_t* path, const wchar_t* category, const wchar_t* ide
         && std::find(list.names.begin(), list.names.end(), ident) != list.names.end();
 }
 
+// True when a database that is not there is no trouble: a word stays, and a statement fails.
+bool bearsMissingDatabases(const wchar_t* path)
+{
+    xx_VarArray rows;
+    const int status = xx_ado_select(L"not there.db3", L"SELECT 1", &rows);
+    xx_ado_close_all();
+    return status != RTNORM && rows.length() == 0
+        && corma::translateKey(path, L"not a word", 9) == L"not a word";
+}
+
 // Looks one ident of a file up: consumer FILE.
 int main(int argc, char** argv)
 {
@@ -61,5 +73,7 @@ int main(int argc, char** argv)
         return 1;
     }
     std::printf("%ls\n", value);
-    return std::wcscmp(value, L"2.5") == 0 && hasSetting(path, L"Tekst", L"Hoogte") ? 0 : 1;
+    const bool isRight = std::wcscmp(value, L"2.5") == 0 && hasSetting(path, L"Tekst", L"Hoogte")
+        && bearsMissingDatabases(path);
+    return isRight ? 0 : 1;
 }

@@ -16,11 +16,14 @@ std::string contentOf(const std::filesystem::path& file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-TEST(Readme, ShowsTheExampleProgramToTheLetter)
+TEST(Readme, ShowsTheExampleProgramsToTheLetter)
 {
-    const std::string program = contentOf("examples/first_lookup.cpp");
-    ASSERT_FALSE(program.empty());
-    EXPECT_NE(contentOf("README.md").find("```cpp\n" + program + "```\n"), std::string::npos);
+    for (const char* file : {"examples/first_lookup.cpp", "examples/translated_words.cpp"}) {
+        const std::string program = contentOf(file);
+        ASSERT_FALSE(program.empty()) << file;
+        EXPECT_NE(contentOf("README.md").find("```cpp\n" + program + "```\n"), std::string::npos)
+            << file;
+    }
 }
 
 } // namespace
