@@ -43,19 +43,49 @@ std::wstring lastOf(const ConnectionParts& parts, std::wstring_view key)
     return found == parts.rend() ? std::wstring() : found->second;
 }
 
+/// The parts as ODBC reads them, which knows braces only.
+ConnectionParts odbcParts(const std::wstring& text)
+{
+    ConnectionParts parts;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::size_t equals = text.find(L'=', at);
+        require(equals != std::wstring::npos);
+        parts.emplace_back(text.substr(at, equals - at), L"");
+        std::wstring& value = parts.back().second;
+        const bool isBraced = text[equals + 1] == L'{';
+        at = equals + (isBraced ? 2 : 1);
+        for (; at < text.size() && (isBraced || text[at] != L';'); ++at) {
+            if (isBraced && text[at] == L'}') {
+                ++at;
+                if (at == text.size() || text[at] != L'}') {
+                    break;
+                }
+            }
+            value.push_back(text[at]);
+        }
+        require(at == text.size() || text[at] == L';');
+    }
+    return parts;
+}
+
 // What a row takes from a text is there when ODBC reads it.
 void requireFilling(const std::wstring& text, const ConnectionParts& parts)
 {
-    const auto odbc = corma::odbcText(text, L"", {{L"*", L"X=<a>;Y=<b|c>"}, {L"*/*", L"X=<a>"}});
-    if (!odbc || hasKey(parts, L"DSN") || hasKey(parts, L"FILEDSN") || hasKey(parts, L"Driver")) {
+    const std::wstring extended = lastOf(parts, L"Extended Properties");
+    std::wstring pattern = L"*";
+    for (const wchar_t c :
+         lastOf(parts, L"Provider") + (extended.empty() ? L"" : L"/") + extended) {
+        pattern += c == L'/' ? L"/*" : L"";
+    }
+    const auto odbc = corma::odbcText(text, L"", {{pattern, L"X=<a>;Y=<b|c>"}});
+    require(odbc.has_value());
+    if (hasKey(parts, L"DSN") || hasKey(parts, L"FILEDSN") || hasKey(parts, L"Driver")) {
         return;
     }
-    const ConnectionParts filled = corma::connectionParts(*odbc);
+    const ConnectionParts filled = odbcParts(*odbc);
     const std::wstring b = lastOf(parts, L"b");
     require(lastOf(filled, L"X") == lastOf(parts, L"a"));
-    if (lastOf(parts, L"Extended Properties").empty()) {
-        require(lastOf(filled, L"Y") == (b.empty() ? lastOf(parts, L"c") : b));
-    }
+    require(lastOf(filled, L"Y") == (b.empty() ? lastOf(parts, L"c") : b));
 }
 
 } // namespace
