@@ -238,4 +238,19 @@ std::wstring programFile();
 /// Full path of a loaded library of that file name; nothing when none is loaded.
 std::optional<std::wstring> loadedLibrary(std::wstring_view name);
 
+/// For the life of the object narrow text in this thread is UTF-8 to other libraries, whatever the
+/// locale of the program. Where the system has no locale for that, nothing changes.
+class Utf8Locale
+{
+public:
+    Utf8Locale();
+    Utf8Locale(const Utf8Locale&) = delete;
+    Utf8Locale& operator=(const Utf8Locale&) = delete;
+    ~Utf8Locale();
+
+private:
+    class Scope;
+    std::unique_ptr<Scope> m_scope; // null where nothing changed
+};
+
 } // namespace corma::platform
