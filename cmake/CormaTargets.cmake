@@ -33,15 +33,16 @@ function(corma_add_subsystem name)
   set_property(GLOBAL APPEND PROPERTY CORMA_SUBSYSTEMS corma_${name})
 endfunction()
 
-# One folder of tests/ as a GoogleTest program over the static library.
+# One folder of tests/ as a GoogleTest program over the static library. WHOLE makes it one test for
+# CTest, which else runs each test in a process of its own.
 function(corma_add_tests name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "WHOLE" "" "SOURCES;LIBRARIES")
   add_executable(test_${name} ${arg_SOURCES})
   target_link_libraries(test_${name} PRIVATE
     corma_testable corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
   target_precompile_headers(test_${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
-  if(CORMA_SANITIZE)
-    # There the start of a process costs more than most tests, so that a program is one test, which
+  if(arg_WHOLE OR CORMA_SANITIZE)
+    # With sanitizers the start of a process costs more than most tests, so that a program is one test, which
     # names only the ones that fail.
     add_test(NAME ${name} COMMAND test_${name} --gtest_brief=1)
   else()
