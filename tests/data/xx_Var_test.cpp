@@ -423,6 +423,24 @@ TEST(xx_Var, KeepsEachOfManyTexts)
     }
 }
 
+TEST(xx_Var, AVectorOfAnotherModuleGrowsToo)
+{
+    // It has no more slots than its capacity tells.
+    for (const int slots : {10, 20, 30, 40, 130, 160, 170, 320}) {
+        xx_Var record(L"NAME", 0);
+        std::free(record.values);
+        record.values = static_cast<ads_u_val*>(
+            std::calloc(static_cast<std::size_t>(slots), sizeof(ads_u_val)));
+        record.count = static_cast<short>(slots);
+        record.capacity = record.count;
+        record.values[slots - 1].rlong = 7;
+        record.addLong(L"NAME", 8);
+        EXPECT_EQ(record.capacity, slots + 10);
+        EXPECT_EQ(record.values[slots - 1].rlong, 7);
+        EXPECT_EQ(record.values[slots].rlong, 8);
+    }
+}
+
 TEST(xx_Var, AClashGrowsAFullRecordAllTheSame)
 {
     RecordingServices services;
