@@ -69,7 +69,9 @@ void defend(sqlite3* database)
 SqliteHandle openReadOnly(const std::wstring& path, int& code)
 {
     sqlite3* opened = nullptr;
-    code = sqlite3_open_v2(platform::toNative(path).c_str(), &opened,
+    // The file's name may differ in case. A relative path could be taken for an address, "file:...",
+    // which may ask for other modes.
+    code = sqlite3_open_v2(platform::locate(platform::fullPath(path)).c_str(), &opened,
                            SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     SqliteHandle database(opened); // there is one to close even when it did not open
     if (code == SQLITE_OK) {

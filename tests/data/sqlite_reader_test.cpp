@@ -457,6 +457,15 @@ TEST_F(SqliteReader, ReadsAFileWhosePathIsOutsideAscii)
               "(S=~/één 😀$s.db3 : prepare : SQL error or missing database, ec = 1)");
 }
 
+TEST_F(SqliteReader, DoesNotTakeAPathForAnAddress)
+{
+    const CurrentFolder here(folder.path());
+    database(L"a.db3", kThree);
+    folder.write(L"file:a.db3?mode=memory", folder.read(L"a.db3"));
+    status = xx_sqlite_sql(L"file:a.db3?mode=memory", L"P", {.sql = L"SELECT N FROM T"}, result);
+    EXPECT_EQ(columnsOf(result), "N long: 1|2|3");
+}
+
 struct CodeRow
 {
     int code;

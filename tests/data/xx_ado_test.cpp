@@ -79,6 +79,14 @@ TEST_F(Select, ReadsBothSpellingsOfTheExtension)
     EXPECT_EQ(log(), "");
 }
 
+TEST_F(Select, ReadsAFileWhoseNameDiffersInCase)
+{
+    database(L"here/Deuren.db3", kOne);
+    EXPECT_EQ(select(L"deuren.db3", L"SELECT A FROM T"), "A long: 1");
+    EXPECT_EQ(select(L"DEUREN.DB3", L"SELECT A FROM T"), "A long: 1");
+    EXPECT_EQ(shown(), "");
+}
+
 TEST_F(Select, AsksAProviderForTheExtensionInAnyOtherSpelling)
 {
     database(L"here/deuren.Db3", kOne);
