@@ -155,6 +155,18 @@ TEST_F(SqliteReader, RunsOnlyTheFirstOfSeveralStatements)
     EXPECT_EQ(shown(), "");
 }
 
+TEST_F(SqliteReader, SeesWhatChangesBetweenCalls)
+{
+    const auto path = three();
+    EXPECT_EQ(select(path, L"SELECT A FROM T WHERE N>2"), "A text: drie");
+    SqliteFile(path).run("INSERT INTO T VALUES('vier',4); ALTER TABLE T ADD COLUMN C INTEGER");
+    EXPECT_EQ(select(path, L"SELECT A FROM T WHERE N>2"), "A text: drie|vier");
+    EXPECT_EQ(select(path, L"SELECT C FROM T WHERE N>2"), "C long: 0|0");
+    SqliteFile(path).run("DROP TABLE T; CREATE TABLE T(A INTEGER); INSERT INTO T VALUES(7)");
+    EXPECT_EQ(select(path, L"SELECT * FROM T"), "A long: 7");
+    EXPECT_EQ(shown(), "");
+}
+
 TEST_F(SqliteReader, HoldsNoLockBetweenCalls)
 {
     const auto path = three();
