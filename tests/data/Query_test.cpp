@@ -27,7 +27,7 @@ TEST(Query, WantsAllRowsWithoutAMaximum)
     EXPECT_TRUE(Query {.maximumRows = -1}.wantsMoreThan(1'000'000));
 }
 
-TEST(Query, ToldFullWhenAColumnIs)
+TEST(Query, IsOfTooManyRowsWhenAColumnIsFull)
 {
     RecordingServices services;
     EXPECT_FALSE(isFull(0));

@@ -3,8 +3,8 @@
 #include "platform/platform.h"
 #include "platform/text.h"
 
-#include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace corma::testing {
 
@@ -334,12 +334,22 @@ TEST_F(SqliteReader, FindsNoTableInAnEmptyFile)
     EXPECT_EQ(folder.read(L"a.db3"), "");
 }
 
-TEST_F(SqliteReader, TellsThatAFolderIsNone)
+TEST_F(SqliteReader, OpensRegularFilesOnly)
 {
-    const auto path = folder.makeFolder(L"a.db3");
-    select(path, L"SELECT * FROM T");
-    EXPECT_TRUE(status == 10 || status == 14 || status == 21) << status;
-    EXPECT_NE(shown(), "");
+    constexpr mode_t kAnyone = 0600;
+    const auto pipe = folder.path(L"a.db3");
+    ASSERT_EQ(::mkfifo(platform::toNative(pipe).c_str(), kAnyone), 0);
+    const std::string message = "Error in file xx__ado.cpp on line 220\n"
+                                "(S=~/a.db3 : open : Unable to open the database file, ec = 14)\n"
+                                "Error in file xx__sqlite.cpp on line 137\n"
+                                "(S=~/a.db3 : prepare : Library used incorrectly, ec = 21)";
+    select(pipe, L"SELECT * FROM T");
+    EXPECT_EQ(status, 21);
+    EXPECT_EQ(shown(), message);
+    folder.remove(L"a.db3");
+    select(folder.makeFolder(L"a.db3"), L"SELECT * FROM T");
+    EXPECT_EQ(status, 21);
+    EXPECT_EQ(shown(), message);
     EXPECT_EQ(result.length(), 0);
 }
 
