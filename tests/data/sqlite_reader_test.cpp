@@ -1,7 +1,7 @@
 #include "data/DataTest.h"
 #include "data/sqlite_reader.h"
 #include "platform/platform.h"
-#include "platform/text.h"
+#include "support/Child.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -366,6 +366,35 @@ TEST_F(SqliteReader, TellsThatTheFileIsGone)
               "(S=~/weg.db3 : prepare : Library used incorrectly, ec = 21)");
 }
 
+TEST_F(SqliteReader, NeedsNoRightToWrite)
+{
+    constexpr mode_t kReadFile = 0444;
+    constexpr mode_t kReadFolder = 0555;
+    const auto path = three();
+    ASSERT_EQ(::chmod(platform::toNative(path).c_str(), kReadFile), 0);
+    ASSERT_EQ(::chmod(platform::toNative(folder.path()).c_str(), kReadFolder), 0);
+    EXPECT_TRUE(inChildWithoutRights([&] {
+                    return select(path, L"SELECT N FROM T") == "N long: 1|2|3";
+                }).isGood());
+    ASSERT_EQ(::chmod(platform::toNative(folder.path()).c_str(), S_IRWXU), 0);
+}
+
+TEST_F(SqliteReader, TellsThatAFileCannotBeRead)
+{
+    constexpr mode_t kEnterFolder = 0711;
+    const auto path = three();
+    ASSERT_EQ(::chmod(platform::toNative(path).c_str(), 0), 0);
+    ASSERT_EQ(::chmod(platform::toNative(folder.path()).c_str(), kEnterFolder), 0);
+    const std::string message = "Error in file xx__ado.cpp on line 220\n"
+                                "(S=~/a.db3 : open : Unable to open the database file, ec = 14)\n"
+                                "Error in file xx__sqlite.cpp on line 137\n"
+                                "(S=~/a.db3 : prepare : Library used incorrectly, ec = 21)";
+    EXPECT_TRUE(inChildWithoutRights([&] {
+                    select(path, L"SELECT N FROM T");
+                    return status == 21 && shown() == message;
+                }).isGood());
+}
+
 // --- logs beside the file ------------------------------------------------------------------------
 
 TEST_F(SqliteReader, ReadsWhatAnotherOneHasInItsLog)
@@ -402,6 +431,25 @@ TEST_F(SqliteReader, ReadsTheLogThatAnotherOneLeft)
     EXPECT_TRUE(folder.read(L"b.db3") == before);
     EXPECT_TRUE(folder.read(L"b.db3-wal") == log);
     EXPECT_EQ(SqliteFile(folder.path(L"b.db3")).valueOf("SELECT count(*) FROM T"), "4");
+}
+
+TEST_F(SqliteReader, ReadsAFileWithALogThatIsClosed)
+{
+    {
+        SqliteFile writer(three());
+        EXPECT_EQ(writer.valueOf("PRAGMA journal_mode=WAL"), "wal");
+        writer.run("INSERT INTO T VALUES('vier',4)");
+    }
+    const std::string before = folder.read(L"a.db3");
+    ASSERT_EQ(folder.names(), "a.db3");
+    EXPECT_EQ(select(folder.path(L"a.db3"), L"SELECT N FROM T"), "N long: 1|2|3|4");
+    xx_ado_close_all();
+    EXPECT_TRUE(folder.read(L"a.db3") == before);
+    // SQLite leaves these to the next one who may write.
+    EXPECT_EQ(folder.names(), "a.db3 a.db3-shm a.db3-wal");
+    EXPECT_EQ(folder.read(L"a.db3-wal"), "");
+    EXPECT_EQ(SqliteFile(folder.path(L"a.db3")).valueOf("SELECT count(*) FROM T"), "4");
+    EXPECT_EQ(folder.names(), "a.db3");
 }
 
 TEST_F(SqliteReader, DoesNotUndoWhatAnotherOneLeftUnfinished)
