@@ -68,9 +68,16 @@ void defend(sqlite3* database)
 
 SqliteHandle openReadOnly(const std::wstring& path, int& code)
 {
+    // The file's name may differ in case. A relative path could be taken for an address,
+    // "file:...", which may ask for other modes.
+    const platform::NativePath file = platform::locate(platform::fullPath(path));
+    if (!platform::fileStamp(file)) {
+        code = SQLITE_CANTOPEN; // nothing, or no regular file: a pipe would be waited for
+        return nullptr;
+    }
     sqlite3* opened = nullptr;
-    code = sqlite3_open_v2(platform::toNative(path).c_str(), &opened,
-                           SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
+    code = sqlite3_open_v2(file.c_str(), &opened, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX,
+                           nullptr);
     SqliteHandle database(opened); // there is one to close even when it did not open
     if (code == SQLITE_OK) {
         defend(opened);

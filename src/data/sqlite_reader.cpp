@@ -243,13 +243,18 @@ void readRow(sqlite3_stmt* statement, std::vector<Column>& columns, TextReader& 
     }
 }
 
-void readRows(sqlite3_stmt* statement, const corma::Query& query, std::vector<Column>& columns,
+void readRows(sqlite3* database, sqlite3_stmt* statement, const corma::Query& query,
               xx_VarArray& result)
 {
+    std::vector<Column> columns;
     TextReader texts;
     int rows = 0;
     while (query.wantsMoreThan(rows) && sqlite3_step(statement) == SQLITE_ROW
            && !corma::isFull(rows)) {
+        if (rows == 0) {
+            // Not sooner: when the tables have changed, the first step prepares the statement anew.
+            columns = columnsOf(database, statement);
+        }
         readRow(statement, columns, texts);
         ++rows;
     }
@@ -282,8 +287,7 @@ int xx_sqlite_sql(const std::wstring& path, const std::wstring& provider, const 
     }
     result = xx_VarArray();
     if (statement) {
-        std::vector<Column> columns = columnsOf(database, statement.get());
-        readRows(statement.get(), query, columns, result);
+        readRows(database, statement.get(), query, result);
     }
     // It gives the code of what failed while rows were read.
     code = sqlite3_finalize(statement.release());

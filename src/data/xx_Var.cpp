@@ -53,13 +53,13 @@ ads_u_val* makeRoom(xx_Var& record)
     if (capacity > std::numeric_limits<short>::max()) {
         return nullptr;
     }
-    if (record.values == nullptr || blockSlots(capacity) != blockSlots(record.capacity)) {
-        void* const grown = std::realloc(record.values, blockSlots(capacity) * sizeof(ads_u_val));
-        if (grown == nullptr) {
-            return nullptr;
-        }
-        record.values = static_cast<ads_u_val*>(grown);
+    // Asked for each time, which costs little for a block that stays: behind a vector that another
+    // module made there are no slots but those of its capacity.
+    void* const grown = std::realloc(record.values, blockSlots(capacity) * sizeof(ads_u_val));
+    if (grown == nullptr) {
+        return nullptr;
     }
+    record.values = static_cast<ads_u_val*>(grown);
     std::fill_n(record.values + record.capacity, kGrowStep, ads_u_val {});
     record.capacity = static_cast<short>(capacity);
     return record.values + record.count;

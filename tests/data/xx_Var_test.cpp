@@ -382,6 +382,65 @@ TEST(xx_Var, UnusedSlotsAreZero)
     }
 }
 
+void expectZero(const ads_u_val& slot)
+{
+    for (const double coordinate : slot.rpoint) {
+        EXPECT_EQ(coordinate, 0.0);
+    }
+}
+
+// The block behind the slots grows otherwise than the capacity does.
+TEST(xx_Var, GrowsByTenUpToTheLastValueThatFits)
+{
+    xx_Var record;
+    for (int i = 0; i < xx_Var::kMostValues; ++i) {
+        record.addLong(L"NAME", i);
+        ASSERT_EQ(record.count, i + 1);
+        ASSERT_EQ(record.capacity, i / 10 * 10 + 10);
+        if (i % 10 == 0) { // ten slots are new
+            for (int slot = record.count; slot < record.capacity; ++slot) {
+                expectZero(record.values[slot]);
+            }
+        }
+    }
+    ASSERT_FALSE(HasFailure());
+    record.addLong(L"NAME", -1);
+    EXPECT_EQ(record.count, xx_Var::kMostValues);
+    for (int i = 0; i < xx_Var::kMostValues; ++i) {
+        ASSERT_EQ(record.values[i].rlong, i);
+    }
+}
+
+TEST(xx_Var, KeepsEachOfManyTexts)
+{
+    xx_Var record;
+    fillWithTexts(record, xx_Var::kMostValues + 5);
+    EXPECT_EQ(record.count, xx_Var::kMostValues);
+    EXPECT_EQ(record.capacity, xx_Var::kMostValues);
+    const xx_Var copy(record);
+    for (int i = 0; i < xx_Var::kMostValues; ++i) {
+        ASSERT_EQ(copy.values[i].rstring, std::to_wstring(i));
+    }
+}
+
+TEST(xx_Var, AVectorOfAnotherModuleGrowsToo)
+{
+    // It has no more slots than its capacity tells.
+    for (const int slots : {10, 20, 30, 40, 130, 160, 170, 320}) {
+        xx_Var record(L"NAME", 0);
+        std::free(record.values);
+        record.values = static_cast<ads_u_val*>(
+            std::calloc(static_cast<std::size_t>(slots), sizeof(ads_u_val)));
+        record.count = static_cast<short>(slots);
+        record.capacity = record.count;
+        record.values[slots - 1].rlong = 7;
+        record.addLong(L"NAME", 8);
+        EXPECT_EQ(record.capacity, slots + 10);
+        EXPECT_EQ(record.values[slots - 1].rlong, 7);
+        EXPECT_EQ(record.values[slots].rlong, 8);
+    }
+}
+
 TEST(xx_Var, AClashGrowsAFullRecordAllTheSame)
 {
     RecordingServices services;
