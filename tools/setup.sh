@@ -3,8 +3,8 @@
 set -eu
 
 case "${1:-build}" in
-    build) packages="g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev libcli11-dev
-                     nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev
+    build) packages="g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev unixodbc-dev
+                     libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev
                      python3 python3-ezdxf" ;;
     lint)  packages="clang-format clang-tidy git" ;;
     fuzz)  packages="clang libclang-rt-14-dev" ;;
