@@ -194,6 +194,16 @@ TEST_F(OdbcSqlite, AFailingStatementIsAnErrorAndTheConnectionStays)
     EXPECT_EQ(firstText(m_connection, L"SELECT count(*) FROM Keys"), L"2");
 }
 
+TEST_F(OdbcSqlite, ANameOfADatabaseMayHaveAnyCharacters)
+{
+    const std::wstring name = L"\u00FC\u00F6\u20AC" + times(9, kSmile) + L".sqlite";
+    makeDatabase(m_folder.path(name), L"CREATE TABLE t (a); INSERT INTO t VALUES ('hier')");
+    const std::string before = m_folder.names();
+    m_connection.open(L"Driver=SQLite3;Database=" + m_folder.path(name), L"", L"");
+    EXPECT_EQ(firstText(m_connection, L"SELECT a FROM t"), L"hier");
+    EXPECT_EQ(m_folder.names(), before) << "no other file came to be";
+}
+
 TEST_F(OdbcSqlite, AConnectionCanBeOpenedAnew)
 {
     const std::wstring other = m_folder.path(L"other.sqlite");

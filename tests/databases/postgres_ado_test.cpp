@@ -237,6 +237,19 @@ TEST_F(PostgresAdo, UserAndPasswordAreTakenWhereTheTextHasNone)
     EXPECT_EQ(firstText(other, L"SELECT current_user"), L"jan");
 }
 
+TEST_F(PostgresAdo, ANameOfADatabaseMayHaveOtherLetters)
+{
+    run(m_connection, L"CREATE DATABASE \"t\u00FCren \u20AC\"");
+    std::wstring text = connectionText();
+    const std::wstring part = L"Database=postgres";
+    text.replace(text.find(part), part.size(), L"Database=t\u00FCren \u20AC");
+    ado::Connection other;
+    other.open(text, L"", L"");
+    const auto field = firstField(other, L"SELECT current_database()::text");
+    EXPECT_EQ(field.value.text, L"t\u00FCren \u20AC");
+    EXPECT_EQ(field.type, ado::longWide) << "it is asked by wide functions";
+}
+
 TEST_F(PostgresAdo, AUserWhoIsNotKnownIsRefused)
 {
     std::wstring text = connectionText();

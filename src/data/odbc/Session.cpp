@@ -1,6 +1,7 @@
 #include "data/odbc/Session.h"
 
 #include "data/odbc/sql_text.h"
+#include "platform/text.h"
 
 #include <algorithm>
 #include <array>
@@ -42,6 +43,27 @@ bool carriesWideText(SQLHANDLE connection)
         && std::equal(back.begin(), back.end(), text.begin(), text.end() - 1);
 }
 
+// There are drivers that write the completed text without looking whether it is wanted, so that
+// both ways have a place for it.
+constexpr SQLSMALLINT kCompletedRoom = 1024;
+
+SQLRETURN openWide(SQLHANDLE connection, const std::wstring& text)
+{
+    Units units = toUnits(text);
+    std::array<SQLWCHAR, kCompletedRoom> completed {};
+    SQLSMALLINT length = 0;
+    return SQLDriverConnectW(connection, nullptr, units.data(), SQL_NTS, completed.data(),
+                             kCompletedRoom, &length, SQL_DRIVER_NOPROMPT);
+}
+
+SQLRETURN openNarrow(SQLHANDLE connection, std::string text)
+{
+    std::array<SQLCHAR, kCompletedRoom> completed {};
+    SQLSMALLINT length = 0;
+    return SQLDriverConnect(connection, nullptr, reinterpret_cast<SQLCHAR*>(text.data()), SQL_NTS,
+                            completed.data(), kCompletedRoom, &length, SQL_DRIVER_NOPROMPT);
+}
+
 /// The target in words for a message, without its password.
 std::wstring inWords(const Target& target)
 {
@@ -63,21 +85,30 @@ void Session::connect(const Target& target)
     // Not every driver has a timeout; without one it waits as long as it likes.
     SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, asPointer(kLoginSeconds),
                        SQL_IS_UINTEGER);
-    Units text = toUnits(target.text);
-    // There are drivers that write the completed text without looking whether it is wanted.
-    std::array<SQLWCHAR, 1024> completed {};
-    SQLSMALLINT length = 0;
-    const SQLRETURN done
-        = SQLDriverConnectW(m_connection.get(), nullptr, text.data(), SQL_NTS, completed.data(),
-                            completed.size(), &length, SQL_DRIVER_NOPROMPT);
-    if (!SQL_SUCCEEDED(done)) {
+    // A text that grows as UTF-8 has no room in the driver manager on the way to a driver without
+    // wide functions: a file name would come out as another one. What kind a driver is shows only
+    // when it is connected, and one with wide functions must be asked by those.
+    const std::string narrow = toUtf8(target.text);
+    const bool mayGrow = !isAllAscii(narrow);
+    requireOpen(mayGrow ? openNarrow(m_connection.get(), narrow)
+                        : openWide(m_connection.get(), target.text),
+                target);
+    m_isWide = carriesWideText(m_connection.get());
+    if (m_isWide && mayGrow) {
+        SQLDisconnect(m_connection.get());
+        requireOpen(openWide(m_connection.get(), target.text), target);
+    }
+    m_source = nameOfDatabase(m_connection.get());
+}
+
+void Session::requireOpen(SQLRETURN result, const Target& target) const
+{
+    if (!SQL_SUCCEEDED(result)) {
         const Diagnosis diagnosis = diagnosisOf(ref());
         throw ComError {.code = codeOf(diagnosis, Step::opening),
                         .source = m_source,
                         .description = inWords(target) + L": " + textOf(diagnosis)};
     }
-    m_source = nameOfDatabase(m_connection.get());
-    m_isWide = carriesWideText(m_connection.get());
 }
 
 bool Session::isLost() const

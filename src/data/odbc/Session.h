@@ -41,6 +41,7 @@ private:
     };
 
     void connect(const Target& target);
+    void requireOpen(SQLRETURN result, const Target& target) const;
 
     Environment m_environment;
     Link m_connection;

@@ -45,8 +45,8 @@ void Connection::open(const std::wstring& text, const std::wstring& user,
     if (!password.empty()) {
         target.text += L";PWD=" + quoted(password);
     }
-    // For drivers without wide functions the driver manager converts to the narrow text of the
-    // locale that it finds at the beginning.
+    // The driver manager converts narrow text, such as the messages of drivers without wide
+    // functions, by the locale that it finds at the beginning.
     const platform::Utf8Locale locale;
     m_inside->session = std::make_unique<odbc::Session>(target);
 }
