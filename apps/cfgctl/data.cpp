@@ -8,6 +8,7 @@
 #include <corma/xx_ado.h>
 
 #include <algorithm>
+#include <cmath>
 
 namespace cfgctl {
 
@@ -45,6 +46,10 @@ std::string asCell(const Json& value)
 {
     if (value.is_string()) {
         return withoutControls(value.get<std::string>());
+    }
+    if (value.is_number_float() && std::isinf(value.get<double>())) {
+        return value.get<double>() < 0 ? "-Inf"
+                                       : "Inf"; // as SQLite has it; JSON has no such number
     }
     return value.is_null() ? std::string() : value.dump();
 }

@@ -13,7 +13,8 @@ class xx_VarArray;
 /// `connection` tells the database:
 /// - a file name with ".db3" or ".DB3" in it, spelled so: an SQLite database. It is opened for
 ///   reading only; columns declared exactly INTEGER or INT come as RTLONG (32 bits), REAL as
-///   RTREAL, all others as RTSTR, a NULL in them as the text "NULL";
+///   RTREAL, all others as RTSTR, a NULL in them as the text "NULL". A value above 16 MiB ends the
+///   statement with code 18, a run of more than 30 s with code 9;
 /// - any other file name: an Access database (a folder of dBase files for ".dbf");
 /// - a text with ";" and "\SQL" in it: an SQL Server;
 /// - a text with "Provider=": what that provider takes, with "Provider=MSDASQL" an ODBC connection

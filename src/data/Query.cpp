@@ -10,8 +10,9 @@ bool isFull(int rows)
     if (rows < xx_Var::kMostValues) {
         return false;
     }
-    showUserMessage(formatted(L"Only the first %d rows are kept: a column has no place for more",
-                              xx_Var::kMostValues));
+    showUserMessage(
+        formatted(L"Only the first %d rows are kept; ask for the others by another statement",
+                  xx_Var::kMostValues));
     return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace corma {
@@ -10,6 +11,7 @@ struct Query
     std::wstring sql {};
     int maximumRows = 0; // 0 or less: all
     bool debug = false; // shows the statement and what is read
+    std::chrono::milliseconds longest = std::chrono::seconds(30); // that it may run; SQLite only
 
     /// One row more is to be read behind so many.
     [[nodiscard]] bool wantsMoreThan(int rows) const

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <sqlite3.h>
 
 namespace corma {
@@ -27,8 +28,8 @@ constexpr const wchar_t* kFileText = L"Provider=Microsoft.ACE.OLEDB.12.0;Data So
 constexpr const wchar_t* kFolderText = L"Provider=Microsoft.ACE.OLEDB.12.0;Data Source=%s%s;"
                                        L"Extended Properties=dBase IV";
 
-// Most that a database from elsewhere may ask for: far above what words and lists need, and little
-// enough that a made-up one cannot take all memory or time.
+// Most that a value or a statement may ask for: far above what words and lists need, and little
+// enough that a made-up database cannot take all memory by one of them.
 struct Limit
 {
     int id;
@@ -41,7 +42,6 @@ constexpr std::array kLimits = {
     Limit {SQLITE_LIMIT_EXPR_DEPTH, 200},
     Limit {SQLITE_LIMIT_COMPOUND_SELECT, 100},
     Limit {SQLITE_LIMIT_ATTACHED, 0},
-    Limit {SQLITE_LIMIT_TRIGGER_DEPTH, 10},
     Limit {SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 1000},
     Limit {SQLITE_LIMIT_WORKER_THREADS, 0},
 };
@@ -110,6 +110,24 @@ SqliteHandle openSqlite(const std::wstring& path, int& status)
     return database;
 }
 
+bool isSqliteFile(const std::wstring& path)
+{
+    constexpr std::string_view kMagic("SQLite format 3\0", 16);
+    std::array<char, kMagic.size()> begin {};
+    std::ifstream file(platform::locate(path), std::ios::binary);
+    return platform::fileStamp(platform::locate(path)) && file.read(begin.data(), begin.size())
+        && std::ranges::equal(begin, kMagic);
+}
+
+// What the user can do where the name of a database sends it to a provider that cannot read it.
+std::wstring hintFor(const std::wstring& path)
+{
+    if (path.empty()) {
+        return L"A text with .db3 in it names an SQLite file: pass the name of the file alone. ";
+    }
+    return isSqliteFile(path) ? L"An SQLite file needs .db3 or .DB3 in its name. " : L"";
+}
+
 std::unique_ptr<ado::Connection> openByProvider(const std::wstring& path,
                                                 const std::wstring& provider,
                                                 const Credentials& credentials, int& status)
@@ -119,7 +137,8 @@ std::unique_ptr<ado::Connection> openByProvider(const std::wstring& path,
         connection->putProvider(provider);
         connection->open(connectionText(path, credentials.password), L"", L"");
         return connection;
-    } catch (const ComError& error) {
+    } catch (ComError& error) {
+        error.description.insert(0, hintFor(path));
         xx_dump_com_error(error);
         status = RTERROR;
         return nullptr;

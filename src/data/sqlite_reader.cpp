@@ -7,6 +7,7 @@
 #include <corma/xx_Var.h>
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <memory>
 #include <sqlite3.h>
@@ -200,21 +201,41 @@ std::vector<Column> columnsOf(sqlite3* database, sqlite3_stmt* statement)
     return columns;
 }
 
-// Reads texts, into a buffer that it keeps.
+constexpr bool isHalfOfPair(char16_t unit)
+{
+    return unit >= 0xD800 && unit <= 0xDFFF;
+}
+
+// The character at `at`, which moves behind it; of half a pair U+FFFD.
+char32_t nextOf(std::u16string_view units, std::size_t& at)
+{
+    const char16_t first = units[at++];
+    if (!isHalfOfPair(first)) {
+        return first;
+    }
+    const bool isPair
+        = first < 0xDC00 && at < units.size() && isHalfOfPair(units[at]) && units[at] >= 0xDC00;
+    return isPair ? 0x10000 + ((first - 0xD800U) << 10U) + (units[at++] - 0xDC00U) : 0xFFFD;
+}
+
+// Reads texts, into a buffer that it keeps. As UTF-16, in which SQLite has characters only where it
+// puts others in the place of bytes that are none.
 class TextReader
 {
 public:
     const wchar_t* read(sqlite3_stmt* statement, int column)
     {
-        const std::string_view bytes = textOf(statement, column);
-        if (bytes.data() == nullptr) {
+        const auto* const text
+            = static_cast<const char16_t*>(sqlite3_column_text16(statement, column));
+        if (text == nullptr) {
             return L"NULL";
         }
-        m_text.resize(std::max(m_text.size(), bytes.size() + 1));
+        const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(statement, column));
+        const std::u16string_view units(text, bytes / sizeof(char16_t));
+        m_text.resize(std::max(m_text.size(), units.size() + 1));
         wchar_t* out = m_text.data();
-        for (std::size_t at = 0; at < bytes.size();) {
-            const auto byte = static_cast<unsigned char>(bytes[at]);
-            *out++ = static_cast<wchar_t>(byte < 0x80 ? bytes[at++] : corma::nextUtf8(bytes, at));
+        for (std::size_t at = 0; at < units.size();) {
+            *out++ = static_cast<wchar_t>(nextOf(units, at));
         }
         *out = 0;
         return m_text.c_str();
@@ -265,6 +286,36 @@ void readRows(sqlite3* database, sqlite3_stmt* statement, const corma::Query& qu
     }
 }
 
+// While it lives, statements on a database end with the code of an interruption when their time is
+// over: a view of a database from elsewhere may go on for ever.
+class TimeLimit
+{
+public:
+    TimeLimit(sqlite3* database, std::chrono::milliseconds longest)
+        : m_database(database)
+        , m_end(Clock::now() + longest)
+    {
+        constexpr int kSteps = 100'000; // of its machine, between two looks at the clock
+        sqlite3_progress_handler(m_database, kSteps, isOver, this);
+    }
+
+    TimeLimit(const TimeLimit&) = delete;
+    TimeLimit& operator=(const TimeLimit&) = delete;
+
+    ~TimeLimit() { sqlite3_progress_handler(m_database, 0, nullptr, nullptr); }
+
+private:
+    using Clock = std::chrono::steady_clock;
+
+    static int isOver(void* limit)
+    {
+        return Clock::now() >= static_cast<const TimeLimit*>(limit)->m_end ? 1 : 0;
+    }
+
+    sqlite3* m_database;
+    Clock::time_point m_end;
+};
+
 } // namespace
 
 int xx_sqlite_sql(const std::wstring& path, const std::wstring& provider, const corma::Query& query,
@@ -287,6 +338,7 @@ int xx_sqlite_sql(const std::wstring& path, const std::wstring& provider, const 
     }
     result = xx_VarArray();
     if (statement) {
+        const TimeLimit limit(database, query.longest);
         readRows(database, statement.get(), query, result);
     }
     // It gives the code of what failed while rows were read.

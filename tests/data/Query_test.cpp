@@ -34,9 +34,10 @@ TEST(Query, IsOfTooManyRowsWhenAColumnIsFull)
     EXPECT_FALSE(isFull(32'759));
     EXPECT_EQ(services.printed, Messages {});
     EXPECT_TRUE(isFull(32'760));
-    EXPECT_EQ(
-        services.printed,
-        (Messages {L"\n", L"Only the first 32760 rows are kept: a column has no place for more"}));
+    EXPECT_EQ(services.printed,
+              (Messages {
+                  L"\n",
+                  L"Only the first 32760 rows are kept; ask for the others by another statement"}));
 }
 
 const std::wstring kHeading = L"\n======================== kop ===============================";

@@ -172,7 +172,8 @@ TEST_F(AdoRows, AreAsManyAsAColumnHolds)
     values.push_back(ofInteger(VT_I4, -1));
     read(Type::integer, values);
     EXPECT_EQ(status, RTNORM);
-    EXPECT_EQ(shown(), "Only the first 32760 rows are kept: a column has no place for more");
+    EXPECT_EQ(shown(),
+              "Only the first 32760 rows are kept; ask for the others by another statement");
     ASSERT_EQ(result[0]->count, 32'760);
     EXPECT_EQ(result[0]->values[0].rlong, 1);
     EXPECT_EQ(result[0]->values[32'759].rlong, 32'760);

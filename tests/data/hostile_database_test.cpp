@@ -1,4 +1,5 @@
 #include "data/DataTest.h"
+#include "data/sqlite_reader.h"
 #include "platform/text.h"
 
 #include <gtest/gtest.h>
@@ -129,6 +130,21 @@ const ViewRow viewRows[] = {
 
 INSTANTIATE_TEST_SUITE_P(sqlite, HostileView, ::testing::ValuesIn(viewRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
+
+TEST_F(DataTest, AViewWithoutAnEndIsEndedWhenItsTimeIsOver)
+{
+    const auto path = database(L"a.db3",
+                               "CREATE VIEW Keys AS WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL "
+                               "SELECT i+1 FROM n) SELECT count(*) AS E FROM n");
+    const corma::Query query {.sql = L"SELECT * FROM Keys",
+                              .longest = std::chrono::milliseconds(1)};
+    EXPECT_EQ(xx_sqlite_sql(path, L"P", query, result), 9);
+    EXPECT_EQ(shown(),
+              "Error in file xx__sqlite.cpp on line 256\n"
+              "(S=~/a.db3 : finalize : Operation terminated by sqlite3_interrupt(), ec = 9)");
+    EXPECT_EQ(result.length(), 0);
+    EXPECT_EQ(select(path, L"SELECT 6 * 7 AS A"), "A text: 42");
+}
 
 } // namespace
 

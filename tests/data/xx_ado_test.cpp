@@ -23,6 +23,16 @@ protected:
 
     ~Select() override { xx_ado_close_all(); } // while there are providers
 
+    /// What is told of the error in the first provider that a text is passed to.
+    std::string descriptionFor(const std::wstring& text)
+    {
+        constexpr std::string_view kBegin = "\tDescription = ";
+        select(text, L"SELECT");
+        const std::string all = shown();
+        const std::size_t begin = all.find(kBegin) + kBegin.size();
+        return all.substr(begin, all.find('\n', begin) - begin);
+    }
+
     /// What the providers were asked, with "~" for the folder.
     std::string log() { return folder.homely(fromUtf8(providers.log())); }
 
@@ -188,6 +198,19 @@ TEST_F(Select, HasNoPathForAnSqliteFileInATextWithAProvider)
               "Error in file xx__sqlite.cpp on line 137\n"
               "(S= : prepare : Library used incorrectly, ec = 21)");
     EXPECT_EQ(log(), "open X: "); // as for any name that is no SQLite file's
+}
+
+TEST_F(Select, TellsWhatToDoWithAnSqliteFileThatGoesToAProvider)
+{
+    database(L"here/a.sqlite", kOne);
+    folder.write(L"here/a.mdb", "");
+    providers.refuses = true;
+    EXPECT_EQ(descriptionFor(L"a.mdb"), "refused");
+    EXPECT_EQ(descriptionFor(L"a.sqlite"),
+              "An SQLite file needs .db3 or .DB3 in its name. refused");
+    EXPECT_EQ(
+        descriptionFor(L"Provider=X;Data Source=a.db3"),
+        "A text with .db3 in it names an SQLite file: pass the name of the file alone. refused");
 }
 
 TEST_F(Select, ReadsAFileWithAnSqlServersSignsInItsName)

@@ -45,9 +45,9 @@ std::wstring PostgresTest::connectionText(const PostgresServer& server)
         + L";BoolsAsChar=0";
 }
 
-std::wstring PostgresTest::folder()
+int PostgresTest::port()
 {
-    return serverOfAll->server->folder();
+    return serverOfAll->server->port();
 }
 
 } // namespace corma::testing

@@ -18,8 +18,8 @@ protected:
     /// The same for another server.
     static std::wstring connectionText(const PostgresServer& server);
 
-    /// The folder of its socket.
-    static std::wstring folder();
+    /// The port that it listens on.
+    static int port();
 };
 
 } // namespace corma::testing

@@ -3,7 +3,7 @@
 #include "platform/platform.h"
 
 #include <algorithm>
-#include <array>
+#include <arpa/inet.h>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -11,12 +11,13 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <grp.h>
+#include <netinet/in.h>
 #include <optional>
 #include <pwd.h>
 #include <sstream>
 #include <stdexcept>
 #include <sys/prctl.h>
-#include <sys/un.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <thread>
@@ -30,7 +31,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kUser = "corma"; // of the database
-constexpr const char* kSocketName = "/.s.PGSQL.5432";
+constexpr int kMostTries = 5; // of ports, each of which somebody else may take meanwhile
 constexpr int kCannotStart = 127;
 constexpr auto kStartTime = std::chrono::seconds(60);
 constexpr auto kStopTime = std::chrono::seconds(10);
@@ -89,13 +90,23 @@ std::optional<Identity> otherIdentity()
     throw std::runtime_error("there is no user but root to run a server");
 }
 
-/// The folder for the server: that for temporary files, unless its path is too long for a socket.
-std::string parentFolder()
+/// A port of this machine that nobody uses now.
+int freePort()
 {
-    constexpr std::size_t kOwnName = sizeof("/corma-test-XXXXXX");
-    const std::string usual = fs::temp_directory_path().native();
-    const std::size_t length = usual.size() + kOwnName + std::string(kSocketName).size();
-    return length < sizeof(sockaddr_un::sun_path) ? usual : "/tmp";
+    const int listener = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address {};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof(address);
+    auto* const place = reinterpret_cast<sockaddr*>(&address);
+    const bool isFound
+        = ::bind(listener, place, size) == 0 && ::getsockname(listener, place, &size) == 0;
+    const int error = errno;
+    ::close(listener);
+    if (!isFound) {
+        throw std::system_error(error, std::generic_category(), "no free port");
+    }
+    return ntohs(address.sin_port);
 }
 
 /// A program to be run by the server's user, in its folder.
@@ -158,10 +169,15 @@ bool hasEnded(pid_t process, std::chrono::milliseconds time, int& status)
 } // namespace
 
 PostgresServer::PostgresServer()
-    : m_folder(parentFolder())
 {
     try {
-        start();
+        makeData();
+        int tries = 1;
+        while (!startOnAFreePort()) {
+            if (++tries > kMostTries) {
+                throw std::runtime_error("it ended at once");
+            }
+        }
     } catch (const std::exception& error) {
         kill();
         const std::string log = m_folder.has(L"log") ? m_folder.read(L"log") : "";
@@ -182,7 +198,7 @@ std::string PostgresServer::missing()
 
 std::wstring PostgresServer::connectionText() const
 {
-    return L"Server=" + folder() + L";Port=5432;Database=postgres;UID=corma";
+    return L"Server=127.0.0.1;Port=" + std::to_wstring(m_port) + L";Database=postgres;UID=corma";
 }
 
 void PostgresServer::kill()
@@ -199,7 +215,7 @@ void PostgresServer::kill()
     m_process = 0;
 }
 
-void PostgresServer::start()
+void PostgresServer::makeData()
 {
     const auto bin = programs();
     if (!bin) {
@@ -207,38 +223,43 @@ void PostgresServer::start()
     }
     const auto identity = otherIdentity();
     const std::string home = platform::toNative(folder());
-    const std::string data = home + "/data";
-    const std::string log = home + "/log";
     if (identity && ::chown(home.c_str(), identity->user, identity->group) != 0) {
         throw std::system_error(errno, std::generic_category(), home);
     }
-
     int status = 0;
     const pid_t making
-        = startProgram({{*bin / "initdb", "-D", data, "-U", kUser, "-A", "trust", "-E", "UTF8",
-                         "--locale=C", "--no-sync", "--no-instructions"},
+        = startProgram({{*bin / "initdb", "-D", home + "/data", "-U", kUser, "-A", "trust", "-E",
+                         "UTF8", "--locale=C", "--no-sync", "--no-instructions"},
                         home,
-                        log},
+                        home + "/log"},
                        identity);
     if (!hasEnded(making, kStartTime, status) || status != 0) {
         ::kill(making, SIGKILL);
         throw std::runtime_error("initdb failed");
     }
+}
 
-    m_process
-        = startProgram({{*bin / "postgres", "-D", data, "-k", home, "-c", "listen_addresses=", "-c",
-                         "fsync=off", "-c", "shared_buffers=4MB", "-c", "max_connections=20"},
-                        home,
-                        log},
-                       identity);
+// False when it ended at once, as it does on a port that was taken meanwhile.
+bool PostgresServer::startOnAFreePort()
+{
+    m_port = freePort();
+    const std::string home = platform::toNative(folder());
+    m_process = startProgram(
+        {{*programs() / "postgres", "-D", home + "/data", "-c", "listen_addresses=127.0.0.1", "-p",
+          std::to_string(m_port), "-c", "unix_socket_directories=", "-c", "fsync=off", "-c",
+          "shared_buffers=4MB", "-c", "max_connections=20"},
+         home,
+         home + "/log"},
+        otherIdentity());
+    int status = 0;
     for (int steps = 0; steps < kStartTime / kStep; ++steps) {
         if (hasEnded(m_process, {}, status)) {
             m_process = 0;
-            throw std::runtime_error("it ended at once");
+            return false;
         }
         const std::wstring state = L"data/postmaster.pid";
         if (m_folder.has(state) && m_folder.read(state).find("ready") != std::string::npos) {
-            return;
+            return true;
         }
     }
     throw std::runtime_error("it takes too long");

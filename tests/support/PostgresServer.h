@@ -7,9 +7,9 @@
 
 namespace corma::testing {
 
-/// A PostgreSQL server of the test's own, in a folder that goes away with it. It listens on a
-/// socket in that folder only, so that any number of them run beside each other. It ends with the
-/// object, and with the process whatever happens to that.
+/// A PostgreSQL server of the test's own, in a folder that goes away with it. It listens on a free
+/// port of this machine that nobody else reaches, so that any number of them run beside each other.
+/// It ends with the object, and with the process whatever happens to that.
 class PostgresServer
 {
 public:
@@ -32,13 +32,17 @@ public:
     /// Where its data are.
     [[nodiscard]] const std::wstring& folder() const { return m_folder.path(); }
 
+    [[nodiscard]] int port() const { return m_port; }
+
     /// The process; 0 when it ended.
     [[nodiscard]] pid_t process() const { return m_process; }
 
 private:
-    void start();
+    void makeData();
+    bool startOnAFreePort();
 
     TempFolder m_folder;
+    int m_port = 0;
     pid_t m_process = 0;
 };
 
