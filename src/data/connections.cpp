@@ -120,12 +120,13 @@ bool isSqliteFile(const std::wstring& path)
 }
 
 // What the user can do where the name of a database sends it to a provider that cannot read it.
-std::wstring hintFor(const std::wstring& path)
+std::wstring adviceFor(const std::wstring& path, const std::wstring& description)
 {
     if (path.empty()) {
-        return L"A text with .db3 in it names an SQLite file: pass the name of the file alone. ";
+        return L"A text with .db3 in it names an SQLite file: pass the name of the file alone.";
     }
-    return isSqliteFile(path) ? L"An SQLite file needs .db3 or .DB3 in its name. " : L"";
+    return (isSqliteFile(path) ? L"An SQLite file needs .db3 or .DB3 in its name. " : L"")
+        + description;
 }
 
 std::unique_ptr<ado::Connection> openByProvider(const std::wstring& path,
@@ -138,7 +139,7 @@ std::unique_ptr<ado::Connection> openByProvider(const std::wstring& path,
         connection->open(connectionText(path, credentials.password), L"", L"");
         return connection;
     } catch (ComError& error) {
-        error.description.insert(0, hintFor(path));
+        error.description = adviceFor(path, error.description);
         xx_dump_com_error(error);
         status = RTERROR;
         return nullptr;

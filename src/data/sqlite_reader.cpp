@@ -10,6 +10,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <sqlite3.h>
 #include <vector>
 
@@ -218,30 +219,80 @@ char32_t nextOf(std::u16string_view units, std::size_t& at)
     return isPair ? 0x10000 + ((first - 0xD800U) << 10U) + (units[at++] - 0xDC00U) : 0xFFFD;
 }
 
-// Reads texts, into a buffer that it keeps. As UTF-16, in which SQLite has characters only where it
-// puts others in the place of bytes that are none.
+// Reads texts, into a buffer that it keeps: what SQLite has for them in UTF-16, where it puts
+// others in the place of bytes that are no characters. ASCII, as most texts are, is the same in
+// UTF-8, which is quicker to get; but UTF-16 must not be turned into that and back.
 class TextReader
 {
 public:
-    const wchar_t* read(sqlite3_stmt* statement, int column)
+    TextReader(sqlite3* database, sqlite3_stmt* statement)
+        : m_database(database)
+        , m_statement(statement)
+    {
+    }
+
+    const wchar_t* read(int column)
+    {
+        switch (sqlite3_column_type(m_statement, column)) {
+        case SQLITE_NULL:
+            return L"NULL";
+        case SQLITE_TEXT:
+        case SQLITE_BLOB:
+            return (isUtf8() && readAscii(column)) || readUtf16(column) ? m_text.c_str() : L"NULL";
+        default: // a number
+            readAscii(column);
+            return m_text.c_str();
+        }
+    }
+
+private:
+    bool isUtf8()
+    {
+        if (!m_isUtf8) {
+            int code = 0;
+            const Statement encoding = prepare(m_database, "PRAGMA encoding", code);
+            m_isUtf8 = encoding && sqlite3_step(encoding.get()) == SQLITE_ROW
+                && textOf(encoding.get(), 0) == "UTF-8";
+        }
+        return *m_isUtf8;
+    }
+
+    // False for a text with other characters.
+    bool readAscii(int column)
+    {
+        const std::string_view bytes = textOf(m_statement, column);
+        wchar_t* out = roomFor(bytes.size());
+        for (const char byte : bytes) {
+            *out++ = static_cast<wchar_t>(byte);
+        }
+        *out = 0;
+        return corma::isAllAscii(bytes);
+    }
+
+    // False for want of memory.
+    bool readUtf16(int column)
     {
         const auto* const text
-            = static_cast<const char16_t*>(sqlite3_column_text16(statement, column));
-        if (text == nullptr) {
-            return L"NULL";
-        }
-        const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(statement, column));
-        const std::u16string_view units(text, bytes / sizeof(char16_t));
-        m_text.resize(std::max(m_text.size(), units.size() + 1));
-        wchar_t* out = m_text.data();
+            = static_cast<const char16_t*>(sqlite3_column_text16(m_statement, column));
+        const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(m_statement, column));
+        const std::u16string_view units(text, text == nullptr ? 0 : bytes / sizeof(char16_t));
+        wchar_t* out = roomFor(units.size());
         for (std::size_t at = 0; at < units.size();) {
             *out++ = static_cast<wchar_t>(nextOf(units, at));
         }
         *out = 0;
-        return m_text.c_str();
+        return text != nullptr;
     }
 
-private:
+    wchar_t* roomFor(std::size_t characters)
+    {
+        m_text.resize(std::max(m_text.size(), characters + 1));
+        return m_text.data();
+    }
+
+    sqlite3* m_database;
+    sqlite3_stmt* m_statement;
+    std::optional<bool> m_isUtf8; // not asked for yet
     std::wstring m_text;
 };
 
@@ -257,7 +308,7 @@ void readRow(sqlite3_stmt* statement, std::vector<Column>& columns, TextReader& 
             column.values->add(column.name.c_str(), sqlite3_column_double(statement, index));
             break;
         case Kind::text:
-            column.values->addText(column.name.c_str(), texts.read(statement, index));
+            column.values->addText(column.name.c_str(), texts.read(index));
             break;
         }
         ++index;
@@ -268,7 +319,7 @@ void readRows(sqlite3* database, sqlite3_stmt* statement, const corma::Query& qu
               xx_VarArray& result)
 {
     std::vector<Column> columns;
-    TextReader texts;
+    TextReader texts(database, statement);
     int rows = 0;
     while (query.wantsMoreThan(rows) && sqlite3_step(statement) == SQLITE_ROW
            && !corma::isFull(rows)) {

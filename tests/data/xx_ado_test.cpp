@@ -208,9 +208,8 @@ TEST_F(Select, TellsWhatToDoWithAnSqliteFileThatGoesToAProvider)
     EXPECT_EQ(descriptionFor(L"a.mdb"), "refused");
     EXPECT_EQ(descriptionFor(L"a.sqlite"),
               "An SQLite file needs .db3 or .DB3 in its name. refused");
-    EXPECT_EQ(
-        descriptionFor(L"Provider=X;Data Source=a.db3"),
-        "A text with .db3 in it names an SQLite file: pass the name of the file alone. refused");
+    EXPECT_EQ(descriptionFor(L"Provider=X;Data Source=a.db3"),
+              "A text with .db3 in it names an SQLite file: pass the name of the file alone.");
 }
 
 TEST_F(Select, ReadsAFileWithAnSqlServersSignsInItsName)

@@ -92,7 +92,8 @@ Target targetOf(const std::wstring& text, const std::wstring& provider)
     }
     auto odbc = odbcText(text, provider, providerTable());
     if (!odbc) {
-        failWithoutRow(target.provider);
+        const std::wstring extended = valueOf(connectionParts(text), L"Extended Properties");
+        failWithoutRow(extended.empty() ? target.provider : target.provider + L'/' + extended);
     }
     const ConnectionParts parts = connectionParts(*odbc);
     target.driver = valueOf(parts, L"Driver");
