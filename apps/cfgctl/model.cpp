@@ -198,7 +198,7 @@ public:
         const corma::ShownLevels shown = m_hidden ? allBut(*m_hidden) : corma::ShownLevels {};
         const corma::SettingsModel model(request(options));
         tellOfAnotherCategory(model);
-        RowList list(configurationFile(), options);
+        RowList list(model.configurationFile(), options);
         for (int i = 0; i < m_fills; ++i) {
             model.fillList(m_category, list, search(), shown);
         }

@@ -1,9 +1,5 @@
 #include "model_command.h"
 
-#include "text.h"
-
-#include <filesystem>
-
 namespace cfgctl {
 
 void ModelCommand::declareFile(Syntax& syntax)
@@ -25,16 +21,6 @@ corma::ModelRequest ModelCommand::request(const Options& options) const
         throw UsageError("--project is empty; pass the name of a project file");
     }
     return {m_file, options.language, m_project, options.drawing.has_value()};
-}
-
-// A lookup would search other folders first; the model takes the file of the current folder, and
-// puts an extension behind a name with a folder only.
-std::wstring ModelCommand::configurationFile() const
-{
-    const bool hasFolder = m_file.find_first_of(L"/\\") != std::wstring::npos;
-    const bool hasDot = m_file.find(L'.') != std::wstring::npos;
-    const std::wstring name = hasFolder && !hasDot ? m_file + L".ini" : m_file;
-    return toWide(std::filesystem::absolute(toBytes(name)).string());
 }
 
 } // namespace cfgctl

@@ -15,9 +15,6 @@ protected:
     /// Throws UsageError for a project without a name.
     [[nodiscard]] corma::ModelRequest request(const Options& options) const;
 
-    /// The full path of the file that the model is loaded from.
-    [[nodiscard]] std::wstring configurationFile() const;
-
 private:
     std::wstring m_file;
     std::optional<std::wstring> m_project;

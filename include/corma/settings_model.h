@@ -145,6 +145,9 @@ public:
     /// False when the configuration file, or the project file of the request, could not be opened.
     [[nodiscard]] bool isComplete() const;
 
+    /// The full path of the configuration file; also of one that could not be opened.
+    [[nodiscard]] std::wstring configurationFile() const;
+
     [[nodiscard]] bool projectMode() const; ///< a project file is loaded
     [[nodiscard]] bool localMode() const; ///< the level of the drawing is loaded
 

@@ -1,4 +1,5 @@
 #include "host/host.h"
+#include "platform/platform.h"
 #include "settings/apply_value.h"
 #include "settings/model_start.h"
 #include <corma/settings_model.h>
@@ -75,6 +76,12 @@ SettingsModel::~SettingsModel() = default;
 bool SettingsModel::isComplete() const
 {
     return m_inside->isComplete();
+}
+
+std::wstring SettingsModel::configurationFile() const
+{
+    const FileNameSet& names = m_inside->started.fileNames;
+    return platform::fullPath(names.globalFolder + names.fileName);
 }
 
 bool SettingsModel::projectMode() const

@@ -53,6 +53,11 @@ std::string CfgctlTest::pathOf(std::string_view name) const
     return (std::filesystem::canonical(platform::toNative(folder.path())) / name).native();
 }
 
+SqliteFile CfgctlTest::database(std::string_view name) const
+{
+    return SqliteFile(platform::fromNative(pathOf(name)));
+}
+
 void CfgctlTest::write(std::string_view name, std::string_view bytes) const
 {
     folder.write(platform::fromNative(name), bytes);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "RunProgram.h"
+#include "support/SqliteFile.h"
 #include "support/TempFolder.h"
 
 #include <filesystem>
@@ -15,6 +16,12 @@ namespace corma::testing {
 
 using Json = nlohmann::ordered_json;
 using Words = std::vector<std::string>;
+
+/// Statements for a translation database in which WOOD has a word in each language.
+inline constexpr const char* kWords
+    = "CREATE TABLE Keys(Key TEXT,E TEXT,F TEXT,G TEXT,S TEXT,N TEXT);"
+      "INSERT INTO Keys VALUES('WOOD','Wood','Bois','Holz','Madera','Hout'),"
+      "('STEEL','Steel','Acier','Stahl','Acero','Staal')";
 
 /// Runs cfgctl in a folder of its own.
 class CfgctlTest : public ::testing::Test
@@ -48,6 +55,9 @@ protected:
 
     /// Puts a copy of a drawing of the test data, such as "r2000", into the folder.
     void copyDrawing(const std::string& drawing, std::string_view name) const;
+
+    /// The SQLite database of a name in the folder, which is made when there is none.
+    SqliteFile database(std::string_view name) const;
 
     TempFolder folder;
     std::string workIn; // the current folder of the program; empty: the test's folder

@@ -1,7 +1,6 @@
 // cfgctl sql and translate.
 
 #include "CfgctlTest.h"
-#include "TestDatabase.h"
 
 #include <gmock/gmock.h>
 
@@ -19,10 +18,10 @@ class CfgctlSql : public CfgctlTest
 protected:
     CfgctlSql()
     {
-        makeDatabase(pathOf("wand.db3"),
-                     "CREATE TABLE Wand(Naam VARCHAR,Aantal INTEGER,Dikte REAL);"
-                     "INSERT INTO Wand VALUES('binnen',3,70.5),('buiten',-2,365),"
-                     "(NULL,NULL,NULL)");
+        database("wand.db3")
+            .run("CREATE TABLE Wand(Naam VARCHAR,Aantal INTEGER,Dikte REAL);"
+                 "INSERT INTO Wand VALUES('binnen',3,70.5),('buiten',-2,365),"
+                 "(NULL,NULL,NULL)");
     }
 
     // What is reported of wand.db3 when a statement does not run.
@@ -96,8 +95,7 @@ TEST_F(CfgctlSql, ShowsNothingWhenThereIsNoRow)
 
 TEST_F(CfgctlSql, KeepsARowOnItsLine)
 {
-    makeDatabase(pathOf("wand.db3"),
-                 "DELETE FROM Wand;INSERT INTO Wand VALUES('a\tb\r\nc \xC3\xA9',1,2)");
+    database("wand.db3").run("DELETE FROM Wand;INSERT INTO Wand VALUES('a\tb\r\nc \xC3\xA9',1,2)");
     EXPECT_EQ(run({"sql", "wand.db3", "SELECT Naam,Aantal FROM Wand"}).out,
               "Naam\tAantal\na b  c \xC3\xA9\t1\n");
     EXPECT_EQ(json({"sql", "wand.db3", "SELECT Naam FROM Wand"}),
@@ -107,7 +105,7 @@ TEST_F(CfgctlSql, KeepsARowOnItsLine)
 
 TEST_F(CfgctlSql, TakesNamesOfAllKinds)
 {
-    makeDatabase(pathOf("w\xC3\xB6rter.DB3"), kWords);
+    database("w\xC3\xB6rter.DB3").run(kWords);
     EXPECT_EQ(run({"sql", "w\xC3\xB6rter.DB3",
                    "SELECT G AS \"\xD0\xB4\xD0\xB0\" FROM Keys WHERE Key='WOOD'"})
                   .out,
@@ -117,7 +115,7 @@ TEST_F(CfgctlSql, TakesNamesOfAllKinds)
 TEST_F(CfgctlSql, FindsADatabaseInASupportFolder)
 {
     write("map/x", "");
-    makeDatabase(pathOf("map/woorden.db3"), kWords);
+    database("map/woorden.db3").run(kWords);
     environment["ACAD"] = pathOf("map");
     EXPECT_EQ(run({"sql", "woorden.db3", "SELECT N FROM Keys", "--max=1"}).out, "N\nHout\n");
 }
@@ -213,7 +211,7 @@ protected:
     CfgctlTranslate()
     {
         write("tool.ini", "TranslateDB=woorden.db3\n");
-        makeDatabase(pathOf("woorden.db3"), kWords);
+        database("woorden.db3").run(kWords);
     }
 
     // The line that is printed, of a command that succeeds; standard error is `told`.
@@ -258,13 +256,13 @@ TEST_F(CfgctlTranslate, LeavesAWordThatTheDatabaseLacks)
 
 TEST_F(CfgctlTranslate, TakesTheFirstOfSeveralRows)
 {
-    makeDatabase(pathOf("woorden.db3"), "INSERT INTO Keys(Key,E) VALUES('WOOD','Timber')");
+    database("woorden.db3").run("INSERT INTO Keys(Key,E) VALUES('WOOD','Timber')");
     EXPECT_EQ(translated("WOOD"), "Wood\n");
 }
 
 TEST_F(CfgctlTranslate, ShowsWhatTheColumnHolds)
 {
-    makeDatabase(pathOf("woorden.db3"), "INSERT INTO Keys(Key,E,N) VALUES('OAK','',NULL)");
+    database("woorden.db3").run("INSERT INTO Keys(Key,E,N) VALUES('OAK','',NULL)");
     EXPECT_EQ(translated("OAK"), "\n");
     EXPECT_EQ(translated("OAK", {"--language=19"}), "NULL\n");
 }
@@ -272,7 +270,7 @@ TEST_F(CfgctlTranslate, ShowsWhatTheColumnHolds)
 // The statement breaks at it.
 TEST_F(CfgctlTranslate, LeavesAWordWithAnApostrophe)
 {
-    makeDatabase(pathOf("woorden.db3"), "INSERT INTO Keys(Key,E) VALUES('O''K','Oak')");
+    database("woorden.db3").run("INSERT INTO Keys(Key,E) VALUES('O''K','Oak')");
     EXPECT_EQ(translated("O'K"), "O'K\n");
     EXPECT_EQ(told,
               "Error in file xx__sqlite.cpp on line 137\n(S=" + pathOf("woorden.db3")
@@ -291,8 +289,8 @@ TEST_F(CfgctlTranslate, LeavesTheWordWithoutADatabase)
 
 TEST_F(CfgctlTranslate, LeavesTheWordWithoutItsColumn)
 {
-    makeDatabase(pathOf("klein.db3"),
-                 "CREATE TABLE Keys(Key TEXT,F TEXT);INSERT INTO Keys VALUES('WOOD','Bois')");
+    database("klein.db3")
+        .run("CREATE TABLE Keys(Key TEXT,F TEXT);INSERT INTO Keys VALUES('WOOD','Bois')");
     write("tool.ini", "TranslateDB=klein.db3\n");
     EXPECT_EQ(translated("WOOD", {"--language=12"}), "Bois\n");
     EXPECT_EQ(translated("WOOD", {"--language=19"}), "WOOD\n");
@@ -302,7 +300,7 @@ TEST_F(CfgctlTranslate, LeavesTheWordWithoutItsColumn)
 
 TEST_F(CfgctlTranslate, TellsOfADatabaseWithoutTheTable)
 {
-    makeDatabase(pathOf("leeg.db3"), "CREATE TABLE Woorden(Key TEXT,E TEXT)");
+    database("leeg.db3").run("CREATE TABLE Woorden(Key TEXT,E TEXT)");
     write("tool.ini", "TranslateDB=leeg.db3\n");
     EXPECT_EQ(translated("WOOD"), "WOOD\n");
     EXPECT_THAT(told, HasSubstr("leeg.db3 : prepare : SQL error or missing database, ec = 1"));
@@ -326,8 +324,8 @@ TEST_F(CfgctlTranslate, TellsOfAConfigurationFileThatIsNotThere)
 TEST_F(CfgctlTranslate, LooksItsDatabaseUpAsEverySetting)
 {
     write("norm.ini", "TranslateDB=norm.db3\n");
-    makeDatabase(pathOf("norm.db3"),
-                 "CREATE TABLE Keys(Key TEXT,E TEXT);INSERT INTO Keys VALUES('WOOD','Timber')");
+    database("norm.db3")
+        .run("CREATE TABLE Keys(Key TEXT,E TEXT);INSERT INTO Keys VALUES('WOOD','Timber')");
     write("tool.ini", "#INCLUDE=norm.ini\nTranslateDB=woorden.db3\n");
     EXPECT_EQ(translated("WOOD"), "Timber\n");
 

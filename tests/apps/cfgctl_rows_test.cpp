@@ -1,7 +1,6 @@
 // cfgctl rows: how a list shows a category, and wrong usage of the commands over the model.
 
 #include "CfgctlTest.h"
-#include "TestDatabase.h"
 
 #include <gmock/gmock.h>
 
@@ -217,7 +216,7 @@ protected:
               "[Trap]\nSoort=c choices={WOOD,STEEL}\nVrij=q choices={WOOD,STEEL}\n"
               "Eigen=q choices={WOOD}\nLeeg=c choices={WOOD}\nAan=t\nOud=o\n"
               "Vast=c choices={STEEL} readonly=true\n");
-        makeDatabase(pathOf("woorden.db3"), kWords);
+        database("woorden.db3").run(kWords);
     }
 
     // The rows as "name value, name value".
@@ -260,8 +259,8 @@ TEST_F(CfgctlRowsTranslated, TakeTheDatabaseOfTheirOwnFile)
 {
     write("map/bouw.ini", "TranslateDB=map/anders.db3\n[Trap]\nSoort=WOOD\n");
     write("map/bouw.inr", "[Trap]\nSoort=c choices={WOOD}\n");
-    makeDatabase(pathOf("map/anders.db3"),
-                 "CREATE TABLE Keys(Key TEXT,E TEXT);INSERT INTO Keys VALUES('WOOD','Timber')");
+    database("map/anders.db3")
+        .run("CREATE TABLE Keys(Key TEXT,E TEXT);INSERT INTO Keys VALUES('WOOD','Timber')");
     const Words search {"Trap", "--search=soort"};
     const auto of = [&](Words words) {
         words.insert(words.end(), search.begin(), search.end());

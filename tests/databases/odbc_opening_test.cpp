@@ -99,6 +99,17 @@ TEST(Opening, AProviderThatNobodyKnowsIsNamed)
               L"begin the connection with \"DSN=\" or \"Driver=\".");
 }
 
+TEST(Opening, AFormatThatNobodyKnowsIsNamedWithItsProvider)
+{
+    const RecordingServices services;
+    const auto error = errorOfOpening(
+        L"Provider=Microsoft.ACE.OLEDB.12.0;Data Source=/x/;Extended Properties=dBase IV");
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->description,
+                ::testing::StartsWith(L"No ODBC driver is known for provider "
+                                      L"\"Microsoft.ACE.OLEDB.12.0/dBase IV\"."));
+}
+
 TEST(Opening, ADriverThatIsNotInstalledIsNamed)
 {
     const RecordingServices services;

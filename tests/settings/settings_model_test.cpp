@@ -65,6 +65,20 @@ protected:
     }
 };
 
+TEST_F(SettingsModelTest, TellsWhichFileItIsLoadedFrom)
+{
+    const auto fileOf = [](const std::wstring& name) {
+        return SettingsModel({.file = name}).configurationFile();
+    };
+    folder.write(L"tool.ini", "A=1\n");
+    folder.write(L"plain", "A=1\n");
+    EXPECT_EQ(fileOf(folder.path(L"tool")), folder.path(L"tool.ini"));
+    EXPECT_EQ(fileOf(folder.path(L"weg.ini")), folder.path(L"weg.ini"));
+    const corma::testing::CurrentFolder here(folder.path());
+    EXPECT_EQ(fileOf(L"tool.ini"), folder.path(L"tool.ini"));
+    EXPECT_EQ(fileOf(L"plain"), folder.path(L"plain"));
+}
+
 TEST_F(SettingsModelTest, TellsAllThatTheFilesTell)
 {
     folder.write(L"tool.inr",
