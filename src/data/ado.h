@@ -52,7 +52,8 @@ public:
     /// Who opens the connection, unless its text names another provider.
     void putProvider(const std::wstring& provider);
 
-    void open(const std::wstring& text, const std::wstring& user, const std::wstring& password);
+    /// User and password are in the text where the database wants them.
+    void open(const std::wstring& text);
 
     /// True when the other side is gone, so that nothing more will come of it.
     [[nodiscard]] bool isLost() const;

@@ -33,8 +33,7 @@ Connection::~Connection() = default;
 
 void Connection::putProvider(const std::wstring& /*provider*/) { }
 
-void Connection::open(const std::wstring& /*text*/, const std::wstring& /*user*/,
-                      const std::wstring& /*password*/)
+void Connection::open(const std::wstring& /*text*/)
 {
     fail();
 }

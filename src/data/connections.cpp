@@ -136,7 +136,7 @@ std::unique_ptr<ado::Connection> openByProvider(const std::wstring& path,
     try {
         auto connection = std::make_unique<ado::Connection>();
         connection->putProvider(provider);
-        connection->open(connectionText(path, credentials.password), L"", L"");
+        connection->open(connectionText(path, credentials.password));
         return connection;
     } catch (ComError& error) {
         error.description = adviceFor(path, error.description);

@@ -82,11 +82,10 @@ void Connection::putProvider(const std::wstring& provider)
     m_inside->provider = provider;
 }
 
-void Connection::open(const std::wstring& text, const std::wstring& user,
-                      const std::wstring& password)
+void Connection::open(const std::wstring& text)
 {
     FakeProviders& providers = FakeProviders::current();
-    providers.note(L"open " + m_inside->provider + L": " + text + user + password);
+    providers.note(L"open " + m_inside->provider + L": " + text);
     if (providers.refuses) {
         fail(L"refused");
     }

@@ -18,7 +18,7 @@ TEST(WithoutOdbc, NoConnectionOpens)
     ado::Connection connection;
     connection.putProvider(L"MSDASQL");
     try {
-        connection.open(L"Driver=SQLite3;Database=x", L"", L"");
+        connection.open(L"Driver=SQLite3;Database=x");
         FAIL() << "it opened";
     } catch (const ComError& error) {
         EXPECT_EQ(error.code, 0x80040154U);

@@ -54,7 +54,7 @@ protected:
                      L"CREATE TABLE Keys (Key VARCHAR(20), N TEXT, Aantal INTEGER);"
                      L"INSERT INTO Keys VALUES ('t\u00FCr', 'deur \u20AC', 1);"
                      L"INSERT INTO Keys VALUES ('wand', NULL, 2);");
-        m_connection.open(connectionText(), L"", L"");
+        m_connection.open(connectionText());
     }
 
     [[nodiscard]] std::wstring connectionText() const
@@ -199,7 +199,7 @@ TEST_F(OdbcSqlite, ANameOfADatabaseMayHaveAnyCharacters)
     const std::wstring name = L"\u00FC\u00F6\u20AC" + times(9, kSmile) + L".sqlite";
     makeDatabase(m_folder.path(name), L"CREATE TABLE t (a); INSERT INTO t VALUES ('hier')");
     const std::string before = m_folder.names();
-    m_connection.open(L"Driver=SQLite3;Database=" + m_folder.path(name), L"", L"");
+    m_connection.open(L"Driver=SQLite3;Database=" + m_folder.path(name));
     EXPECT_EQ(firstText(m_connection, L"SELECT a FROM t"), L"hier");
     EXPECT_EQ(m_folder.names(), before) << "no other file came to be";
 }
@@ -208,7 +208,7 @@ TEST_F(OdbcSqlite, AConnectionCanBeOpenedAnew)
 {
     const std::wstring other = m_folder.path(L"other.sqlite");
     makeDatabase(other, L"CREATE TABLE Keys (Key TEXT); INSERT INTO Keys VALUES ('ander');");
-    m_connection.open(L"driver=sqlite3;database=" + other, L"", L"");
+    m_connection.open(L"driver=sqlite3;database=" + other);
     EXPECT_EQ(firstText(m_connection, L"SELECT Key FROM Keys"), L"ander");
 }
 

@@ -44,7 +44,7 @@ std::optional<ComError> errorOfOpening(const std::wstring& text)
 {
     try {
         ado::Connection connection;
-        connection.open(text, L"", L"");
+        connection.open(text);
         return std::nullopt;
     } catch (const ComError& error) {
         return error;
