@@ -1,5 +1,7 @@
 #include "benchmark_run.h"
 
+#include <cstdio>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace corma::bench {
@@ -66,6 +68,16 @@ bool initialize(int argc, char** argv)
     auto count = static_cast<int>(pointers.size());
     benchmark::Initialize(&count, pointers.data());
     return !benchmark::ReportUnrecognizedArguments(count, pointers.data());
+}
+
+int runProgram(const char* name, int (*run)(int argc, char** argv), int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s: %s\n", name, error.what());
+        return EXIT_FAILURE;
+    }
 }
 
 } // namespace corma::bench

@@ -37,4 +37,8 @@ private:
 /// unless they say something else. False for an argument that it does not know.
 bool initialize(int argc, char** argv);
 
+/// What main() of such a program returns: the status of `run`, or failure with what it throws told
+/// under the program's name.
+int runProgram(const char* name, int (*run)(int argc, char** argv), int argc, char** argv);
+
 } // namespace corma::bench

@@ -431,10 +431,5 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    try {
-        return corma::bench::run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "corma_bench: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    return corma::bench::runProgram("corma_bench", corma::bench::run, argc, argv);
 }

@@ -11,9 +11,7 @@
 #include <corma/xx_ado.h>
 
 #include <array>
-#include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <memory>
 #include <sqlite3.h>
@@ -255,10 +253,5 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    try {
-        return corma::bench::run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "corma_bench_data: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    return corma::bench::runProgram("corma_bench_data", corma::bench::run, argc, argv);
 }

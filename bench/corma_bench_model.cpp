@@ -15,7 +15,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
-#include <exception>
 #include <memory>
 #include <string>
 #include <vector>
@@ -223,13 +222,9 @@ int run(int argc, char** argv)
 // With the name of a case and a folder it measures that once; otherwise it measures all.
 int main(int argc, char** argv)
 {
-    try {
-        if (argc == 3 && argv[1][0] != '-') {
-            return corma::bench::measure(argv[1], argv[2]);
-        }
-        return corma::bench::run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "corma_bench_model: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    const auto run = [](int count, char** words) {
+        return count == 3 && words[1][0] != '-' ? corma::bench::measure(words[1], words[2])
+                                                : corma::bench::run(count, words);
+    };
+    return corma::bench::runProgram("corma_bench_model", run, argc, argv);
 }

@@ -11,9 +11,7 @@
 
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -280,10 +278,5 @@ int run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    try {
-        return corma::bench::run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "corma_bench_write: %s\n", error.what());
-        return EXIT_FAILURE;
-    }
+    return corma::bench::runProgram("corma_bench_write", corma::bench::run, argc, argv);
 }
