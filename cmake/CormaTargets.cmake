@@ -42,8 +42,8 @@ function(corma_add_tests name)
     corma_testable corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
   target_precompile_headers(test_${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
   if(arg_WHOLE OR CORMA_SANITIZE)
-    # With sanitizers the start of a process costs more than most tests, so that a program is one test, which
-    # names only the ones that fail.
+    # With sanitizers the start of a process costs more than most tests. A program that is one test
+    # names only those that fail.
     add_test(NAME ${name} COMMAND test_${name} --gtest_brief=1)
   else()
     gtest_discover_tests(test_${name} TEST_PREFIX "${name}." NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60)
