@@ -33,13 +33,21 @@ function(corma_add_subsystem name)
   set_property(GLOBAL APPEND PROPERTY CORMA_SUBSYSTEMS corma_${name})
 endfunction()
 
+# The same for a folder with Qt in it: what Qt generates is made, and its headers are read once.
+function(corma_add_dialogs name)
+  corma_add_subsystem(${name} ${ARGN})
+  set_target_properties(corma_${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+  target_compile_definitions(corma_${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+  target_precompile_headers(corma_${name} PRIVATE <QtWidgets> <string> <vector>)
+endfunction()
+
 # One folder of tests/ as a GoogleTest program over the static library. WHOLE makes it one test for
 # CTest, which else runs each test in a process of its own.
 function(corma_add_tests name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "WHOLE" "" "SOURCES;LIBRARIES")
   add_executable(test_${name} ${arg_SOURCES})
   target_link_libraries(test_${name} PRIVATE
-    corma_testable corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
+    corma_core corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
   target_precompile_headers(test_${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
   if(arg_WHOLE OR CORMA_SANITIZE)
     # With sanitizers the start of a process costs more than most tests. A program that is one test

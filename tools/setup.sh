@@ -5,6 +5,7 @@ set -eu
 case "${1:-build}" in
     build) packages="g++ cmake ninja-build ccache pkg-config libicu-dev libsqlite3-dev unixodbc-dev
                      libcli11-dev nlohmann-json3-dev libgtest-dev libgmock-dev libbenchmark-dev
+                     qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core
                      odbcinst libsqliteodbc odbc-postgresql postgresql
                      python3 python3-ezdxf" ;;
     lint)  packages="clang-format clang-tidy git" ;;
