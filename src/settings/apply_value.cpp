@@ -1,5 +1,7 @@
 #include "settings/apply_value.h"
 
+#include "settings/saving.h"
+
 namespace corma {
 
 namespace {
@@ -35,7 +37,7 @@ bool applyValue(Instelling& setting, const std::wstring& value, const ApplyTo& w
     const auto saveGlobally = [&] { return setting.saveToFile(where.fileNames, true); };
     const auto saveInProject = [&] { return setting.saveToFile(where.fileNames, false); };
     const auto saveInDrawing
-        = [&] { return setting.writeToDrawing(where.database, where.fileNames) == Acad::eOk; };
+        = [&] { return saveToDrawing(setting, where.database, where.fileNames); };
     bool isSaved = true;
     switch (goalOf(setting, where.model, editor, boxes)) {
     case Goal::newProjectValue:

@@ -21,6 +21,7 @@ constexpr const wchar_t* kWithCause = L"%s : %s";
 
 constexpr const wchar_t* kNoText = L"the setting has a character that no file can hold";
 constexpr const wchar_t* kInUse = L"another program keeps it from being changed";
+constexpr const wchar_t* kNotInDrawing = L"%s not stored in the drawing";
 constexpr const wchar_t* kDiskFull = L"the disk is full";
 
 // Readers of reports know these lines.
@@ -79,6 +80,37 @@ void tellCause(const std::wstring& path, const RewriteFailure& failure)
     if (!what.empty()) {
         showMessage(formatted(kWithCause, path.c_str(), what.c_str()), MessageIcon::stop);
     }
+}
+
+RewriteFailure addHeader(const std::wstring& category, const FileNameSet& fileNames, bool toGlobal)
+{
+    const auto name = toStrictUtf8(category);
+    if (!name) {
+        return {Step::encode, {}, kNoText};
+    }
+    TextRewrite file(pathOf(fileNames, toGlobal), temporaryPath(fileNames),
+                     TextRewrite::Missing::isFailure);
+    const std::string end(file.lineEnd());
+    const bool isLastLineOpen = !file.text().empty() && file.text().back() != '\n';
+    const std::string before = toGlobal || isLastLineOpen ? end : std::string();
+    const TextEdit edit {file.text().size(), file.text().size(), before + "[" + *name + "]" + end};
+    static_cast<void>(file.replace(edit.appliedTo(file.text())));
+    return file.failure();
+}
+
+std::wstring describe(const std::wstring& path, const RewriteFailure& failure)
+{
+    const std::wstring what = failure.detail.empty() ? failure.error.text() : failure.detail;
+    return formatted(kWithCause, path.c_str(), what.c_str());
+}
+
+bool saveToDrawing(const Instelling& setting, AcDbDatabase* database, const FileNameSet& fileNames)
+{
+    if (setting.writeToDrawing(database, fileNames) == Acad::eOk) {
+        return true;
+    }
+    showMessage(formatted(kNotInDrawing, setting.name().c_str()), MessageIcon::stop);
+    return false;
 }
 
 } // namespace corma
