@@ -42,18 +42,34 @@ function(corma_add_dialogs name)
 endfunction()
 
 # One folder of tests/ as a GoogleTest program over the static library. WHOLE makes it one test for
-# CTest, which else runs each test in a process of its own.
+# CTest, which else runs each test in a process of its own. DIALOGS is for tests of widgets: it links
+# the dialogs and Qt Test, and a main function that makes the application object first and shows
+# nothing; since each process of it starts Qt, such a program is best tested whole.
 function(corma_add_tests name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "WHOLE" "" "SOURCES;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "WHOLE;DIALOGS" "" "SOURCES;LIBRARIES")
   add_executable(test_${name} ${arg_SOURCES})
-  target_link_libraries(test_${name} PRIVATE
-    corma_core corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
+  set(environment "")
+  if(arg_DIALOGS)
+    target_link_libraries(test_${name} PRIVATE
+      corma_dialog_test_main corma_dialogs corma_test_support GTest::gmock Qt6::Test
+      ${arg_LIBRARIES})
+    target_compile_definitions(test_${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
+    target_precompile_headers(test_${name} PRIVATE <QtWidgets> <QtTest>)
+    set(environment ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+  else()
+    target_link_libraries(test_${name} PRIVATE
+      corma_core corma_test_support GTest::gmock GTest::gtest_main ${arg_LIBRARIES})
+  endif()
   target_precompile_headers(test_${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <string> <vector>)
   if(arg_WHOLE OR CORMA_SANITIZE)
     # With sanitizers the start of a process costs more than most tests. A program that is one test
     # names only those that fail.
     add_test(NAME ${name} COMMAND test_${name} --gtest_brief=1)
+    if(arg_DIALOGS)
+      set_tests_properties(${name} PROPERTIES ${environment})
+    endif()
   else()
-    gtest_discover_tests(test_${name} TEST_PREFIX "${name}." NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60)
+    gtest_discover_tests(test_${name} TEST_PREFIX "${name}." NO_PRETTY_VALUES DISCOVERY_TIMEOUT 60
+      PROPERTIES ${environment})
   endif()
 endfunction()
