@@ -6,6 +6,7 @@
 #include <corma/export.h>
 
 #include <cstddef>
+#include <string>
 
 // Status codes and result types of the host.
 inline constexpr int RTNONE = 5000;
@@ -22,6 +23,7 @@ inline constexpr int RTKWORD = -5005;
 
 using ACHAR = wchar_t;
 
+class AcApDocument;
 class AcDbDatabase;
 class AcDbStub;
 using ads_real = double;
@@ -109,6 +111,13 @@ enum class MessageAnswer
     no
 };
 
+/// Which hatch pattern the user is to choose.
+struct HatchPatternQuestion
+{
+    const wchar_t* pattern = L""; // the one that is selected at first; empty for none
+    bool showCustom = false; // also those that have a file of their own in the support folders
+};
+
 /// What the library shows, asks and wants to know of its surroundings. A program derives from it
 /// and installs its object with setServices(); the defaults serve a program on a terminal.
 class CORMA_EXPORT Services
@@ -134,6 +143,14 @@ public:
     /// The host cannot go on. By default the text is printed and the process aborts; an override
     /// may return, and the library then goes on with its normal failure.
     virtual void fail(const wchar_t* text);
+
+    /// Shows the patterns that areas can be filled with. True when the user chose one, whose name
+    /// is then in `chosen`; else `chosen` stays as it was. By default nothing is shown or chosen.
+    virtual bool chooseHatchPattern(const HatchPatternQuestion& question, std::wstring& chosen);
+
+    /// Shows a help file, given with its path; an empty one was not found. True when the user sees
+    /// it. By default the path is printed, or that there is none.
+    virtual bool showHelp(const wchar_t* file);
 
     /// Full path of the module whose folder is searched first for files. By default the program.
     /// Null or empty: there is none. The text lives as long as the object.
@@ -171,6 +188,9 @@ CORMA_EXPORT bool saveDocument(const wchar_t* fileName = nullptr);
 
 /// Closes the current document without saving it, if there is one; then none is current.
 CORMA_EXPORT void closeDocument();
+
+/// The current document, or null. It lives until it is closed or another one becomes current.
+CORMA_EXPORT AcApDocument* currentDocument();
 
 /// The folder search keeps the folder of Services::moduleFile() once it has asked. Call this
 /// after other services were installed, so that it asks again.

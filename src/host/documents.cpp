@@ -8,7 +8,7 @@
 
 namespace {
 
-std::unique_ptr<AcApDocument>& currentDocument()
+std::unique_ptr<AcApDocument>& theDocument()
 {
     static std::unique_ptr<AcApDocument> document;
     return document;
@@ -32,7 +32,7 @@ bool copyOut(const std::wstring& path, ACHAR* result, std::size_t length)
 
 std::wstring drawingFolder()
 {
-    const auto& document = currentDocument();
+    const auto& document = theDocument();
     if (!document) {
         return {};
     }
@@ -82,7 +82,7 @@ Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document)
 
 AcApDocument* AcApDocManager::curDocument() const
 {
-    return currentDocument().get();
+    return theDocument().get();
 }
 
 AcApDocManager* acDocManagerPtr()
@@ -96,7 +96,7 @@ AcDbDatabase* AcDbHostApplicationServices::workingDatabase() const
     if (chosenDatabase() != nullptr) {
         return chosenDatabase();
     }
-    return currentDocument() ? currentDocument()->database() : nullptr;
+    return theDocument() ? theDocument()->database() : nullptr;
 }
 
 void AcDbHostApplicationServices::setWorkingDatabase(AcDbDatabase* database)
@@ -145,7 +145,7 @@ namespace {
 
 void makeCurrent(const wchar_t* fileName, std::unique_ptr<AcDbDatabase> database)
 {
-    currentDocument()
+    theDocument()
         = std::make_unique<AcApDocument>(platform::fullPath(fileName).c_str(), std::move(database));
     chosenDatabase() = nullptr; // who opens a drawing means to work on it
 }
@@ -176,21 +176,26 @@ bool newDocument(const wchar_t* fileName)
 
 bool isDocumentModified()
 {
-    return currentDocument() && currentDocument()->database()->isModified();
+    return theDocument() && theDocument()->database()->isModified();
 }
 
 bool saveDocument(const wchar_t* fileName)
 {
-    if (!currentDocument()) {
+    if (!theDocument()) {
         return false;
     }
-    const ACHAR* const target = fileName == nullptr ? currentDocument()->fileName() : fileName;
-    return currentDocument()->database()->saveAs(target) == Acad::eOk;
+    const ACHAR* const target = fileName == nullptr ? theDocument()->fileName() : fileName;
+    return theDocument()->database()->saveAs(target) == Acad::eOk;
 }
 
 void closeDocument()
 {
-    currentDocument().reset();
+    theDocument().reset();
+}
+
+AcApDocument* currentDocument()
+{
+    return theDocument().get();
 }
 
 } // namespace corma

@@ -23,6 +23,16 @@ int acedAlert(const ACHAR* text);
 /// Ends the host with a message.
 void acdbFail(const ACHAR* text);
 
+/// Shows a help file, given with its path. RTERROR when nothing can be shown, as for an empty path.
+/// There is one way to show a file: the topic and the command of the CAD host's help are ignored.
+int acedHelp(const ACHAR* file, const ACHAR* topic, int command);
+
+/// Lets the user choose a hatch pattern; true when he did. `pattern` (null: none) is selected at
+/// first, showCustom adds the patterns with files of their own. The result is the name chosen, else
+/// the pattern as it was given: always a text that the caller frees by acutDelString(), except
+/// that it is null when there is no memory.
+bool acedHatchPalletteDialog(const ACHAR* pattern, bool showCustom, ACHAR*& result);
+
 /// RTNORM when the text fits the wild-card pattern, heeding case; else RTERROR.
 int acutWcMatch(const ACHAR* text, const ACHAR* pattern);
 

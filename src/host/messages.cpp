@@ -1,4 +1,5 @@
 #include "host/host.h"
+#include "host/result_list.h"
 #include "platform/text.h"
 
 int acutPrintf(const ACHAR* format, ...)
@@ -20,6 +21,23 @@ int acedAlert(const ACHAR* text)
 void acdbFail(const ACHAR* text)
 {
     corma::services().fail(text);
+}
+
+int acedHelp(const ACHAR* file, const ACHAR* /*topic*/, int /*command*/)
+{
+    return corma::services().showHelp(file == nullptr ? L"" : file) ? RTNORM : RTERROR;
+}
+
+bool acedHatchPalletteDialog(const ACHAR* pattern, bool showCustom, ACHAR*& result)
+{
+    const corma::HatchPatternQuestion question {
+        .pattern = pattern == nullptr ? L"" : pattern,
+        .showCustom = showCustom,
+    };
+    std::wstring chosen;
+    const bool isChosen = corma::services().chooseHatchPattern(question, chosen);
+    result = corma::host::heapCopy(isChosen ? chosen : question.pattern);
+    return isChosen;
 }
 
 const ACHAR* acedGetAppName()

@@ -62,6 +62,23 @@ void Services::fail(const wchar_t* text)
     std::abort();
 }
 
+bool Services::chooseHatchPattern(const HatchPatternQuestion& /*question*/,
+                                  std::wstring& /*chosen*/)
+{
+    return false;
+}
+
+bool Services::showHelp(const wchar_t* file)
+{
+    if (*file == 0) {
+        print(L"\nThe help file was not found.");
+        return false;
+    }
+    print(L"\nHelp: ");
+    print(file);
+    return true;
+}
+
 const wchar_t* Services::moduleFile()
 {
     static const std::wstring program = platform::programFile();

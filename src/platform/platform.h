@@ -229,6 +229,9 @@ std::optional<std::wstring> environmentVariable(std::wstring_view name);
 /// The current folder, without a separator at its end.
 std::wstring currentFolder();
 
+/// Makes a folder the current one. False, and it stays as it was, when that fails.
+[[nodiscard]] bool setCurrentFolder(std::wstring_view path);
+
 /// The folder for temporary files, without a separator at its end.
 std::wstring temporaryFolder();
 
@@ -237,6 +240,21 @@ std::wstring programFile();
 
 /// Full path of a loaded library of that file name; nothing when none is loaded.
 std::optional<std::wstring> loadedLibrary(std::wstring_view name);
+
+using LibraryFunction = void (*)();
+
+/// The function that a library of that file name exports under exactly this symbol; the caller
+/// gives it the type that it knows it to have. Null when the process has not loaded the library,
+/// which is never done here, and when it has no such symbol itself. A "name.dll" is also looked for
+/// as the systems here call it: "name.so" and "libname.so".
+LibraryFunction loadedFunction(std::wstring_view library, const char* symbol);
+
+/// Why no window can be shown, as an English sentence without its full stop; nothing when one can.
+/// A program asks before it makes its first object of Qt, which ends the process where there is no
+/// display. The variables count that Qt goes by: QT_QPA_PLATFORM, where anything but xcb and
+/// wayland needs no display, DISPLAY and WAYLAND_DISPLAY. A display that does not answer within
+/// some seconds cannot be reached. Nothing of the question stays behind in the process.
+std::optional<std::wstring> displayProblem();
 
 /// For the life of the object narrow text in this thread is UTF-8 to other libraries, whatever the
 /// locale of the program. Where the system has no locale for that, nothing changes.

@@ -5,6 +5,7 @@
 #include <cstdarg>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,28 @@ std::wstring lowerCase(std::wstring_view text);
 
 /// Equal without regard to case.
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
+
+/// Orders texts as people who read a language expect them in a list: letters with marks where the
+/// language has them, upper and lower case apart only where nothing else is, and by code points
+/// what still is the same, so that only equal texts are. Copies are cheap.
+class TextOrder
+{
+public:
+    /// For the number of a primary language: 7, 9, 10, 12, 19, 21 or 25 (German, English, Spanish,
+    /// French, Dutch, Polish, Russian). Any other number stands for the order common to all.
+    explicit TextOrder(int language);
+
+    /// True when a comes before b.
+    bool operator()(std::wstring_view a, std::wstring_view b) const;
+
+    /// Bytes that are ordered among each other as the texts are: for long lists, where a text is
+    /// compared many times.
+    [[nodiscard]] std::string key(std::wstring_view text) const;
+
+private:
+    class Collation;
+    std::shared_ptr<const Collation> m_collation;
+};
 
 /// Text from UTF-8; each byte of a broken sequence becomes U+FFFD.
 std::wstring fromUtf8(std::string_view bytes);

@@ -53,6 +53,24 @@ void RecordingServices::fail(const wchar_t* text)
     failures.emplace_back(text);
 }
 
+bool RecordingServices::chooseHatchPattern(const HatchPatternQuestion& question,
+                                           std::wstring& chosen)
+{
+    hatchQuestions.push_back(question.pattern
+                             + std::wstring(question.showCustom ? L"+custom" : L""));
+    if (!hatchPattern) {
+        return false;
+    }
+    chosen = *hatchPattern;
+    return true;
+}
+
+bool RecordingServices::showHelp(const wchar_t* file)
+{
+    helpFiles.emplace_back(file);
+    return *file != 0;
+}
+
 const wchar_t* RecordingServices::moduleFile()
 {
     return module.c_str();

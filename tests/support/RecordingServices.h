@@ -3,6 +3,7 @@
 #include <corma/host.h>
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,8 @@ struct RecordingServices : Services
     MessageAnswer messageBox(const wchar_t* text, const wchar_t* title, MessageIcon icon,
                              MessageButtons buttons) override;
     void fail(const wchar_t* text) override;
+    bool chooseHatchPattern(const HatchPatternQuestion& question, std::wstring& chosen) override;
+    bool showHelp(const wchar_t* file) override;
     const wchar_t* moduleFile() override;
     const wchar_t* environment(const wchar_t* name) override;
 
@@ -33,7 +36,10 @@ struct RecordingServices : Services
     std::vector<std::wstring> alerts;
     std::vector<std::wstring> boxes; // texts of message boxes
     std::vector<std::wstring> failures;
+    std::vector<std::wstring> helpFiles; // that were to be shown
+    std::vector<std::wstring> hatchQuestions; // the pattern, and "+custom" where those are shown
     MessageAnswer answer = MessageAnswer::ok; // to message boxes
+    std::optional<std::wstring> hatchPattern; // that the user chooses; nothing when he cancels
     std::wstring module; // path of the module; empty for none
     std::map<std::wstring, std::wstring> variables; // the environment
 
