@@ -24,7 +24,7 @@ void checkFamily(const HatchLines& family)
     for (const double number : {family.angle, family.x, family.y, family.along, family.across}) {
         require(std::abs(number) <= PatternFile::kLargest);
     }
-    require(family.across != 0.0);
+    require(std::abs(family.across) >= PatternFile::kSmallest);
     require(family.dashes.size() <= PatternFile::kMostDashes);
     double length = 0.0;
     for (const double dash : family.dashes) {

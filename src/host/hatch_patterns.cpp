@@ -137,7 +137,7 @@ private:
 
     static std::wstring shapeExpected(const HatchLines& family)
     {
-        if (family.across == 0.0) {
+        if (std::abs(family.across) < PatternFile::kSmallest) {
             return L"a distance between the lines";
         }
         const auto& dashes = family.dashes;

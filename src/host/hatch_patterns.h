@@ -14,9 +14,8 @@ struct HatchLines
     double x = 0.0; // where a dash of the first line begins
     double y = 0.0;
     double along = 0.0; // from one line to the next, in the direction of the lines
-    double across = 0.0; // the same to their left; never 0
-    std::vector<double>
-        dashes; // dashes positive, gaps negative, dots 0, never all 0; empty: unbroken
+    double across = 0.0; // the same to their left, at least kSmallest
+    std::vector<double> dashes = {}; // gaps negative, dots 0, not all 0; empty: unbroken
 };
 
 struct HatchPattern
@@ -49,6 +48,7 @@ struct PatternFile
     static constexpr std::size_t kMostDashes = 12; // of a family
     static constexpr std::size_t kMostFamilies = 1000; // of a pattern
     static constexpr double kLargest = 1e9; // of a number, without its sign
+    static constexpr double kSmallest = 1e-9; // of a distance between lines, without its sign
 };
 
 /// Reads a pattern file: `*NAME,description` and below it a line for each family, its angle, x, y,

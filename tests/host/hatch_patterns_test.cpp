@@ -96,6 +96,8 @@ INSTANTIATE_TEST_SUITE_P(
              L"A|\n  0 at 0 0 by 0 1" + repeated(12, L" 1") + L"\n"},
         Row {"ADashTooMany", L"*A\n0,0,0,0,1" + repeated(13, L",1"), L"2: at most 12 dashes\n"},
         Row {"LinesOnOneAnother", L"*A\n0,0,0,1,0\n", L"2: a distance between the lines\n"},
+        Row {"LinesOfTheLeastDistance", L"*A\n0,0,0,1,-1e-9\n", L"A|\n  0 at 0 0 by 1 -1e-09\n"},
+        Row {"LinesTooNear", L"*A\n0,0,0,1,0.9e-9\n", L"2: a distance between the lines\n"},
         Row {"DotsWithoutGaps", L"*A\n0,0,0,0,1,0,0\n", L"2: dashes with a length\n"},
         Row {"ANameWithoutLines", L"*A\n\n*B\n0,0,0,0,1\n*C",
              L"B|\n  0 at 0 0 by 0 1\n1: lines below the name of a pattern\n"
