@@ -18,6 +18,24 @@ int sideFor(const QFontMetrics& metrics)
     return 4 * metrics.height();
 }
 
+QPalette::ColorGroup groupOf(QStyle::State state)
+{
+    if (!state.testFlag(QStyle::State_Enabled)) {
+        return QPalette::Disabled;
+    }
+    return state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+}
+
+// Half way from the paper to the lines, since the greys of a dark palette are too near to the
+// paper.
+QColor frameColour(const QPalette& palette)
+{
+    const QColor from = palette.color(QPalette::Base);
+    const QColor to = palette.color(QPalette::Text);
+    return {(from.red() + to.red()) / 2, (from.green() + to.green()) / 2,
+            (from.blue() + to.blue()) / 2};
+}
+
 } // namespace
 
 void paintSwatch(QPainter& painter, const QRectF& square, const QPalette& palette,
@@ -54,14 +72,15 @@ void HatchSwatchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     }
     QStyleOptionViewItem item = option;
     initStyleOption(&item, index);
+    item.showDecorationSelected = true; // the whole cell shows the selection, not the text alone
+    item.palette.setCurrentColorGroup(groupOf(item.state));
     const QStyle* const style = item.widget != nullptr ? item.widget->style() : qApp->style();
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &item, painter, item.widget);
 
     const int side = sideFor(item.fontMetrics);
     const QRect swatch(item.rect.center().x() - side / 2, item.rect.top() + kMargin, side, side);
-    paintSwatch(*painter, swatch, item.palette, model->pattern(index));
-    painter->setPen(item.palette.color(QPalette::Mid));
-    painter->drawRect(swatch.adjusted(0, 0, -1, -1));
+    painter->fillRect(swatch, frameColour(item.palette));
+    paintSwatch(*painter, swatch.adjusted(1, 1, -1, -1), item.palette, model->pattern(index));
 
     const QRect below(item.rect.left() + kMargin, swatch.bottom() + kMargin,
                       item.rect.width() - 2 * kMargin, item.fontMetrics.height());

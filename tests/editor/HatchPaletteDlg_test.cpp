@@ -143,6 +143,19 @@ TEST_F(HatchDialog, SpeaksTheLanguageInForce)
               corma::textOf(corma::row::kCancel, kDutch));
 }
 
+TEST_F(HatchDialog, TheSelectedPatternHasTheColourOfASelection)
+{
+    open(L"NET");
+    QApplication::processEvents();
+    const QImage image = list().viewport()->grab().toImage();
+    const QRect selected = list().visualRect(list().currentIndex());
+    const QColor highlight = list().palette().color(QPalette::Active, QPalette::Highlight);
+    const QPoint inside(selected.left() + 3, selected.center().y());
+    EXPECT_EQ(image.pixelColor(inside), highlight);
+    const QRect other = list().visualRect(list().model()->index(0, 0));
+    EXPECT_NE(image.pixelColor(QPoint(other.left() + 3, other.center().y())), highlight);
+}
+
 TEST_F(HatchDialog, CustomPatternsAreShownWhereTheyAreWanted)
 {
     folder.write(L"s/waves.pat", "*WAVES,all at sea\n0,0,0,0,1\n");
