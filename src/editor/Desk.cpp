@@ -198,7 +198,7 @@ void Desk::fill(const std::wstring& category, const std::wstring& search, ShownL
     m_rows = filled.take();
     m_selectedRows.clear();
     m_view->showList();
-    m_view->setFocus(DeskView::Pane::list);
+    m_view->focusOn(DeskView::Pane::list);
 }
 
 void Desk::fillSelected(const std::wstring& search)
@@ -255,7 +255,7 @@ void Desk::treeSelectionChanged()
         refill();
     }
     clickTreeItem();
-    m_view->setFocus(DeskView::Pane::tree);
+    m_view->focusOn(DeskView::Pane::tree);
 }
 
 void Desk::clickTreeItem()
@@ -311,7 +311,7 @@ void Desk::searchFocused()
     m_isSearchArmed = true;
     fillSelected({});
     showCategoryDescription();
-    m_view->setFocus(DeskView::Pane::search);
+    m_view->focusOn(DeskView::Pane::search);
     changed();
 }
 

@@ -56,7 +56,7 @@ public:
     /// The first column of the list becomes as wide as it need be.
     virtual void fitNames() = 0;
 
-    virtual void setFocus(Pane pane) = 0;
+    virtual void focusOn(Pane pane) = 0;
 
     // Questions; nothing when the user cancels.
     virtual std::optional<NewName> askName(NameOf what) = 0;
@@ -68,7 +68,7 @@ public:
     /// Shows an editor for another file, on the current drawing, until the user closes it.
     virtual void editFile(const std::wstring& file) = 0;
 
-    virtual void close() = 0;
+    virtual void endDialog() = 0;
 };
 
 } // namespace corma

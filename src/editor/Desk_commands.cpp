@@ -73,7 +73,7 @@ void Desk::run(MenuCommand command)
         makeLocalCopies();
         break;
     case MenuCommand::exit:
-        m_view->close();
+        m_view->endDialog();
         return;
     case MenuCommand::showGlobal:
     case MenuCommand::showProject:
@@ -203,7 +203,8 @@ void Desk::askProjectFile(const ProjectQuestion& question)
 void Desk::takeProject(const std::wstring& path)
 {
     const platform::PathParts parts = platform::splitPath(platform::nativeSeparators(path));
-    platform::setCurrentFolder(parts.folderPath());
+    // A folder that cannot be entered shows when the file is opened.
+    static_cast<void>(platform::setCurrentFolder(parts.folderPath()));
     if (mode() != LevelMode {}) {
         freshModelWithoutProject();
     }
@@ -211,7 +212,7 @@ void Desk::takeProject(const std::wstring& path)
     loadProject(parts.fileName());
     refill();
     rebuildTree();
-    m_view->setFocus(DeskView::Pane::tree);
+    m_view->focusOn(DeskView::Pane::tree);
 }
 
 void Desk::makeProjectCopies()

@@ -3,6 +3,7 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace corma {
 
@@ -64,10 +65,18 @@ void TreeContents::expand(void* item)
 
 void TreeContents::sortChildren(void* item)
 {
+    const TextOrder order(m_language);
+    std::vector<std::pair<std::string, std::unique_ptr<Item>>> sorted;
     Items& children = itemOf(item)->children;
-    std::stable_sort(children.begin(), children.end(), [](const auto& a, const auto& b) {
-        return lowerCase(a->text) < lowerCase(b->text);
-    });
+    sorted.reserve(children.size());
+    for (auto& child : children) {
+        std::string key = order.key(child->text);
+        sorted.emplace_back(std::move(key), std::move(child));
+    }
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    std::transform(sorted.begin(), sorted.end(), children.begin(),
+                   [](auto& pair) { return std::move(pair.second); });
 }
 
 void TreeContents::insertIncludedFile(std::wstring text, int index)

@@ -249,11 +249,30 @@ using LibraryFunction = void (*)();
 /// as the systems here call it: "name.so" and "libname.so".
 LibraryFunction loadedFunction(std::wstring_view library, const char* symbol);
 
-/// Why no window can be shown, as an English sentence without its full stop; nothing when one can.
-/// A program asks before it makes its first object of Qt, which ends the process where there is no
-/// display. The variables count that Qt goes by: QT_QPA_PLATFORM, where anything but xcb and
-/// wayland needs no display, DISPLAY and WAYLAND_DISPLAY. A display that does not answer within
-/// some seconds cannot be reached. Nothing of the question stays behind in the process.
+/// Tells whether a window can be shown. A program asks before it makes its first object of Qt, which
+/// ends the process where there is no display, and keeps the object until it has made that: a
+/// server may start anew when its last client leaves, and would then refuse the next one. The
+/// variables count that Qt goes by: QT_QPA_PLATFORM, where anything but xcb and wayland needs no
+/// display, DISPLAY and WAYLAND_DISPLAY. A display that does not answer within some seconds cannot
+/// be reached. Nothing stays behind in the process.
+class DisplayProbe
+{
+public:
+    DisplayProbe();
+    DisplayProbe(const DisplayProbe&) = delete;
+    DisplayProbe& operator=(const DisplayProbe&) = delete;
+    ~DisplayProbe();
+
+    /// Why no window can be shown, in English and without a full stop; nothing when one can.
+    [[nodiscard]] const std::optional<std::wstring>& problem() const { return m_problem; }
+
+private:
+    class Client;
+    std::unique_ptr<Client> m_client; // of the X server
+    std::optional<std::wstring> m_problem;
+};
+
+/// The problem of a probe, for those who want to know no more than that.
 std::optional<std::wstring> displayProblem();
 
 /// For the life of the object narrow text in this thread is UTF-8 to other libraries, whatever the

@@ -126,6 +126,74 @@ TEST(FindFile, DoesNotWriteWhatDoesNotFit)
     EXPECT_EQ(buffer.c_str(), path);
 }
 
+// The text that the host hands out, which is the caller's.
+struct Palette
+{
+    explicit Palette(const wchar_t* pattern, bool showCustom = false)
+        : isChosen(acedHatchPalletteDialog(pattern, showCustom, result))
+    {
+    }
+
+    Palette(const Palette&) = delete;
+    Palette& operator=(const Palette&) = delete;
+    ~Palette() { acutDelString(result); }
+
+    ACHAR* result = nullptr;
+    bool isChosen;
+};
+
+TEST(HatchPalette, GivesWhatTheUserChose)
+{
+    RecordingServices services;
+    services.hatchPattern = L"BRICK";
+    const Palette palette(L"ANSI31", true);
+    EXPECT_TRUE(palette.isChosen);
+    EXPECT_STREQ(palette.result, L"BRICK");
+    const Palette other(nullptr);
+    EXPECT_STREQ(other.result, L"BRICK");
+    EXPECT_EQ(services.hatchQuestions, (std::vector<std::wstring> {L"ANSI31+custom", L""}));
+}
+
+TEST(HatchPalette, GivesThePatternBackWhenNothingIsChosen)
+{
+    RecordingServices services;
+    const Palette palette(L"ANSI31");
+    EXPECT_FALSE(palette.isChosen);
+    EXPECT_STREQ(palette.result, L"ANSI31");
+    const Palette none(nullptr);
+    EXPECT_FALSE(none.isChosen);
+    EXPECT_STREQ(none.result, L"");
+}
+
+TEST(HatchPalette, ChoosesNothingOnATerminal)
+{
+    corma::Services terminal;
+    std::wstring chosen = L"as it was";
+    ::testing::internal::CaptureStderr();
+    EXPECT_FALSE(terminal.chooseHatchPattern({}, chosen));
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(chosen, L"as it was");
+}
+
+TEST(Help, GoesToTheUser)
+{
+    RecordingServices services;
+    EXPECT_EQ(acedHelp(L"/a/help.chm", nullptr, 0), RTNORM);
+    EXPECT_EQ(acedHelp(L"", L"topic", 1), RTERROR);
+    EXPECT_EQ(acedHelp(nullptr, nullptr, 0), RTERROR);
+    EXPECT_EQ(services.helpFiles, (std::vector<std::wstring> {L"/a/help.chm", L"", L""}));
+}
+
+TEST(Help, IsNamedOnATerminal)
+{
+    corma::Services terminal;
+    ::testing::internal::CaptureStderr();
+    EXPECT_TRUE(terminal.showHelp(L"/a/help.chm"));
+    EXPECT_FALSE(terminal.showHelp(L""));
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              "\nHelp: /a/help.chm\nThe help file was not found.");
+}
+
 TEST(Application, TellsTheSupportFoldersByTheNumbersOfItsProperties)
 {
     RecordingServices services;

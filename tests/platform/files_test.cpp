@@ -378,6 +378,22 @@ TEST(TemporaryFolder, IsThereAndHasNoSeparatorAtItsEnd)
     EXPECT_EQ(temporaryFolder(), before);
 }
 
+TEST(CurrentFolder, IsSetToAFolderOnly)
+{
+    const TempFolder folder;
+    const testing::CurrentFolder putBack(currentFolder());
+    folder.makeFolder(L"Sub");
+    folder.write(L"file", "");
+    EXPECT_TRUE(setCurrentFolder(folder.path()));
+    EXPECT_EQ(currentFolder(), folder.path());
+    EXPECT_TRUE(setCurrentFolder(L"sub")) << "in any case of its letters";
+    EXPECT_EQ(currentFolder(), folder.path(L"Sub"));
+    EXPECT_FALSE(setCurrentFolder(folder.path(L"file")));
+    EXPECT_FALSE(setCurrentFolder(folder.path(L"none")));
+    EXPECT_FALSE(setCurrentFolder(L""));
+    EXPECT_EQ(currentFolder(), folder.path(L"Sub"));
+}
+
 TEST(Environment, VariablesAndTheProgram)
 {
     ::setenv("CORMA_TEST_VARIABLE", "w\xC3\xA9", 1);

@@ -13,6 +13,9 @@ void keepSettingsAway(const QTemporaryDir& folder)
     for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
         qputenv(name, path);
     }
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
+        qputenv("XDG_RUNTIME_DIR", path); // Qt complains otherwise
+    }
     QStandardPaths::setTestModeEnabled(true);
 }
 

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
-#include <fcntl.h>
+#include <memory>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -18,7 +18,7 @@ namespace corma::platform {
 
 namespace {
 
-constexpr int kPatience = 5000; // milliseconds that a display has for its answer
+constexpr int kPatience = 3000; // milliseconds that a display has for its answer
 
 // Of an environment variable; an empty one says nothing either.
 std::string variable(const char* name)
@@ -34,7 +34,7 @@ std::wstring quoted(const std::string& text)
 
 // --- X11 -----------------------------------------------------------------------------------------
 
-// The three functions of the X client library that are needed. It is loaded when it is asked, so
+// The two functions of the X client library that are needed. It is loaded when it is asked, so
 // that programs without windows do not need it.
 class XLibrary
 {
@@ -47,7 +47,6 @@ public:
         }
         m_connect = reinterpret_cast<Connect*>(::dlsym(m_library, "xcb_connect"));
         m_hasError = reinterpret_cast<HasError*>(::dlsym(m_library, "xcb_connection_has_error"));
-        m_disconnect = reinterpret_cast<Disconnect*>(::dlsym(m_library, "xcb_disconnect"));
     }
 
     XLibrary(const XLibrary&) = delete;
@@ -60,80 +59,102 @@ public:
         }
     }
 
-    [[nodiscard]] bool isThere() const
-    {
-        return m_connect != nullptr && m_hasError != nullptr && m_disconnect != nullptr;
-    }
+    [[nodiscard]] bool isThere() const { return m_connect != nullptr && m_hasError != nullptr; }
 
+    /// The connection stays until the process ends.
     [[nodiscard]] bool canConnect(const std::string& display) const
     {
-        void* const connection = m_connect(display.c_str(), nullptr);
-        const bool isGood = m_hasError(connection) == 0;
-        m_disconnect(connection);
-        return isGood;
+        return m_hasError(m_connect(display.c_str(), nullptr)) == 0;
     }
 
 private:
     using Connect = void*(const char* display, int* screen);
     using HasError = int(void* connection);
-    using Disconnect = void(void* connection);
 
     void* m_library;
     Connect* m_connect = nullptr;
     HasError* m_hasError = nullptr;
-    Disconnect* m_disconnect = nullptr;
 };
 
-bool answersInTime(int descriptor)
+/// A client of an X server that lives in a child process: the library waits for a server that does
+/// not answer for as long as it takes, and nothing but the end of its process stops it.
+class XClient
 {
-    pollfd waiting {descriptor, POLLIN, 0};
-    int ready = 0;
-    do {
-        ready = ::poll(&waiting, 1, kPatience);
-    } while (ready < 0 && errno == EINTR);
-    char answer = 0;
-    return ready == 1 && calls::read(descriptor, &answer, 1) == 1 && answer == '1';
-}
+public:
+    XClient(const XLibrary& library, const std::string& display)
+    {
+        std::array<int, 2> ends {};
+        if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
+            return;
+        }
+        m_end = Descriptor(ends[0]);
+        Descriptor childsEnd(ends[1]);
+        m_process = ::fork();
+        if (m_process == 0) {
+            m_end.close();
+            stay(library, display, childsEnd.get());
+        }
+    }
 
-// Asked in a child process, since the library waits for a server that does not answer for as long
-// as it takes, and nothing but the end of its process stops it.
-bool canReachX(const XLibrary& library, const std::string& display)
+    XClient(const XClient&) = delete;
+    XClient& operator=(const XClient&) = delete;
+
+    ~XClient()
+    {
+        if (m_process <= 0) {
+            return;
+        }
+        ::kill(m_process, SIGKILL);
+        while (::waitpid(m_process, nullptr, 0) < 0 && errno == EINTR) { }
+    }
+
+    [[nodiscard]] bool isConnected() const
+    {
+        pollfd waiting {m_end.get(), POLLIN, 0};
+        int ready = 0;
+        do {
+            ready = m_process > 0 ? ::poll(&waiting, 1, kPatience) : 0;
+        } while (ready < 0 && errno == EINTR);
+        char answer = 0;
+        return ready == 1 && calls::read(m_end.get(), &answer, 1) == 1;
+    }
+
+private:
+    // One byte tells of the connection, which is kept until the other end is closed.
+    [[noreturn]] static void stay(const XLibrary& library, const std::string& display, int end)
+    {
+        char byte = 1;
+        if (library.canConnect(display) && ::write(end, &byte, 1) == 1) {
+            calls::read(end, &byte, 1);
+        }
+        ::_exit(0);
+    }
+
+    Descriptor m_end;
+    pid_t m_process = -1;
+};
+
+struct Finding
 {
-    std::array<int, 2> ends {};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
-        return false;
-    }
-    const Descriptor in(ends[0]);
-    Descriptor out(ends[1]);
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const char answer = library.canConnect(display) ? '1' : '0';
-        ::_exit(::write(out.get(), &answer, 1) == 1 ? 0 : 1);
-    }
-    out.close(); // the end of a child that says nothing is then the end of the pipe
-    if (child < 0) {
-        return false;
-    }
-    const bool canReach = answersInTime(in.get());
-    ::kill(child, SIGKILL); // it has answered, or never will
-    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) { }
-    return canReach;
-}
+    std::optional<std::wstring> problem;
+    std::unique_ptr<XClient> client = nullptr;
+};
 
-std::optional<std::wstring> xProblem()
+Finding findX()
 {
     const std::string display = variable("DISPLAY");
     if (display.empty()) {
-        return L"no display: DISPLAY is not set";
+        return {L"no display: DISPLAY is not set"};
     }
     const XLibrary library;
     if (!library.isThere()) {
-        return L"the display " + quoted(display) + L" cannot be used without libxcb.so.1";
+        return {L"the display " + quoted(display) + L" cannot be used without libxcb.so.1"};
     }
-    if (!canReachX(library, display)) {
-        return L"the display " + quoted(display) + L" cannot be reached";
+    auto client = std::make_unique<XClient>(library, display);
+    if (!client->isConnected()) {
+        return {L"the display " + quoted(display) + L" cannot be reached"};
     }
-    return std::nullopt;
+    return {std::nullopt, std::move(client)};
 }
 
 // --- Wayland -------------------------------------------------------------------------------------
@@ -152,66 +173,94 @@ bool canConnect(const std::string& socketFile)
         == 0;
 }
 
-std::optional<std::wstring> waylandProblem()
+Finding findWayland()
 {
     const std::string display = variable("WAYLAND_DISPLAY");
     if (display.empty()) {
-        return L"no display: WAYLAND_DISPLAY is not set";
+        return {L"no display: WAYLAND_DISPLAY is not set"};
     }
     const bool isPath = display.front() == '/';
     if (canConnect(isPath ? display : variable("XDG_RUNTIME_DIR") + '/' + display)) {
-        return std::nullopt;
+        return {};
     }
-    return L"the Wayland display " + quoted(display) + L" cannot be reached";
+    return {L"the Wayland display " + quoted(display) + L" cannot be reached"};
 }
 
 // --- what Qt will choose -------------------------------------------------------------------------
 
-std::optional<std::wstring> problemOfAny()
+Finding findAny()
 {
     const bool hasX = !variable("DISPLAY").empty();
     const bool hasWayland = !variable("WAYLAND_DISPLAY").empty();
     if (!hasX && !hasWayland) {
-        return L"no display: neither DISPLAY nor WAYLAND_DISPLAY is set";
+        return {L"no display: neither DISPLAY nor WAYLAND_DISPLAY is set"};
     }
     if (!hasX || !hasWayland) {
-        return hasX ? xProblem() : waylandProblem();
+        return hasX ? findX() : findWayland();
     }
-    const auto ofWayland = waylandProblem();
-    const auto ofX = ofWayland ? xProblem() : std::nullopt;
-    return ofX ? std::optional(*ofWayland + L" and " + *ofX) : std::nullopt;
+    const Finding ofWayland = findWayland();
+    if (!ofWayland.problem) {
+        return {};
+    }
+    Finding ofX = findX();
+    if (ofX.problem) {
+        ofX.problem = *ofWayland.problem + L" and " + *ofX.problem;
+    }
+    return ofX;
 }
 
-std::optional<std::wstring> problemOf(std::string_view platform)
+Finding findPlatform(std::string_view platform)
 {
     if (platform.starts_with("wayland")) {
-        return waylandProblem();
+        return findWayland();
     }
-    return platform == "xcb" ? xProblem() : std::nullopt;
+    return platform == "xcb" ? findX() : Finding {};
+}
+
+// Of names with ";" between, the next for where the one before cannot be used, each with ":" and
+// more behind it or not.
+Finding findFirst(std::string_view platforms)
+{
+    std::optional<std::wstring> problem;
+    while (!platforms.empty()) {
+        const std::string_view one = platforms.substr(0, platforms.find(';'));
+        platforms.remove_prefix(std::min(one.size() + 1, platforms.size()));
+        Finding found = findPlatform(one.substr(0, one.find(':')));
+        if (!found.problem) {
+            return found;
+        }
+        problem = problem ? problem : found.problem;
+    }
+    return {problem};
 }
 
 } // namespace
 
-std::optional<std::wstring> displayProblem()
+class DisplayProbe::Client
+{
+public:
+    explicit Client(std::unique_ptr<XClient> client)
+        : m_client(std::move(client))
+    {
+    }
+
+private:
+    std::unique_ptr<XClient> m_client;
+};
+
+DisplayProbe::DisplayProbe()
 {
     const std::string platforms = variable("QT_QPA_PLATFORM");
-    if (platforms.empty()) {
-        return problemOfAny();
-    }
-    // Names with ";" between, the next for where the one before cannot be used, each with ":" and
-    // more behind it or not.
-    std::optional<std::wstring> first;
-    std::string_view rest = platforms;
-    while (!rest.empty()) {
-        const std::string_view one = rest.substr(0, rest.find(';'));
-        rest.remove_prefix(std::min(one.size() + 1, rest.size()));
-        const auto problem = problemOf(one.substr(0, one.find(':')));
-        if (!problem) {
-            return std::nullopt;
-        }
-        first = first ? first : problem;
-    }
-    return first;
+    Finding found = platforms.empty() ? findAny() : findFirst(platforms);
+    m_problem = std::move(found.problem);
+    m_client = std::make_unique<Client>(std::move(found.client));
+}
+
+DisplayProbe::~DisplayProbe() = default;
+
+std::optional<std::wstring> displayProblem()
+{
+    return DisplayProbe().problem();
 }
 
 } // namespace corma::platform

@@ -1,0 +1,50 @@
+#include "editor/accessible_texts.h"
+
+#include <corma/texts.h>
+
+#include <algorithm>
+#include <array>
+
+namespace corma {
+
+namespace {
+
+constexpr std::size_t kTexts = 8;
+
+struct Column
+{
+    int language;
+    std::array<const wchar_t*, kTexts> texts; // in the order of AccessibleText
+};
+
+// clang-format off
+constexpr std::array<Column, 7> kColumns = {{
+    {kEnglish, {L"Categories", L"Settings", L"New category", L"New setting", L"Text to search for",
+                L"Description", L"Picture", L"Level"}},
+    {7, {L"Kategorien", L"Einstellungen", L"Neue Kategorie", L"Neue Einstellung", L"Suchtext",
+         L"Beschreibung", L"Bild", L"Ebene"}},
+    {10, {L"Categorías", L"Configuraciones", L"Nueva categoría", L"Nueva configuración",
+          L"Texto que buscar", L"Descripción", L"Imagen", L"Nivel"}},
+    {12, {L"Catégories", L"Paramètres", L"Nouvelle catégorie", L"Nouveau paramètre",
+          L"Texte à chercher", L"Description", L"Image", L"Niveau"}},
+    {19, {L"Rubrieken", L"Instellingen", L"Nieuwe rubriek", L"Nieuwe instelling", L"Zoektekst",
+          L"Omschrijving", L"Afbeelding", L"Niveau"}},
+    {21, {L"Kategorie", L"Ustawienia", L"Nowa kategoria", L"Nowe ustawienie", L"Szukany tekst",
+          L"Opis", L"Obraz", L"Poziom"}},
+    {25, {L"Категории", L"Параметры", L"Новая категория", L"Новый параметр", L"Искомый текст",
+          L"Описание", L"Рисунок", L"Уровень"}},
+}};
+// clang-format on
+
+} // namespace
+
+std::wstring accessibleText(AccessibleText what)
+{
+    const auto* found = std::find_if(kColumns.begin(), kColumns.end(), [](const Column& column) {
+        return column.language == textLanguage();
+    });
+    const Column& column = found == kColumns.end() ? kColumns.front() : *found;
+    return column.texts[static_cast<std::size_t>(what)];
+}
+
+} // namespace corma
