@@ -1,0 +1,60 @@
+#include "editor/file_filter.h"
+
+#include "foundation/wide_text.h"
+
+namespace corma {
+
+namespace {
+
+std::vector<std::wstring_view> partsOf(std::wstring_view text, wchar_t separator)
+{
+    std::vector<std::wstring_view> parts;
+    while (true) {
+        const std::size_t end = text.find(separator);
+        parts.push_back(text.substr(0, end));
+        if (end == std::wstring_view::npos) {
+            return parts;
+        }
+        text.remove_prefix(end + 1);
+    }
+}
+
+std::wstring patternsOf(std::wstring_view text)
+{
+    std::wstring patterns;
+    for (const std::wstring_view part : partsOf(text, L';')) {
+        const std::wstring_view pattern = trimmed(part);
+        if (!pattern.empty()) {
+            patterns += patterns.empty() ? L"" : L" ";
+            patterns += pattern == L"*.*" ? L"*" : pattern;
+        }
+    }
+    return patterns;
+}
+
+std::wstring_view nameOf(std::wstring_view description)
+{
+    const std::wstring_view name = trimmed(description);
+    const std::size_t bracket = name.rfind(L'(');
+    const bool tellsPatterns = bracket != std::wstring_view::npos && name.ends_with(L')')
+        && name.find(L'*', bracket) != std::wstring_view::npos;
+    return tellsPatterns ? trimmed(name.substr(0, bracket)) : name;
+}
+
+} // namespace
+
+std::vector<std::wstring> nameFilters(std::wstring_view filter)
+{
+    const std::vector<std::wstring_view> parts = partsOf(filter, L'|');
+    std::vector<std::wstring> filters;
+    for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
+        const std::wstring patterns = patternsOf(parts[i + 1]);
+        if (!patterns.empty()) {
+            const std::wstring name(nameOf(parts[i]));
+            filters.push_back(name + (name.empty() ? L"(" : L" (") + patterns + L")");
+        }
+    }
+    return filters;
+}
+
+} // namespace corma

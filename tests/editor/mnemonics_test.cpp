@@ -1,0 +1,64 @@
+#include "editor/mnemonics.h"
+#include "platform/text.h"
+
+namespace {
+
+struct Row
+{
+    const char* sentence;
+    std::vector<std::wstring> texts;
+    std::vector<std::wstring> marked;
+};
+
+void PrintTo(const Row& row, std::ostream* out)
+{
+    *out << row.sentence;
+}
+
+class Mnemonics : public ::testing::TestWithParam<Row>
+{
+};
+
+TEST_P(Mnemonics, AreGivenInOrder)
+{
+    EXPECT_EQ(corma::withMnemonics(GetParam().texts), GetParam().marked);
+}
+
+// clang-format off
+const Row rows[] = {
+    {"AFirstLetter", {L"Save"}, {L"&Save"}},
+    {"TheNextWordWhereTheFirstIsTaken", {L"Save Globally", L"Save in Project"},
+                                        {L"&Save Globally", L"Save &in Project"}},
+    {"AnyLetterWhereAllWordsAreTaken", {L"Stop", L"Search"}, {L"&Stop", L"S&earch"}},
+    {"NoneWhereNoLetterIsFree", {L"A", L"a"}, {L"&A", L"a"}},
+    {"BothCasesAreOneLetter", {L"anna", L"Alfa"}, {L"&anna", L"A&lfa"}},
+    {"CyrillicLettersToo", {L"Глобальное", L"гора", L"Тип"}, {L"&Глобальное", L"г&ора", L"&Тип"}},
+    {"LettersWithMarksToo", {L"écran"}, {L"&écran"}},
+    {"ADigit", {L"3 x"}, {L"&3 x"}},
+    {"NoSign", {L"...", L"\"Aa\""}, {L"...", L"\"&Aa\""}},
+    {"AnAmpersandIsDoubled", {L"R&D", L"& r"}, {L"&R&&D", L"&& r"}},
+    {"EmptyTextsStay", {L"", L"A"}, {L"", L"&A"}},
+    {"NoTexts", {}, {}},
+};
+// clang-format on
+
+INSTANTIATE_TEST_SUITE_P(Of, Mnemonics, ::testing::ValuesIn(rows),
+                         [](const auto& row) { return std::string(row.param.sentence); });
+
+TEST(MnemonicHelper, GivesTextsAndAccessibleNames)
+{
+    QDialog dialog;
+    auto* const button = new QPushButton(&dialog);
+    auto* const group = new QGroupBox(&dialog);
+    auto* const label = new QLabel(&dialog);
+    auto* const edit = new QLineEdit(&dialog);
+    label->setBuddy(edit);
+    corma::setTextsWithMnemonics({{button, L"Type"}, {label, L"The text:"}, {group, L"R&D"}});
+    EXPECT_EQ(button->text(), QStringLiteral("&Type"));
+    EXPECT_EQ(button->accessibleName(), QStringLiteral("Type"));
+    EXPECT_EQ(label->text(), QStringLiteral("T&he text:"));
+    EXPECT_EQ(edit->accessibleName(), QStringLiteral("The text:"));
+    EXPECT_EQ(group->title(), QStringLiteral("&R&&D"));
+}
+
+} // namespace
