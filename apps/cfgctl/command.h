@@ -3,12 +3,12 @@
 // What a command is: its arguments, and what it does with them.
 
 #include "output.h"
+#include "usage.h"
 #include <corma/texts.h>
 
 #include <memory>
 #include <optional>
 #include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -18,13 +18,6 @@ class Option;
 } // namespace CLI
 
 namespace cfgctl {
-
-/// Wrong usage, or an input that cannot be used at all. The text says what is wrong and what to do.
-class UsageError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
 
 /// The options that stand behind every command.
 struct Options

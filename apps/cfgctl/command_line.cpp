@@ -3,9 +3,7 @@
 #include "text.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <iostream>
-#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -35,25 +33,6 @@ Exit status: 0 when the operation succeeded, 1 when it did not (a value that is 
 others), 2 for wrong usage or an input that cannot be used. A drawing that a command did not change
 is not written.
 The environment variable ACAD is the list of support folders, separated by ";".)";
-
-template<class Number> Number numberIn(const std::string& text, const std::string& name)
-{
-    Number number = 0;
-    const bool hasPlus = text.starts_with('+') && !text.starts_with("+-");
-    const char* const begin = text.data() + (hasPlus ? 1 : 0);
-    const char* const end = text.data() + text.size();
-    const auto [behind, error] = std::from_chars(begin, end, number);
-    if (error == std::errc::result_out_of_range) {
-        using Limits = std::numeric_limits<Number>;
-        throw UsageError(name + " is out of range: \"" + text + "\"; pass a whole number from "
-                         + std::to_string(Limits::min()) + " to " + std::to_string(Limits::max()));
-    }
-    if (error != std::errc() || behind != end) {
-        throw UsageError(name + " is no whole number that can be used: \"" + text
-                         + "\"; pass one such as 7");
-    }
-    return number;
-}
 
 void assign(int& value, const std::string& text, const std::string& name)
 {

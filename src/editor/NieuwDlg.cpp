@@ -1,6 +1,7 @@
 #include "editor/NieuwDlg.h"
 
 #include "editor/Desk.h"
+#include "editor/mnemonics.h"
 #include "ui_NieuwDlg.h"
 
 #include <QPushButton>
@@ -23,11 +24,12 @@ void NieuwDlg::fill(const corma::Desk& desk)
 {
     const corma::FixedTexts& texts = desk.texts();
     setWindowTitle(QString::fromStdWString(texts.newOne));
-    m_ui->nameLabel->setText(QString::fromStdWString(texts.specifyName));
-    m_ui->copy->setText(QString::fromStdWString(texts.copyOf));
-    m_ui->buttons->button(QDialogButtonBox::Cancel)->setText(QString::fromStdWString(texts.cancel));
-    m_ui->buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("OK"));
-    m_ui->name->setAccessibleName(QString::fromStdWString(texts.specifyName));
+    corma::setTextsWithMnemonics({
+        {m_ui->nameLabel, texts.specifyName},
+        {m_ui->copy, texts.copyOf},
+        {m_ui->buttons->button(QDialogButtonBox::Ok), L"OK"},
+        {m_ui->buttons->button(QDialogButtonBox::Cancel), texts.cancel},
+    });
     m_ui->source->setAccessibleName(QString::fromStdWString(texts.copyOf));
     m_ui->copy->setVisible(m_form.offersCopy());
     m_ui->source->setVisible(m_form.offersCopy());
