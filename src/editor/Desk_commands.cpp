@@ -199,17 +199,21 @@ void Desk::askProjectFile(const ProjectQuestion& question)
 }
 
 // The chosen file is read by the name that it has; what is written later goes beside it under the
-// name that belongs to the configuration file (test: AProjectOfAnotherNameIsReadOnce).
+// name that belongs to the configuration file (test: AProjectOfAnotherNameIsReadOnce). Its folder
+// becomes the current one, so a folder that was told from there is told from the root before.
 void Desk::takeProject(const std::wstring& path)
 {
-    const platform::PathParts parts = platform::splitPath(platform::nativeSeparators(path));
-    // A folder that cannot be entered shows when the file is opened.
-    static_cast<void>(platform::setCurrentFolder(parts.folderPath()));
+    const std::wstring whole = platform::fullPath(path);
+    const std::wstring folder = platform::splitPath(whole).folderPath();
+    FileNameSet& names = m_started.fileNames;
+    names.globalFolder = platform::fullPath(names.globalFolder);
+    // One that cannot be entered shows in the load, of which the user is told.
+    static_cast<void>(platform::setCurrentFolder(folder));
     if (mode() != LevelMode {}) {
         freshModelWithoutProject();
     }
-    m_started.fileNames.projectFolder = parts.folderPath();
-    loadProject(parts.fileName());
+    names.projectFolder = folder;
+    loadProject(whole);
     refill();
     rebuildTree();
     m_view->focusOn(DeskView::Pane::tree);
