@@ -265,8 +265,10 @@ void Desk::addCategory(const NewName& answer)
     const bool toGlobal = !model().projectMode;
     const RewriteFailure failure = addHeader(answer.name, fileNames(), toGlobal);
     if (failure.isOne()) {
+        // The category is one in memory alone then, and so nothing is put below its header.
         xx_reportError(kSource, __LINE__, describe(pathOf(fileNames(), toGlobal), failure).c_str(),
                        failure.error.number);
+        return;
     }
     if (answer.copyOf) {
         copySettings(*model().findCategory(answer.name), *answer.copyOf);
