@@ -319,9 +319,6 @@ void Desk::addSetting(Rubriek& category, const std::wstring& name)
 
 void Desk::removeSettings()
 {
-    if (m_selectedRows.empty()) {
-        return;
-    }
     if (asks(row::kRemoveSetting)) {
         removeSelected();
         refill();
@@ -332,8 +329,8 @@ void Desk::removeSettings()
 
 void Desk::removeSelected()
 {
-    InstellingenArray& settings = selectedCategory()->settings();
     for (const std::wstring& ident : selectedIdents()) {
+        InstellingenArray& settings = selectedCategory()->settings();
         if (mode().local) {
             const DocumentLock lock;
             settings.removeFromDrawing(ident, database(), fileNames());
