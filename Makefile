@@ -1,13 +1,14 @@
 # The commands of the repository. Each sets up what it needs; everything below is plain CMake.
-.PHONY: run test bench sanitize fuzz lint format setup clean
+.PHONY: run test bench sanitize fuzz lint format screenshots setup clean
 
 # Two jobs a gigabyte of memory would allow more; the number of processors is what pays.
 JOBS ?= $(shell nproc)
 
 run: setup
 	cmake --preset release
-	cmake --build --preset release --target cfgctl -j $(JOBS)
+	cmake --build --preset release --target cfgctl cfgdesk corma_screenshots -j $(JOBS)
 	tools/show_example.sh build/release/bin/cfgctl
+	tools/show_editor.sh build/release
 
 test: setup
 	cmake --preset dev
@@ -32,11 +33,17 @@ fuzz: setup
 
 lint: setup
 	tools/setup.sh lint
-	cmake --preset dev
-	tools/lint.sh build/dev
+	cmake --preset dev -B build/lint -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
+	cmake --build build/lint --target generated_headers
+	tools/lint.sh build/lint
 
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+screenshots: setup
+	cmake --preset release
+	cmake --build --preset release --target corma_screenshots -j $(JOBS)
+	tools/screenshots.sh build/release/bin/corma_screenshots
 
 setup:
 	@tools/setup.sh build

@@ -1,8 +1,8 @@
 #!/bin/sh
-# Measures times and memory of the settings store, of its model, of writing, of databases and of
-# drawings, and prints them as tables, each number beside what the machine needs at least for it and
+# Measures times and memory of the settings store, of its model, of writing, of databases, of
+# the editor and of drawings, and prints them as tables, each number beside what the machine needs at least for it and
 # beside our aim. The single runs go to bench.json, bench_model.json, bench_write.json,
-# bench_data.json and bench_drawing.json.
+# bench_data.json, bench_editor.json and bench_drawing.json.
 # Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 
@@ -15,6 +15,9 @@ echo "bench: measuring for some five minutes"
 "$1/bin/corma_bench_model_memory"
 "$1/bin/corma_bench_write" --benchmark_out="$1/bench_write.json" --benchmark_out_format=json
 "$1/bin/corma_bench_data" --benchmark_out="$1/bench_data.json" --benchmark_out_format=json
+if [ -x "$1/bin/corma_bench_editor" ]; then
+    "$1/bin/corma_bench_editor" --benchmark_out="$1/bench_editor.json" --benchmark_out_format=json
+fi
 "$1/bin/corma_bench_drawing" "$drawings" --benchmark_repetitions=5 \
     --benchmark_out="$1/bench_drawing.json" --benchmark_out_format=json
 "$1/bin/corma_bench_drawing_memory" "$drawings"

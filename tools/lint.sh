@@ -9,5 +9,5 @@ git ls-files '*.h' '*.cpp' | xargs clang-format --dry-run --Werror
 check='log=$(mktemp)
 clang-tidy -p "$0" --quiet "$@" 2>"$log" || { cat "$log" >&2; rm "$log"; exit 1; }
 rm "$log"'
-git ls-files 'src/*.cpp' 'apps/*.cpp' | xargs -P "$(nproc)" -n 2 sh -c "$check" "$1"
+git ls-files "src/*.cpp" "apps/*.cpp" "tools/*.cpp" | xargs -P "$(nproc)" -n 2 sh -c "$check" "$1"
 echo "lint: no findings"

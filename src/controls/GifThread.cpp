@@ -17,7 +17,7 @@ struct GifThread::State
     std::condition_variable changed;
     QWidget* widget = nullptr; // null from the moment on that it must not be touched
     QImage picture;
-    bool isUpdateAsked = false; // and not yet answered, so that requests do not pile up
+    bool isUpdateAsked = false; // since a picture was taken; so requests do not pile up
     bool isStopping = false;
     bool hasEnded = false;
 };
@@ -29,7 +29,7 @@ GifThread::GifThread(QWidget& widget, Pictures pictures)
     m_state->widget = &widget;
     m_thread = std::thread([state = m_state] {
         try {
-            run(state);
+            run(*state);
         } catch (...) { // NOLINT(bugprone-empty-catch): no memory; the last picture stays
         }
         const std::lock_guard lock(state->mutex);
@@ -45,46 +45,31 @@ GifThread::~GifThread()
     }
 }
 
-void GifThread::run(const std::shared_ptr<State>& state)
+void GifThread::run(State& state)
 {
     for (;;) {
-        ShownPicture next = state->pictures(); // without the lock: it takes its time
-        std::unique_lock lock(state->mutex);
-        if (state->isStopping) {
+        ShownPicture next = state.pictures(); // without the lock: it takes its time
+        std::unique_lock lock(state.mutex);
+        if (state.isStopping) {
             return;
         }
         if (!next.picture.isNull()) {
-            state->picture = std::move(next.picture);
-            askForUpdate(state);
+            state.picture = std::move(next.picture);
+            if (!std::exchange(state.isUpdateAsked, true)) {
+                // Queued, it vanishes together with the widget.
+                QMetaObject::invokeMethod(state.widget, "update", Qt::QueuedConnection);
+            }
         }
-        if (state->changed.wait_for(lock, next.time, [&] { return state->isStopping; })) {
+        if (state.changed.wait_for(lock, next.time, [&] { return state.isStopping; })) {
             return;
         }
     }
 }
 
-/// With the lock held.
-void GifThread::askForUpdate(const std::shared_ptr<State>& state)
-{
-    if (std::exchange(state->isUpdateAsked, true)) {
-        return;
-    }
-    // Queued, the call vanishes together with the widget.
-    QMetaObject::invokeMethod(
-        state->widget,
-        [state] {
-            const std::lock_guard lock(state->mutex);
-            state->isUpdateAsked = false;
-            if (state->widget != nullptr) {
-                state->widget->update();
-            }
-        },
-        Qt::QueuedConnection);
-}
-
-QImage GifThread::picture() const
+QImage GifThread::picture()
 {
     const std::lock_guard lock(m_state->mutex);
+    m_state->isUpdateAsked = false;
     return m_state->picture;
 }
 

@@ -26,8 +26,9 @@ public:
         leftBehind // it goes on by itself and ends as soon as it can
     };
 
-    /// Starts. The widget is updated, on its own thread, when there is a picture to paint, until
-    /// stop() is called. Throws std::system_error when the system gives no thread.
+    /// Starts. The widget is asked to update itself, on its own thread, when there is another
+    /// picture to paint; once until picture() is called. Throws std::system_error when the system
+    /// gives no thread.
     GifThread(QWidget& widget, Pictures pictures);
     GifThread(const GifThread&) = delete;
     GifThread& operator=(const GifThread&) = delete;
@@ -36,10 +37,10 @@ public:
     ~GifThread();
 
     /// The picture to paint now; null before the first.
-    [[nodiscard]] QImage picture() const;
+    [[nodiscard]] QImage picture();
 
     /// Lets no further picture be shown and waits for the end of the thread for this long at most.
-    /// From the call on the widget is not touched, even by a thread that is left behind.
+    /// Even a thread that is left behind asks nothing of the widget any more.
     End stop(std::chrono::milliseconds longestWait = kLongestWait);
 
     static constexpr std::chrono::milliseconds kLongestWait {5000};
@@ -47,8 +48,7 @@ public:
 private:
     struct State;
 
-    static void run(const std::shared_ptr<State>& state);
-    static void askForUpdate(const std::shared_ptr<State>& state);
+    static void run(State& state);
 
     std::shared_ptr<State> m_state; // with the thread too, which may outlive this object
     std::thread m_thread;

@@ -199,17 +199,21 @@ void Desk::askProjectFile(const ProjectQuestion& question)
 }
 
 // The chosen file is read by the name that it has; what is written later goes beside it under the
-// name that belongs to the configuration file (test: AProjectOfAnotherNameIsReadOnce).
+// name that belongs to the configuration file (test: AProjectOfAnotherNameIsReadOnce). Its folder
+// becomes the current one, so a folder that was told from there is told from the root before.
 void Desk::takeProject(const std::wstring& path)
 {
-    const platform::PathParts parts = platform::splitPath(platform::nativeSeparators(path));
-    // A folder that cannot be entered shows when the file is opened.
-    static_cast<void>(platform::setCurrentFolder(parts.folderPath()));
+    const std::wstring whole = platform::fullPath(path);
+    const std::wstring folder = platform::splitPath(whole).folderPath();
+    FileNameSet& names = m_started.fileNames;
+    names.globalFolder = platform::fullPath(names.globalFolder);
+    // One that cannot be entered shows in the load, of which the user is told.
+    static_cast<void>(platform::setCurrentFolder(folder));
     if (mode() != LevelMode {}) {
         freshModelWithoutProject();
     }
-    m_started.fileNames.projectFolder = parts.folderPath();
-    loadProject(parts.fileName());
+    names.projectFolder = folder;
+    loadProject(whole);
     refill();
     rebuildTree();
     m_view->focusOn(DeskView::Pane::tree);
@@ -261,8 +265,10 @@ void Desk::addCategory(const NewName& answer)
     const bool toGlobal = !model().projectMode;
     const RewriteFailure failure = addHeader(answer.name, fileNames(), toGlobal);
     if (failure.isOne()) {
+        // The category is one in memory alone then, and so nothing is put below its header.
         xx_reportError(kSource, __LINE__, describe(pathOf(fileNames(), toGlobal), failure).c_str(),
                        failure.error.number);
+        return;
     }
     if (answer.copyOf) {
         copySettings(*model().findCategory(answer.name), *answer.copyOf);
@@ -313,9 +319,6 @@ void Desk::addSetting(Rubriek& category, const std::wstring& name)
 
 void Desk::removeSettings()
 {
-    if (m_selectedRows.empty()) {
-        return;
-    }
     if (asks(row::kRemoveSetting)) {
         removeSelected();
         refill();
@@ -326,8 +329,8 @@ void Desk::removeSettings()
 
 void Desk::removeSelected()
 {
-    InstellingenArray& settings = selectedCategory()->settings();
     for (const std::wstring& ident : selectedIdents()) {
+        InstellingenArray& settings = selectedCategory()->settings();
         if (mode().local) {
             const DocumentLock lock;
             settings.removeFromDrawing(ident, database(), fileNames());

@@ -1,52 +1,15 @@
 #include "host/linetype_file.h"
 
+#include "host/definition_text.h"
 #include "host/host.h"
-#include "host/own_linetypes.h"
-#include "platform/platform.h"
+#include "host/own_definitions.h"
 #include "platform/text.h"
-
-#include <array>
-#include <charconv>
 
 namespace corma::host {
 
 namespace {
 
 constexpr std::size_t kMostDashes = 12; // of a linetype
-constexpr std::size_t kLongestPath = 4096; // characters
-
-std::wstring_view trimmed(std::wstring_view text)
-{
-    constexpr std::wstring_view kBlanks = L" \t\r";
-    const std::size_t begin = text.find_first_not_of(kBlanks);
-    if (begin == std::wstring_view::npos) {
-        return {};
-    }
-    return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
-
-// What stands before the next separator; `text` moves behind it.
-std::wstring_view takeUntil(std::wstring_view& text, wchar_t separator)
-{
-    const std::size_t end = text.find(separator);
-    const std::wstring_view piece = text.substr(0, end);
-    text = end == std::wstring_view::npos ? std::wstring_view() : text.substr(end + 1);
-    return piece;
-}
-
-std::optional<double> numberIn(std::wstring_view text)
-{
-    const std::string bytes = toUtf8(trimmed(text));
-    const char* begin = bytes.data();
-    const char* const end = begin + bytes.size();
-    if (begin != end && *begin == '+') {
-        ++begin;
-    }
-    double number = 0.0;
-    const auto [behind, error] = std::from_chars(begin, end, number);
-    return error == std::errc() && behind == end && begin != end ? std::optional(number)
-                                                                 : std::nullopt;
-}
 
 void readPattern(std::wstring_view pattern, LinetypeDefinition& definition)
 {
@@ -86,17 +49,8 @@ std::vector<LinetypeDefinition> parseLinetypes(std::wstring_view text)
 
 std::optional<std::wstring> linetypeFile(const std::wstring& name)
 {
-    std::array<ACHAR, kLongestPath> path {};
-    if (acedFindFile(name.c_str(), path.data(), path.size()) == RTNORM) {
-        const auto content = platform::readFile(platform::locate(path.data()));
-        return content ? std::optional(fromUtf8(content->view())) : std::nullopt;
-    }
-    for (const OwnLinetypeFile& own : kOwnLinetypeFiles) {
-        if (equalIgnoringCase(own.name, platform::splitPath(name).fileName())) {
-            return fromUtf8(own.content);
-        }
-    }
-    return std::nullopt;
+    const auto file = definitionFile(name, kOwnLinetypeFiles);
+    return file ? std::optional(file->text) : std::nullopt;
 }
 
 } // namespace corma::host

@@ -58,6 +58,7 @@ inline constexpr int kMaximum = 3016;
 inline constexpr int kMinimum = 3017;
 inline constexpr int kWrongValueTitle = 3018;
 inline constexpr int kHatch = 3019;
+inline constexpr int kPattern = 3022;
 inline constexpr int kAngleOutOfRange = 3026;
 inline constexpr int kScaleNegative = 3027;
 inline constexpr int kOption = 3028;

@@ -70,7 +70,7 @@ public:
 
     void fitNames() override { }
 
-    void setFocus(Pane /*pane*/) override { }
+    void focusOn(Pane /*pane*/) override { }
 
     std::optional<NewName> askName(NameOf /*what*/) override { return std::nullopt; }
 
@@ -83,7 +83,7 @@ public:
 
     void editFile(const std::wstring& /*file*/) override { }
 
-    void close() override { }
+    void endDialog() override { }
 };
 
 } // namespace corma::testing

@@ -136,6 +136,7 @@ struct Palette
 
     Palette(const Palette&) = delete;
     Palette& operator=(const Palette&) = delete;
+
     ~Palette() { acutDelString(result); }
 
     ACHAR* result = nullptr;
