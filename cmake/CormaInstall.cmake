@@ -24,3 +24,13 @@ file(RELATIVE_PATH corma_pc_up
 configure_file(cmake/corma.pc.in "${PROJECT_BINARY_DIR}/corma.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/corma.pc"
   DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# The editor as a program of the desktop.
+if(CORMA_EDITOR)
+  install(TARGETS cfgdesk RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES resources/desktop/cfgdesk.desktop
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/applications")
+  install(FILES resources/icons/cfgdesk.svg
+    DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
+  install(FILES docs/man/cfgdesk.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+endif()

@@ -34,12 +34,6 @@ bool isWindowThread()
     return QThread::currentThread() == qApp->thread();
 }
 
-QWidget* windowInUse()
-{
-    QWidget* const modal = QApplication::activeModalWidget();
-    return modal != nullptr ? modal : QApplication::activeWindow();
-}
-
 QMessageBox::Icon iconOf(MessageIcon icon)
 {
     switch (icon) {
@@ -102,6 +96,12 @@ void addButtons(QMessageBox& box, std::span<const Button> buttons)
 }
 
 } // namespace
+
+QWidget* windowInUse()
+{
+    QWidget* const modal = QApplication::activeModalWidget();
+    return modal != nullptr ? modal : QApplication::activeWindow();
+}
 
 DialogServices::DialogServices()
     : m_before(services())

@@ -2,7 +2,13 @@
 
 #include <corma/host.h>
 
+class QWidget;
+
 namespace corma {
+
+/// The window that new ones belong above: the dialog that waits for the user, else the window with
+/// the focus; null for none. In the thread of the Qt application.
+QWidget* windowInUse();
 
 /// Services of a process with windows: what the user must see or answer comes in a window above the
 /// one that is in use. In force from construction to destruction, in the thread of the Qt

@@ -18,6 +18,7 @@ static void loadPages()
 namespace {
 
 constexpr int kMarkSize = 16; // pixels, of a screen of usual density
+constexpr int kMargin = 12;
 
 struct Page
 {
@@ -50,6 +51,8 @@ HelpDlg::HelpDlg(int language, QWidget* parent)
     QFile page(pageFor(language));
     if (page.open(QIODevice::ReadOnly)) {
         m_ui->page->setHtml(QString::fromUtf8(page.readAll()));
+        m_ui->page->document()->setDocumentMargin(kMargin);
+        m_ui->page->document()->setIndentWidth(kMargin * 2);
     }
     connect(m_ui->buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     m_ui->buttons->button(QDialogButtonBox::Close)->setText(QStringLiteral("OK"));

@@ -1,9 +1,10 @@
 #!/bin/sh
 # Installs the library into a scratch folder, moves it, and builds and runs a program against it:
 # once by its CMake package and once by pkg-config.
-# Usage: package_test.sh BUILD_FOLDER SCRATCH_FOLDER EXAMPLE_INI CXX CXX_FLAGS
+# Usage: package_test.sh BUILD_FOLDER SCRATCH_FOLDER EXAMPLE_INI CXX CXX_FLAGS EDITOR
+# EDITOR is ON when the editor was built.
 set -eu
-build=$1 scratch=$2 example=$3 cxx=$4 flags=$5
+build=$1 scratch=$2 example=$3 cxx=$4 flags=$5 editor=$6
 here=$(cd "$(dirname "$0")" && pwd)
 
 rm -rf "$scratch"
@@ -26,3 +27,6 @@ LD_LIBRARY_PATH=$(dirname "$libraries") "$scratch/by-pkg-config" "$example"
 
 # The installed program finds the installed library by itself.
 "$scratch/moved/bin/cfgctl" get "$example" "[Tekst]Hoogte"
+if [ "$editor" = ON ]; then
+    "$scratch/moved/bin/cfgdesk" --version
+fi
