@@ -50,15 +50,17 @@ void Camera::takeModal(const char* name, const std::function<void()>& action)
         return;
     }
     bool isTaken = false;
-    QTimer::singleShot(0, [&] {
-        if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-            take(name, *dialog);
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && !isTaken) {
             isTaken = true;
+            take(name, *dialog);
             dialog->reject();
         }
     });
+    timer.start(0);
     action();
-    QApplication::processEvents();
     if (!isTaken) {
         throw std::runtime_error(std::string("no dialog came up for ") + name);
     }
