@@ -36,7 +36,9 @@ endfunction()
 # The same for a folder with Qt in it: what Qt generates is made, and its headers are read once.
 function(corma_add_dialogs name)
   corma_add_subsystem(${name} ${ARGN})
-  set_target_properties(corma_${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+  set_target_properties(corma_${name} PROPERTIES
+    AUTOMOC ON AUTOUIC ON AUTORCC ON
+    AUTOGEN_ORIGIN_DEPENDS OFF) # so that the headers can be made without compiling anything
   target_compile_definitions(corma_${name} PRIVATE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII)
   target_precompile_headers(corma_${name} PRIVATE <QtWidgets> <string> <vector>)
 endfunction()

@@ -55,7 +55,7 @@ std::wstring comparableFolder(const std::wstring& path)
 std::wstring shortened(const std::wstring& value)
 {
     const bool isWhole = hasFolder(value);
-    const std::wstring path = isWhole ? value : foundFile(value);
+    std::wstring path = isWhole ? value : foundFile(value);
     if (comparableFolder(path) == comparableFolder(xx_hostModuleName())) {
         return isWhole ? platform::splitPath(value).fileName() : value;
     }

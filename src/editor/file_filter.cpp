@@ -2,6 +2,8 @@
 
 #include "foundation/wide_text.h"
 
+#include <utility>
+
 namespace corma {
 
 namespace {
@@ -50,8 +52,11 @@ std::vector<std::wstring> nameFilters(std::wstring_view filter)
     for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
         const std::wstring patterns = patternsOf(parts[i + 1]);
         if (!patterns.empty()) {
-            const std::wstring name(nameOf(parts[i]));
-            filters.push_back(name + (name.empty() ? L"(" : L" (") + patterns + L")");
+            std::wstring shown(nameOf(parts[i]));
+            shown += shown.empty() ? L"(" : L" (";
+            shown += patterns;
+            shown += L')';
+            filters.push_back(std::move(shown));
         }
     }
     return filters;

@@ -102,6 +102,7 @@ std::vector<std::wstring> withMnemonics(const std::vector<std::wstring>& texts)
 void setTextsWithMnemonics(const std::vector<MnemonicText>& group)
 {
     std::vector<std::wstring> texts;
+    texts.reserve(group.size());
     for (const MnemonicText& each : group) {
         texts.push_back(each.text);
     }

@@ -200,7 +200,17 @@ TEST(GifPlayer, BrokenFramesAtTheBeginningAreDroppedAtOnce)
 TEST(GifPlayer, BrokenFramesAloneAreNothing)
 {
     EXPECT_FALSE(GifPlayer::open(gifBytes(kSmall, {kBroken, kBroken})));
-    EXPECT_FALSE(GifPlayer::open(gifBytes(kSmall, std::vector<TestFrame>(10'000, kBroken))));
+}
+
+TEST(GifPlayer, TheSearchForAFrameThatCanBeDecodedHasAnEnd)
+{
+    const auto isOpened = [](std::size_t broken) {
+        std::vector<TestFrame> frames(broken, kBroken);
+        frames.push_back({});
+        return GifPlayer::open(gifBytes(kSmall, frames)) != nullptr;
+    };
+    EXPECT_TRUE(isOpened(1'000));
+    EXPECT_FALSE(isOpened(10'000));
 }
 
 TEST(GifPlayer, AScreenHasAtMostTheNumberOfPixelsThatCanBeShown)

@@ -77,6 +77,7 @@ const Case kCases[] = {
     {"ATextTakesTheControl",          kHead + kControl + kText + kDot, "4x4\n0,0 1x1 -1 0"},
     {"TheLastOfTwoControlsCounts",    kHead + kControl + "\x21\xF9\x04\x04\x01\x02\0\0"s + kDot, "4x4\n0,0 1x1 513 1"},
     {"AControlOfAnotherLength",       kHead + "\x21\xF9\x03\x08\x07\0\0"s + kDot, "4x4\n0,0 1x1 -1 0"},
+    {"AControlWithMoreBehindIt",      kHead + "\x21\xF9\x04\x08\x07\0\0\x01x\0"s + kDot, "4x4\n0,0 1x1 -1 0"},
     {"AnyDisposal",                   kHead + gifBlocks({.delay = 0, .disposal = 7}), "4x4\n0,0 1x1 0 7"},
     {"TheLargestNumbers",             gifHead({.width = 65535, .height = 65535}) + gifBlocks({.left = 65535, .top = 65534, .delay = 65535}), "65535x65535\n65535,65534 1x1 65535 0"},
     {"AnImageOfNoSize",               kHead + gifBlocks({.width = 0, .height = 0}), "4x4\n0,0 0x0 -1 0"},

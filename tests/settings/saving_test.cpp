@@ -487,6 +487,85 @@ TEST_F(Saving, OfAProjectFileThatIsNotReported)
     EXPECT_EQ(filesIn(folder), "house/tool.ipr");
 }
 
+// --- headers -------------------------------------------------------------------------------------
+
+struct HeaderRow
+{
+    const char* sentence;
+    Target target;
+    std::string before;
+    std::string after;
+};
+
+void PrintTo(const HeaderRow& row, std::ostream* out)
+{
+    *out << row.sentence;
+}
+
+class AddedHeader : public Saving, public ::testing::WithParamInterface<HeaderRow>
+{
+};
+
+TEST_P(AddedHeader, StandsAtTheEndOfTheFile)
+{
+    const bool isGlobal = GetParam().target == Target::global;
+    isGlobal ? writeIni(GetParam().before) : writeIpr(GetParam().before);
+    EXPECT_FALSE(corma::addHeader(L"Zoë", where(), isGlobal).isOne());
+    EXPECT_EQ(isGlobal ? ini() : ipr(), GetParam().after);
+    EXPECT_EQ(filesIn(folder), isGlobal ? "cfg/tool.ini" : "house/tool.ipr");
+    EXPECT_EQ(boxes(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Saving, AddedHeader,
+    ::testing::Values(HeaderRow {"BehindAnEmptyLineInAConfigurationFile", Target::global,
+                                 "A=1\n[X]\nB=2\n", "A=1\n[X]\nB=2\n\n[Zoë]\n"},
+                      HeaderRow {"OfAConfigurationFileWithAnOpenLastLine", Target::global, "A=1",
+                                 "A=1\n[Zoë]\n"},
+                      HeaderRow {"OfAnEmptyConfigurationFile", Target::global, "", "\n[Zoë]\n"},
+                      HeaderRow {"WithTheLineEndsOfAConfigurationFile", Target::global,
+                                 "A=1\r\nB=2\r\n", "A=1\r\nB=2\r\n\r\n[Zoë]\r\n"},
+                      HeaderRow {"InTheEncodingOfAConfigurationFile", Target::global,
+                                 "\xFF\xFE"
+                                 "A\0=\0\n\0"s,
+                                 "\xFF\xFE"
+                                 "A\0=\0\n\0\n\0[\0Z\0o\0\xEB\0]\0\n\0"s},
+                      HeaderRow {"InAProjectFile", Target::project, "A=1\n", "A=1\n[Zoë]\n"},
+                      HeaderRow {"OfAnEmptyProjectFile", Target::project, "", "[Zoë]\n"},
+                      HeaderRow {"OfAProjectFileWithAnOpenLastLine", Target::project, "[X]\nB=2",
+                                 "[X]\nB=2\n[Zoë]\n"},
+                      HeaderRow {"WithTheLineEndsOfAProjectFile", Target::project, "A=1\r\n",
+                                 "A=1\r\n[Zoë]\r\n"}),
+    [](const auto& row) { return row.param.sentence; });
+
+TEST_F(Saving, AddsNoHeaderToAFileThatIsNotThere)
+{
+    for (const bool isGlobal : {true, false}) {
+        const corma::RewriteFailure failure = corma::addHeader(L"X", where(), isGlobal);
+        EXPECT_EQ(failure.step, corma::RewriteFailure::Step::open);
+        EXPECT_EQ(failure.error.cause, corma::platform::FileError::Cause::notFound);
+        EXPECT_EQ(corma::describe(L"tool", failure), L"tool : No such file or directory");
+    }
+    EXPECT_EQ(filesIn(folder), "");
+    EXPECT_EQ(boxes(), "");
+}
+
+TEST_F(Saving, LeavesAFileAsItIsWhenAHeaderCannotBeAdded)
+{
+    writeIni("A=1\n");
+    EXPECT_EQ(corma::describe(L"tool", corma::addHeader(L"\xD800", where(), true)),
+              L"tool : the setting has a character that no file can hold");
+    for (const SystemCall call :
+         {SystemCall::openTarget, SystemCall::create, SystemCall::write, SystemCall::rename}) {
+        const RefusedCalls refused(call, EACCES);
+        EXPECT_TRUE(corma::addHeader(L"X", where(), true).isOne());
+        EXPECT_GT(refused.count(), 0);
+    }
+    EXPECT_EQ(ini(), "A=1\n");
+    EXPECT_EQ(filesIn(folder), "cfg/tool.ini");
+    EXPECT_EQ(boxes(), "");
+}
+
 // --- drawings ------------------------------------------------------------------------------------
 
 class SavingInDrawings : public Saving
@@ -568,6 +647,19 @@ TEST_F(SavingInDrawings, ThatCannotBeDoneTellsNothing)
     EXPECT_EQ(setting.writeToDrawing(nullptr, where()), Acad::eKeyNotFound);
     EXPECT_EQ(boxes(), "");
     EXPECT_EQ(services.allPrinted(), L"");
+}
+
+TEST_F(Saving, TellsOfASettingThatIsNotStoredInTheDrawing)
+{
+    Rubriek category(L"X");
+    Instelling setting(L"A", L"2");
+    setting.setCategory(&category);
+    EXPECT_FALSE(corma::saveToDrawing(setting, nullptr, where()));
+    EXPECT_EQ(told(), "stop: A not stored in the drawing\n") << "there is none";
+    newDrawing();
+    EXPECT_TRUE(corma::saveToDrawing(setting, nullptr, where()));
+    EXPECT_EQ(told(), "");
+    EXPECT_EQ(drawing(), "X/\nX/A=2\n");
 }
 
 // --- random files --------------------------------------------------------------------------------
