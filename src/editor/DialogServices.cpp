@@ -1,5 +1,6 @@
 #include "editor/DialogServices.h"
 
+#include "editor/HatchPaletteDlg.h"
 #include "editor/HelpDlg.h"
 #include "editor/mnemonics.h"
 #include "foundation/wide_text.h"
@@ -159,7 +160,16 @@ void DialogServices::fail(const wchar_t* text)
 
 bool DialogServices::chooseHatchPattern(const HatchPatternQuestion& question, std::wstring& chosen)
 {
-    return m_before.chooseHatchPattern(question, chosen);
+    if (!isWindowThread()) {
+        return m_before.chooseHatchPattern(question, chosen);
+    }
+    HatchPaletteDlg palette(std::wstring(view(question.pattern)), question.showCustom,
+                            windowInUse());
+    if (palette.exec() != QDialog::Accepted) {
+        return false;
+    }
+    chosen = palette.chosen();
+    return true;
 }
 
 bool DialogServices::showHelp(const wchar_t* file)

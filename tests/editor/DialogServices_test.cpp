@@ -1,7 +1,9 @@
 #include "editor/DialogServices.h"
+#include "editor/HatchPaletteDlg.h"
 #include "editor/HelpDlg.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
+#include <corma/cfgdesk.h>
 #include <corma/texts.h>
 
 #include <QDesktopServices>
@@ -11,6 +13,7 @@
 #include <QTextBrowser>
 #include <QTimer>
 
+#include <array>
 #include <functional>
 #include <future>
 #include <gmock/gmock.h>
@@ -239,6 +242,55 @@ TEST(DialogServices, TheDefaultOnesComeBack)
     }
     EXPECT_EQ(&services(), &before);
     EXPECT_EQ(setServices(nullptr), nullptr);
+}
+
+// --- hatches -------------------------------------------------------------------------------------
+
+class ChosenHatch : public DialogServicesTest
+{
+protected:
+    static void next(Qt::Key key)
+    {
+        QTimer::singleShot(0, qApp, [key] {
+            auto* const palette = qobject_cast<HatchPaletteDlg*>(QApplication::activeModalWidget());
+            ASSERT_NE(palette, nullptr);
+            QTest::keyClick(palette, key);
+        });
+    }
+
+    const TempFolder folder;
+    const CurrentFolder there {folder.path()};
+    const std::wstring patterns = folder.write(
+        L"acad.pat", "*ANSI31, iron\n45, 0,0, 0,3\n*DOTS, dots\n0, 0,0, 1,1, 0,-1\n");
+};
+
+TEST_F(ChosenHatch, IsThePatternOfThePalette)
+{
+    std::wstring chosen = L"before";
+    next(Qt::Key_Return);
+    EXPECT_TRUE(services().chooseHatchPattern({.pattern = L"DOTS"}, chosen));
+    EXPECT_EQ(chosen, L"DOTS");
+    EXPECT_THAT(before.hatchQuestions, IsEmpty());
+}
+
+TEST_F(ChosenHatch, StaysWhenTheUserCancels)
+{
+    std::wstring chosen = L"before";
+    next(Qt::Key_Escape);
+    EXPECT_FALSE(services().chooseHatchPattern({.pattern = L"DOTS"}, chosen));
+    EXPECT_EQ(chosen, L"before");
+}
+
+TEST_F(ChosenHatch, IsCopiedIntoTheBufferOfTheExportedFunction)
+{
+    std::array<wchar_t, 4> result {L"abc"};
+    next(Qt::Key_Return);
+    EXPECT_TRUE(xx_showHatchPalleteDialog(L"DOTS", false, result.data(), 4));
+    EXPECT_STREQ(result.data(), L"DOT");
+    next(Qt::Key_Escape);
+    EXPECT_FALSE(xx_showHatchPalleteDialog(L"ANSI31", true, result.data(), 4));
+    EXPECT_STREQ(result.data(), L"ANS");
+    EXPECT_EQ(&services(), &dialogs);
 }
 
 // --- help ----------------------------------------------------------------------------------------
