@@ -98,6 +98,35 @@ protected:
         QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("list")), Qt::Key_Insert);
     }
 
+    /// Changes the value of the first setting as the user does.
+    static void edit(CCfgDeskExeDlg& dialog, const QString& value)
+    {
+        QTimer::singleShot(0, qApp, [value] {
+            auto* const field = modal()->findChild<QLineEdit*>(QStringLiteral("valueField"));
+            ASSERT_NE(field, nullptr);
+            field->selectAll();
+            QTest::keyClicks(field, value);
+            QTest::keyClick(field, Qt::Key_Return);
+        });
+        QTest::keyClick(dialog.findChild<QWidget*>(QStringLiteral("list")), Qt::Key_F2);
+    }
+
+    /// The setting of that name as a start on the saved drawing sees it.
+    [[nodiscard]] std::string inDrawing(const wchar_t* name) const
+    {
+        if (!openDocument(platform::fromNative(drawing).c_str())) {
+            return "no drawing";
+        }
+        const StartedModel started
+            = startModel({.iniFile = platform::fromNative(ini), .document = currentDocument()});
+        const Instelling* const setting
+            = started.model->findCategory(L"Algemeen")->settings().findSetting(name);
+        if (setting == nullptr) {
+            return "no setting";
+        }
+        return (setting->isLocal() ? "local " : "not local ") + narrow(setting->value());
+    }
+
     [[nodiscard]] std::string saved() const { return folder.read(L"house/plan.dxf"); }
 
     const RecordingServices services;
@@ -127,13 +156,18 @@ TEST_F(CfgdeskWindow, AChangedDrawingIsSavedWhenTheWindowWasClosed)
     EXPECT_EQ(folder.read(L"cfg/tool.ini"), "A=1\n");
     EXPECT_EQ(currentDocument(), nullptr);
 
-    ASSERT_TRUE(openDocument(platform::fromNative(drawing).c_str()));
-    const StartedModel model
-        = startModel({.iniFile = platform::fromNative(ini), .document = currentDocument()});
-    const Instelling* const setting
-        = model.model->findCategory(L"Algemeen")->settings().findSetting(L"Trap");
-    ASSERT_NE(setting, nullptr);
-    EXPECT_TRUE(setting->isLocal());
+    EXPECT_EQ(inDrawing(L"Trap"), "local ");
+}
+
+TEST_F(CfgdeskWindow, AnEditedValueIsInTheSavedDrawing)
+{
+    folder.write(L"cfg/tool.inr", "A=i\n");
+    const int status = run({ini, "--drawing", drawing},
+                           [](CCfgDeskExeDlg& dialog) { edit(dialog, QStringLiteral("42")); });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(out.str(), "cfgdesk: saved " + drawing + "\n");
+    EXPECT_EQ(folder.read(L"cfg/tool.ini"), "A=1\n");
+    EXPECT_EQ(inDrawing(L"A"), "local 42");
 }
 
 TEST_F(CfgdeskWindow, ADrawingThatWasOnlyLookedAtIsNotWritten)
