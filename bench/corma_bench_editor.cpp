@@ -7,6 +7,7 @@
 #include "model_family.h"
 #include "sample_files.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QKeyEvent>
