@@ -11,8 +11,10 @@ cp -R "$root/examples/plattegrond" "$copy/plattegrond"
 
 # The same pictures on every desktop.
 unset QT_STYLE_OVERRIDE QT_QPA_PLATFORMTHEME ACAD
-export QT_QPA_PLATFORM=offscreen HOME="$copy" XDG_CONFIG_HOME="$copy" LC_ALL=C.UTF-8
-mkdir -p "$out"
+export QT_QPA_PLATFORM=offscreen HOME="$copy" XDG_CONFIG_HOME="$copy" XDG_RUNTIME_DIR="$copy/runtime" LC_ALL=C.UTF-8
+mkdir -p "$out" "$copy/runtime"
+chmod 700 "$copy/runtime"
+out=$(cd "$out" && pwd)
 for language in en:9 nl:19 fr:12 ru:25; do
     for scale in 1 2; do
         for palette in light dark; do
@@ -20,7 +22,7 @@ for language in en:9 nl:19 fr:12 ru:25; do
             option=
             [ "$palette" = light ] || option=--dark
             # shellcheck disable=SC2086 # no option is no argument
-            (cd "$copy" && QT_SCALE_FACTOR=$scale "$program" "$out" "plattegrond" \
+            (cd "$copy/plattegrond" && QT_SCALE_FACTOR=$scale "$program" "$out" . \
                 "${language#*:}" "$suffix" $option)
         done
     done

@@ -49,7 +49,7 @@ protected:
     {
         dialog.reset();
         open(start);
-        dialog = std::make_unique<EditDlg>(*desk);
+        dialog = std::make_unique<EditDlg>(desk());
         dialog->show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
         return *dialog;
@@ -313,7 +313,7 @@ TEST_F(EditDlgTest, ARefusedValueKeepsTheDialogOpen)
 TEST_F(EditDlgTest, ASettingThatIsGoneEndsTheDialog)
 {
     show();
-    desk->selectRows({}, -1);
+    desk().selectRows({}, -1);
     press(Qt::Key_Return);
     EXPECT_TRUE(isAccepted());
     EXPECT_EQ(ini(), "A=5\n");
@@ -695,7 +695,7 @@ TEST_F(EditDlgTest, DerivedDialogsFillChoicesAndCloseUpThemselves)
     };
 
     open();
-    Derived derived(*desk);
+    Derived derived(desk());
     EXPECT_EQ(derived.calls, "");
     derived.show();
     derived.hide();

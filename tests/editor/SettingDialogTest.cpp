@@ -1,9 +1,6 @@
 #include "editor/SettingDialogTest.h"
 
-#include "host/host.h"
 #include "platform/text.h"
-
-#include <algorithm>
 
 namespace corma::testing {
 
@@ -37,12 +34,6 @@ std::string folderOf(int language)
 
 } // namespace
 
-void SettingDialogTest::TearDown()
-{
-    desk.reset();
-    LevelsTest::TearDown();
-}
-
 void SettingDialogTest::define(std::string_view definition) const
 {
     folder.write(L"cfg/tool.inr", "A=" + std::string(definition) + "\n");
@@ -60,39 +51,20 @@ void SettingDialogTest::describe(std::string_view description) const
 
 DeskStart SettingDialogTest::startAt(Levels levels, int language) const
 {
-    DeskStart start {.request = {.iniFile = folder.path(L"cfg/tool.ini"), .language = language}};
+    if (levels == Levels::local || levels == Levels::localProject) {
+        return onDrawing(language);
+    }
+    DeskStart start = plain(language);
     if (levels == Levels::project) {
         start.request.projectFile = folder.path(L"house/tool.ipr");
-    }
-    if (levels == Levels::local || levels == Levels::localProject) {
-        if (acDocManagerPtr()->curDocument() == nullptr) {
-            newDrawing();
-        }
-        start.request.document = acDocManagerPtr()->curDocument();
     }
     return start;
 }
 
 void SettingDialogTest::open(const DeskStart& start)
 {
-    static NoPreferences preferences;
-    static HiddenView view;
-    desk = std::make_unique<Desk>(start, preferences);
-    desk->open(view);
-    select(L"A");
-}
-
-void SettingDialogTest::select(const wchar_t* name)
-{
-    const auto& rows = desk->rows();
-    const auto row = std::find_if(rows.begin(), rows.end(),
-                                  [&](const SettingRow& each) { return each.name == name; });
-    if (row == rows.end()) {
-        desk->selectRows({}, -1);
-        return;
-    }
-    const int place = static_cast<int>(row - rows.begin());
-    desk->selectRows({place}, place);
+    DeskTest::open(start);
+    select({L"A"});
 }
 
 std::string SettingDialogTest::messages()

@@ -2,7 +2,6 @@
 #include "editor/SettingForm.h"
 #include "foundation/xx_findf.h"
 #include "platform/faults.h"
-#include "platform/platform.h"
 #include "platform/text.h"
 #include "support/RefusedCalls.h"
 #include "support/SqliteFile.h"
@@ -80,7 +79,7 @@ protected:
 
     SettingForm& showAgain()
     {
-        m_form.emplace(*desk);
+        m_form.emplace(desk());
         return *m_form;
     }
 
@@ -122,7 +121,7 @@ TEST_P(SettingFormOfType, ShowsTheInputThatFits)
     EXPECT_EQ(form.hasInputLabel(), row.hasInputLabel);
     EXPECT_EQ(form.hasBrowse(), row.hasBrowse);
     EXPECT_TRUE(form.isEnabled());
-    EXPECT_FALSE(desk->texts().newValue.empty());
+    EXPECT_FALSE(desk().texts().newValue.empty());
 }
 
 // clang-format off
@@ -232,8 +231,8 @@ protected:
         folder.write(L"cfg/more.ini", "");
         writeIni("#INCLUDE=more.ini\nA=5\n");
         open(levels);
-        select(L"#INCLUDE");
-        const SettingForm form(*desk);
+        select({L"#INCLUDE"});
+        const SettingForm form(desk());
         return std::string(form.saveGlobally().isShown ? "+" : "-")
             + (form.saveGlobally().isEnabled ? "GLOBAL" : "global")
             + (form.saveGlobally().isTicked ? "*" : "") + " "
@@ -362,7 +361,7 @@ TEST_F(SettingFormTest, ThePictureIsTheSettingsOrElseTheDesks)
 TEST_F(SettingFormTest, WithoutASettingAllIsEmptyAndOkDoesNothing)
 {
     open();
-    desk->selectRows({}, -1);
+    desk().selectRows({}, -1);
     SettingForm& form = showAgain();
     EXPECT_EQ(utf8(form.caption()), "Settings - ");
     EXPECT_EQ(utf8(form.fileFilter()), "");
@@ -823,7 +822,7 @@ TEST_F(SettingFormTest, ASettingThatIsGoneMeanwhileEndsTheDialog)
     SettingForm& form = show();
     form.setFieldText(L"new");
     writeIni("B=5\n");
-    desk->run(corma::MenuCommand::globalSettings);
+    desk().run(corma::MenuCommand::globalSettings);
     EXPECT_TRUE(form.accept());
     EXPECT_EQ(ini(), "B=5\n");
     EXPECT_EQ(messages(), "");
@@ -834,7 +833,7 @@ TEST_F(SettingFormTest, AnotherSettingDoesNotGetTheValue)
     writeIni("A=5\nB=6\n");
     SettingForm& form = show();
     form.setFieldText(L"new");
-    select(L"B");
+    select({L"B"});
     EXPECT_TRUE(form.accept());
     EXPECT_EQ(ini(), "A=5\nB=6\n");
 }
@@ -857,10 +856,7 @@ protected:
         if (folder.has(L"house/tool.ipr")) {
             all += "ipr " + ipr() + (ipr().ends_with('\n') ? "" : "\n");
         }
-        EXPECT_TRUE(corma::saveDocument());
-        desk.reset();
-        EXPECT_TRUE(corma::openDocument(folder.path(L"house/house.dxf").c_str()));
-        return all + "drawing " + drawing();
+        return all + "drawing " + savedDrawing();
     }
 };
 
@@ -959,8 +955,8 @@ TEST_F(SettingFormStore, OfAnIncludeIsTheConfigurationFileAsWell)
     writeIni("#INCLUDE=more.ini\nA=g\n");
     writeIpr("");
     open(Levels::project);
-    select(L"#INCLUDE");
-    SettingForm form(*desk);
+    select({L"#INCLUDE"});
+    SettingForm form(desk());
     form.setFieldText(L"other.ini");
     EXPECT_TRUE(form.accept());
     EXPECT_EQ(places(), "ini #INCLUDE=other.ini\nA=g\nipr #INCLUDE=other.ini\ndrawing (none)");

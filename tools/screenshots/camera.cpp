@@ -8,10 +8,40 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <algorithm>
+#include <map>
 #include <stdexcept>
 #include <utility>
+#include <vector>
 
 namespace screenshots {
+
+namespace {
+
+// A table of the 256 most frequent colours keeps the files small. Dialogs have few colours; what
+// stands between two of them, at the edges of letters, becomes the nearest one.
+QImage withColourTable(const QImage& picture)
+{
+    constexpr std::size_t kMostColours = 256;
+    const QImage plain = picture.convertToFormat(QImage::Format_RGB32);
+    std::map<QRgb, int> counts;
+    for (int y = 0; y < plain.height(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(plain.constScanLine(y));
+        std::for_each(line, line + plain.width(), [&](QRgb colour) { ++counts[colour]; });
+    }
+    std::vector<std::pair<int, QRgb>> byCount;
+    for (const auto& [colour, count] : counts) {
+        byCount.emplace_back(-count, colour);
+    }
+    std::sort(byCount.begin(), byCount.end());
+    QList<QRgb> table;
+    for (std::size_t i = 0; i < std::min(byCount.size(), kMostColours); ++i) {
+        table.append(byCount[i].second);
+    }
+    return plain.convertToFormat(QImage::Format_Indexed8, table, Qt::ThresholdDither);
+}
+
+} // namespace
 
 Camera::Camera(QString folder, QString suffix, QString only)
     : m_folder(std::move(folder))
@@ -26,15 +56,13 @@ bool Camera::wants(const char* name) const
     return m_only.isEmpty() || m_only == QLatin1StringView(name);
 }
 
-// A colour table keeps the files small; dialogs have few colours.
 void Camera::take(const char* name, QWidget& widget)
 {
     if (!wants(name)) {
         return;
     }
     QApplication::processEvents();
-    const QImage picture
-        = widget.grab().toImage().convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
+    const QImage picture = withColourTable(widget.grab().toImage());
     const QString path
         = QStringLiteral("%1/%2-%3.png").arg(m_folder, QLatin1StringView(name), m_suffix);
     constexpr int kSmallest = 0; // of the qualities: PNG files lose nothing by it
@@ -50,15 +78,17 @@ void Camera::takeModal(const char* name, const std::function<void()>& action)
         return;
     }
     bool isTaken = false;
-    QTimer::singleShot(0, [&] {
-        if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-            take(name, *dialog);
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog != nullptr && !isTaken) {
             isTaken = true;
+            take(name, *dialog);
             dialog->reject();
         }
     });
+    timer.start(0);
     action();
-    QApplication::processEvents();
     if (!isTaken) {
         throw std::runtime_error(std::string("no dialog came up for ") + name);
     }
