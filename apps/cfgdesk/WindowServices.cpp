@@ -55,7 +55,13 @@ void WindowServices::print(const wchar_t* text)
         keepLines(text);
     }
     if (isWindowThread() && !std::exchange(m_isDue, true)) {
-        QTimer::singleShot(0, qApp, [this] { showLines(); });
+        auto* const timer = new QTimer(qApp);
+        timer->setSingleShot(true);
+        QObject::connect(timer, &QTimer::timeout, timer, [this, timer] {
+            timer->deleteLater();
+            showLines();
+        });
+        timer->start(0);
     }
 }
 
