@@ -16,7 +16,7 @@
 
 #include <array>
 #include <cstdlib>
-#include <functional>
+#include <limits>
 #include <memory>
 #include <string>
 #include <vector>
@@ -62,6 +62,7 @@ public:
         , m_list(find<QTreeView>("list"))
         , m_search(find<QLineEdit>("searchText"))
     {
+        m_dialog.setAccessLevel(std::numeric_limits<short>::max());
         m_dialog.show();
         draw();
         require(m_dialog.desk().tree().first() != nullptr, "there are categories");
@@ -198,8 +199,7 @@ int run(int argc, char** argv)
     for (const Work& work : kWorks) {
         for (const ModelFamily& family : families) {
             benchmark::RegisterBenchmark(nameOf(work.what, family.form(), family.settings).c_str(),
-                                         work.measure, family)
-                ->Unit(benchmark::kMillisecond);
+                                         work.measure, family);
         }
     }
     Medians medians;
