@@ -249,8 +249,8 @@ using LibraryFunction = void (*)();
 /// as the systems here call it: "name.so" and "libname.so".
 LibraryFunction loadedFunction(std::wstring_view library, const char* symbol);
 
-/// Tells whether a window can be shown. A program asks before it makes its first object of Qt, which
-/// ends the process where there is no display, and keeps the object until it has made that: a
+/// Tells whether a window can be shown. A program asks before it makes its first object of Qt,
+/// which ends the process where there is no display, and keeps the object until it has made that: a
 /// server may start anew when its last client leaves, and would then refuse the next one. The
 /// variables count that Qt goes by: QT_QPA_PLATFORM, where anything but xcb and wayland needs no
 /// display, DISPLAY and WAYLAND_DISPLAY. A display that does not answer within some seconds cannot
