@@ -293,6 +293,13 @@ void CCfgDeskExeDlg::connectRest()
     connect(m_ui->help, &QPushButton::clicked, this, [] { corma::Desk::help(); });
     connect(m_ui->searchText, &QLineEdit::textEdited, this,
             [this](const QString& text) { m_desk.setSearchText(text.toStdWString()); });
+    // Queued: the desk answers when the event is through, since it moves the focus again.
+    connect(
+        this, &CCfgDeskExeDlg::listReleased, this, [this] { m_desk.clickList(); },
+        Qt::QueuedConnection);
+    connect(
+        this, &CCfgDeskExeDlg::searchFocused, this, [this] { m_desk.searchFocused(); },
+        Qt::QueuedConnection);
 }
 
 void CCfgDeskExeDlg::selectTreeIndex(const QModelIndex& current)
@@ -328,20 +335,17 @@ void CCfgDeskExeDlg::editWithKey()
     m_desk.activateList();
 }
 
-// A click counts wherever in the list it is. The search field tells that it has the focus when the
-// change of focus is through, since the answer moves the focus again.
+// A click counts wherever in the list it is.
 bool CCfgDeskExeDlg::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::MouseButtonRelease && watched == m_ui->list->viewport()
         && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
-        QMetaObject::invokeMethod(
-            this, [this] { m_desk.clickList(); }, Qt::QueuedConnection);
+        Q_EMIT listReleased();
     }
     if (event->type() == QEvent::FocusIn && watched == m_ui->searchText) {
         const auto reason = static_cast<QFocusEvent*>(event)->reason();
         if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason) {
-            QMetaObject::invokeMethod(
-                this, [this] { m_desk.searchFocused(); }, Qt::QueuedConnection);
+            Q_EMIT searchFocused();
         }
     }
     return QDialog::eventFilter(watched, event);

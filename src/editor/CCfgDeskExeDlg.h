@@ -43,6 +43,13 @@ public:
 
     void setVisible(bool visible) override;
 
+Q_SIGNALS:
+    /// The left button of the mouse was released over the list.
+    void listReleased();
+
+    /// The search field got the focus, and not with the window or from a menu of its own.
+    void searchFocused();
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
