@@ -87,7 +87,7 @@ namespace {
 
 std::optional<std::wstring> loadedUnderAnyName(std::wstring_view library)
 {
-    if (const auto path = loadedLibrary(library)) {
+    if (auto path = loadedLibrary(library)) {
         return path;
     }
     const PathParts parts = splitPath(library);
