@@ -30,6 +30,7 @@ QImage withColourTable(const QImage& picture)
         std::for_each(line, line + plain.width(), [&](QRgb colour) { ++counts[colour]; });
     }
     std::vector<std::pair<int, QRgb>> byCount;
+    byCount.reserve(counts.size());
     for (const auto& [colour, count] : counts) {
         byCount.emplace_back(-count, colour);
     }
