@@ -141,6 +141,7 @@ void CCfgDeskExeDlg::setUpTreeAndList()
     m_ui->upAndDown->setSizes({kUpperHeight, kLowerHeight});
     m_ui->upAndDown->setStretchFactor(0, 1);
     m_ui->upAndDown->setStretchFactor(1, 0);
+    m_ui->picture->setVisible(m_picture.isVisible);
     m_ui->list->viewport()->installEventFilter(this);
     m_ui->searchText->installEventFilter(this);
 }

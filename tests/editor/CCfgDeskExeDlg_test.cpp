@@ -91,6 +91,7 @@ TEST_F(CCfgDeskExeDlgTest, OpensOnTheHeadOfTheFile)
     EXPECT_EQ(textOfButton("newSetting"), "New...");
     EXPECT_EQ(textOfButton("searchButton"), "Search");
     EXPECT_EQ(textOfButton("help"), "Help");
+    EXPECT_FALSE(isShown("picture"));
     EXPECT_EQ(focus(), "list");
     EXPECT_EQ(current(), "#INCLUDE");
     EXPECT_EQ(selected(), "");
@@ -578,6 +579,7 @@ TEST_F(CCfgDeskExeDlgTest, ThePictureOfASettingIsShownWhileItIsSelected)
     writeInr("Kop=s bitmap=kop.bmp\n");
     writePicture(L"cfg/S_kop.bmp", {40, 30});
     show();
+    EXPECT_FALSE(isShown("picture"));
     clickRow("Kop");
     EXPECT_TRUE(isShown("picture"));
     EXPECT_EQ(pictureSize(), QSize(40, 30));

@@ -97,6 +97,7 @@ void DeskDialogTest::end()
     EXPECT_EQ(descriptionShown(), toUtf8(desk.description()));
     EXPECT_EQ(searchShown(), toUtf8(desk.searchText()));
     EXPECT_EQ(textOfButton("searchButton"), toUtf8(desk.searchButton()));
+    EXPECT_EQ(at<CPictureEx>("picture").isHidden(), !desk.picture().isVisible);
     dialog.reset();
 }
 
