@@ -234,6 +234,19 @@ TEST_F(CCfgDeskExeDlgCommands, InAProjectAValueGoesIntoTheProject)
     EXPECT_EQ(ipr(), "Kop=p\nMaat=q\n");
 }
 
+TEST_F(CCfgDeskExeDlgCommands, NothingIsEditedInPlaceNorDragged)
+{
+    show();
+    for (const QTreeView* const each : {&treeView(), static_cast<QTreeView*>(&listView())}) {
+        EXPECT_EQ(each->editTriggers(), QAbstractItemView::NoEditTriggers);
+        EXPECT_FALSE(each->dragEnabled());
+        EXPECT_FALSE(each->acceptDrops());
+    }
+    const std::string before = listed();
+    QTest::mouseClick(listView().header()->viewport(), Qt::LeftButton, {}, QPoint(20, 5));
+    EXPECT_EQ(listed(), before) << "a click on a heading sorts nothing";
+}
+
 // --- modes ---------------------------------------------------------------------------------------
 
 TEST_F(CCfgDeskExeDlgCommands, EachModeOffersItsEntries)
@@ -344,6 +357,36 @@ TEST_F(CCfgDeskExeDlgCommands, ANewProjectBeginsWithTheNameThatBelongsToTheFile)
     EXPECT_EQ(listed(), "Kop=1 (String) \nMaat=2 (String) \n");
     enter("Kop", "n");
     EXPECT_EQ(ipr(), "Kop=n\n");
+}
+
+// What is told of as an overwrite is a project that is taken on.
+TEST_F(CCfgDeskExeDlgCommands, ANewProjectInThePlaceOfAFileIsAskedFor)
+{
+    writeIpr("Kop=p\n");
+    for (const auto reply : {QMessageBox::No, QMessageBox::Yes}) {
+        show();
+        bool isAsked = false;
+        answer<QFileDialog>([this] { choose("New Project..."); },
+                            [&](QFileDialog& asked) {
+                                QTimer::singleShot(0, &asked, [&] {
+                                    auto* const box = qobject_cast<QMessageBox*>(
+                                        QApplication::activeModalWidget());
+                                    ASSERT_NE(box, nullptr);
+                                    isAsked = true;
+                                    box->button(reply)->click();
+                                });
+                                enterFile(asked, folder.path(L"house/tool.ipr"));
+                                EXPECT_EQ(asked.isVisible(), reply == QMessageBox::No);
+                                if (asked.isVisible()) {
+                                    QTest::keyClick(&asked, Qt::Key_Escape);
+                                }
+                            });
+        EXPECT_TRUE(isAsked);
+        EXPECT_EQ(ipr(), "Kop=p\n");
+        EXPECT_EQ(listed(),
+                  reply == QMessageBox::No ? "Kop=1 (String) \nMaat=2 (String) \n"
+                                           : "Kop=p (String) \nMaat=2 (String) \n");
+    }
 }
 
 TEST_F(CCfgDeskExeDlgCommands, ACancelledQuestionForAProjectChangesNothing)

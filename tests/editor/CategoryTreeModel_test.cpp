@@ -1,6 +1,8 @@
 #include "editor/CategoryTreeModel.h"
 
 #include <QAbstractItemModelTester>
+#include <QIcon>
+#include <QSignalSpy>
 
 #include <gtest/gtest.h>
 

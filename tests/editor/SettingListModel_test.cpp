@@ -3,6 +3,9 @@
 #include "support/RecordingServices.h"
 
 #include <QAbstractItemModelTester>
+#include <QColor>
+#include <QIcon>
+#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
