@@ -50,6 +50,16 @@ void name(QWidget* widget, corma::AccessibleText what)
     widget->setAccessibleName(shown(corma::accessibleText(what)));
 }
 
+// The letters that open the titles of a menu.
+std::wstring lettersOf(const corma::MenuForm& menu)
+{
+    std::wstring letters;
+    for (const std::wstring_view title : {menu.firstTitle, menu.secondTitle}) {
+        letters += title.at(title.find(L'&') + 1);
+    }
+    return letters;
+}
+
 QStringList filtersOf(const corma::ProjectQuestion& question)
 {
     QStringList filters;
@@ -131,6 +141,7 @@ void CCfgDeskExeDlg::setUpTreeAndList()
     m_ui->upAndDown->setSizes({kUpperHeight, kLowerHeight});
     m_ui->upAndDown->setStretchFactor(0, 1);
     m_ui->upAndDown->setStretchFactor(1, 0);
+    m_ui->picture->setVisible(m_picture.isVisible);
     m_ui->list->viewport()->installEventFilter(this);
     m_ui->searchText->installEventFilter(this);
 }
@@ -220,7 +231,8 @@ void CCfgDeskExeDlg::setButtonTexts()
     corma::setTextsWithMnemonics({{m_ui->newCategory, newOne},
                                   {m_ui->searchButton, m_searchButton},
                                   {m_ui->help, texts.help},
-                                  {m_ui->newSetting, newOne}});
+                                  {m_ui->newSetting, newOne}},
+                                 m_menuBar == nullptr ? std::wstring() : lettersOf(m_desk.menu()));
     m_ui->searchText->setPlaceholderText(shown(texts.search));
     name(m_ui->newCategory, corma::AccessibleText::newCategory);
     name(m_ui->newSetting, corma::AccessibleText::newSetting);

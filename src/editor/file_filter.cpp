@@ -34,12 +34,16 @@ std::wstring patternsOf(std::wstring_view text)
     return patterns;
 }
 
-std::wstring_view nameOf(std::wstring_view description)
+// A pattern without "*" is told in the words that it is written in.
+std::wstring_view nameOf(std::wstring_view description, std::wstring_view patterns)
 {
     const std::wstring_view name = trimmed(description);
     const std::size_t bracket = name.rfind(L'(');
-    const bool tellsPatterns = bracket != std::wstring_view::npos && name.ends_with(L')')
-        && name.find(L'*', bracket) != std::wstring_view::npos;
+    if (bracket == std::wstring_view::npos || !name.ends_with(L')')) {
+        return name;
+    }
+    const std::wstring_view told = name.substr(bracket + 1, name.size() - bracket - 2);
+    const bool tellsPatterns = told.find(L'*') != std::wstring_view::npos || told == patterns;
     return tellsPatterns ? trimmed(name.substr(0, bracket)) : name;
 }
 
@@ -52,7 +56,7 @@ std::vector<std::wstring> nameFilters(std::wstring_view filter)
     for (std::size_t i = 0; i + 1 < parts.size(); i += 2) {
         const std::wstring patterns = patternsOf(parts[i + 1]);
         if (!patterns.empty()) {
-            std::wstring shown(nameOf(parts[i]));
+            std::wstring shown(nameOf(parts[i], patterns));
             shown += shown.empty() ? L"(" : L" (";
             shown += patterns;
             shown += L')';

@@ -82,9 +82,13 @@ std::wstring withoutMnemonic(const std::wstring& text)
     return shown;
 }
 
-std::vector<std::wstring> withMnemonics(const std::vector<std::wstring>& texts)
+std::vector<std::wstring> withMnemonics(const std::vector<std::wstring>& texts,
+                                        const std::wstring& takenLetters)
 {
     std::set<wchar_t> taken;
+    for (const wchar_t letter : takenLetters) {
+        taken.insert(upperCase(letter));
+    }
     std::vector<std::wstring> marked;
     for (const std::wstring& text : texts) {
         Place place = freePlace(text, taken, Begin::ofAWord);
@@ -99,14 +103,14 @@ std::vector<std::wstring> withMnemonics(const std::vector<std::wstring>& texts)
     return marked;
 }
 
-void setTextsWithMnemonics(const std::vector<MnemonicText>& group)
+void setTextsWithMnemonics(const std::vector<MnemonicText>& group, const std::wstring& takenLetters)
 {
     std::vector<std::wstring> texts;
     texts.reserve(group.size());
     for (const MnemonicText& each : group) {
         texts.push_back(each.text);
     }
-    const std::vector<std::wstring> marked = withMnemonics(texts);
+    const std::vector<std::wstring> marked = withMnemonics(texts, takenLetters);
     for (std::size_t i = 0; i < group.size(); ++i) {
         setText(*group[i].widget, QString::fromStdWString(marked[i]));
         setAccessibleName(*group[i].widget, QString::fromStdWString(texts[i]));

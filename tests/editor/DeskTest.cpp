@@ -53,6 +53,18 @@ DeskStart DeskTest::onDrawing(int language) const
     return start;
 }
 
+DeskStart DeskTest::startAt(Levels levels, int language) const
+{
+    if (levels == Levels::local || levels == Levels::localProject) {
+        return onDrawing(language);
+    }
+    DeskStart start = plain(language);
+    if (levels == Levels::project) {
+        start.request.projectFile = folder.path(L"house/tool.ipr");
+    }
+    return start;
+}
+
 Desk& DeskTest::open(const DeskStart& start, short accessLevel)
 {
     m_desk = std::make_unique<Desk>(start, preferences);
@@ -69,14 +81,7 @@ Desk& DeskTest::open(Levels levels, int language)
     if (hasProject && !folder.has(L"house/tool.ipr")) {
         writeIpr("");
     }
-    if (levels == Levels::local || levels == Levels::localProject) {
-        return open(onDrawing(language));
-    }
-    DeskStart start = plain(language);
-    if (hasProject) {
-        start.request.projectFile = folder.path(L"house/tool.ipr");
-    }
-    return open(start);
+    return open(startAt(levels, language));
 }
 
 void DeskTest::selectItem(const wchar_t* text)

@@ -47,6 +47,10 @@ protected:
     /// On the current drawing; a new one is made when there is none.
     [[nodiscard]] DeskStart onDrawing(int language = kEnglish) const;
 
+    /// A start of the levels; their files must be there, and for local ones the drawing is made
+    /// unless there is one.
+    [[nodiscard]] DeskStart startAt(Levels levels, int language = kEnglish) const;
+
     /// Makes a desk and opens it; what the view was told by then is forgotten.
     Desk& open(const DeskStart& start, short accessLevel = 0);
 

@@ -49,18 +49,6 @@ void SettingDialogTest::describe(std::string_view description) const
     }
 }
 
-DeskStart SettingDialogTest::startAt(Levels levels, int language) const
-{
-    if (levels == Levels::local || levels == Levels::localProject) {
-        return onDrawing(language);
-    }
-    DeskStart start = plain(language);
-    if (levels == Levels::project) {
-        start.request.projectFile = folder.path(L"house/tool.ipr");
-    }
-    return start;
-}
-
 void SettingDialogTest::open(const DeskStart& start)
 {
     DeskTest::open(start);

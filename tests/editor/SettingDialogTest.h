@@ -18,10 +18,6 @@ protected:
     /// The description of the setting A, in UTF-8.
     void describe(std::string_view description) const;
 
-    /// A start of the levels; their files must be there, and for local ones the drawing is made
-    /// unless there is one.
-    [[nodiscard]] DeskStart startAt(Levels levels, int language = kEnglish) const;
-
     /// Opens the desk with the setting A selected.
     void open(const DeskStart& start);
 

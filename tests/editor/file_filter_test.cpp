@@ -30,7 +30,7 @@ const Row rows[] = {
     {"SeveralPairs", L"Texts|*.txt|All|*.*||", {L"Texts (*.txt)", L"All (*)"}},
     {"PatternsInTheDescriptionAreNotToldTwice", L"Texts (*.txt)|*.txt;*.doc||", {L"Texts (*.txt *.doc)"}},
     {"OtherBracketsStay", L"Texts (old)|*.txt||", {L"Texts (old) (*.txt)"}},
-    {"AProject", L"project files (tool.ipr)|tool.ipr||", {L"project files (tool.ipr) (tool.ipr)"}},
+    {"AProject", L"project files (tool.ipr)|tool.ipr||", {L"project files (tool.ipr)"}},
     {"WithoutAnEnd", L"Texts|*.txt", {L"Texts (*.txt)"}},
     {"WithOneEnd", L"Texts|*.txt|", {L"Texts (*.txt)"}},
     {"OtherAlphabets", L"Тексты|*.тхт||", {L"Тексты (*.тхт)"}},

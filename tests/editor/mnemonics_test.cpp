@@ -45,6 +45,13 @@ const Row rows[] = {
 INSTANTIATE_TEST_SUITE_P(Of, Mnemonics, ::testing::ValuesIn(rows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
+TEST(MnemonicHelper, LeavesOutLettersThatAreTaken)
+{
+    EXPECT_EQ(corma::withMnemonics({L"Aide", L"Fin"}, L"ai"),
+              (std::vector<std::wstring> {L"Ai&de", L"&Fin"}));
+    EXPECT_EQ(corma::withMnemonics({L"Aide"}, L"AIDE"), std::vector<std::wstring> {L"Aide"});
+}
+
 TEST(MnemonicHelper, GivesTextsAndAccessibleNames)
 {
     QDialog dialog;
