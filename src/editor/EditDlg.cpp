@@ -282,6 +282,7 @@ void EditDlg::fitSize()
     resize(width, sizeHint().height());
     layout()->activate();
     fitQuestion();
+    layout()->activate(); // lets go of the height that the window had to have before
     resize(width, sizeHint().height());
 }
 

@@ -51,12 +51,17 @@ std::optional<std::thread::id>& threadOfFirst()
 
 EditorApplication::EditorApplication(int language)
 {
-    if (const auto why = problem()) {
+    auto why = problem();
+    if (!why && QCoreApplication::instance() == nullptr) {
+        const platform::DisplayProbe display; // holds it until the application does
+        why = display.problem();
+        if (!why) {
+            makeApplication();
+        }
+    }
+    if (why) {
         services().alert((L"CfgDesk cannot be shown: " + *why + L'.').c_str());
         return;
-    }
-    if (QCoreApplication::instance() == nullptr) {
-        makeApplication();
     }
     // The editor may be the last window of a program that wants to go on.
     m_quitsOnLastWindow = QGuiApplication::quitOnLastWindowClosed();
@@ -78,6 +83,7 @@ EditorApplication::~EditorApplication()
     }
 }
 
+// What speaks against the application that there is, or against making one here.
 std::optional<std::wstring> EditorApplication::problem()
 {
     const QCoreApplication* const application = QCoreApplication::instance();
@@ -85,7 +91,7 @@ std::optional<std::wstring> EditorApplication::problem()
         if (threadOfFirst().value_or(std::this_thread::get_id()) != std::this_thread::get_id()) {
             return L"this is not the thread of the user interface";
         }
-        return platform::displayProblem();
+        return std::nullopt;
     }
     if (qobject_cast<const QApplication*>(application) == nullptr) {
         return L"the Qt application of this program is not one for widgets";

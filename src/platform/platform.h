@@ -272,9 +272,6 @@ private:
     std::optional<std::wstring> m_problem;
 };
 
-/// The problem of a probe, for those who want to know no more than that.
-std::optional<std::wstring> displayProblem();
-
 /// For the life of the object narrow text in this thread is UTF-8 to other libraries, whatever the
 /// locale of the program. Where the system has no locale for that, nothing changes.
 class Utf8Locale

@@ -65,7 +65,7 @@ private:
 std::wstring problemWith(const Variables& variables)
 {
     const DisplayVariables inForce(variables);
-    return displayProblem().value_or(L"none");
+    return DisplayProbe().problem().value_or(L"none");
 }
 
 std::size_t openDescriptors()
@@ -271,7 +271,7 @@ TEST(DisplayProblem, IsNoneWhereXAnswers)
         const DisplayVariables inForce({{"DISPLAY", server.display()}});
         const DisplayProbe first;
         EXPECT_EQ(first.problem(), std::nullopt);
-        EXPECT_EQ(displayProblem(), std::nullopt);
+        EXPECT_EQ(DisplayProbe().problem(), std::nullopt);
         EXPECT_EQ(problemWith({{"DISPLAY", server.display()}, {"QT_QPA_PLATFORM", "xcb"}}),
                   L"none");
         EXPECT_EQ(problemWith({{"DISPLAY", server.display()}, {"WAYLAND_DISPLAY", "/nowhere/w"}}),

@@ -258,9 +258,4 @@ DisplayProbe::DisplayProbe()
 
 DisplayProbe::~DisplayProbe() = default;
 
-std::optional<std::wstring> displayProblem()
-{
-    return DisplayProbe().problem();
-}
-
 } // namespace corma::platform
