@@ -31,7 +31,7 @@ std::function<void()>& onceItRuns()
 
 void actOnceItRuns()
 {
-    QTimer::singleShot(0, qApp, [] {
+    QTimer::singleShot(0, QCoreApplication::instance(), [] {
         if (const auto act = std::exchange(onceItRuns(), nullptr)) {
             act();
         }
@@ -110,7 +110,8 @@ TEST_F(WithoutApplication, ANestedStartUsesTheSameOne)
 {
     start([this](CCfgDeskExeDlg& /*outer*/) {
         const QCoreApplication* const application = QCoreApplication::instance();
-        QTimer::singleShot(0, qApp, [] { QApplication::activeModalWidget()->close(); });
+        QTimer::singleShot(0, QCoreApplication::instance(),
+                           [] { QApplication::activeModalWidget()->close(); });
         xx_startCfgDeskClean(ini.data(), 19);
         EXPECT_EQ(QCoreApplication::instance(), application);
     });
