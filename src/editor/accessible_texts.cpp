@@ -28,7 +28,7 @@ constexpr std::array<Column, 7> kColumns = {{
     {12, {L"Catégories", L"Paramètres", L"Nouvelle catégorie", L"Nouveau paramètre",
           L"Texte à chercher", L"Description", L"Image", L"Niveau"}},
     {19, {L"Rubrieken", L"Instellingen", L"Nieuwe rubriek", L"Nieuwe instelling", L"Zoektekst",
-          L"Omschrijving", L"Afbeelding", L"Niveau"}},
+          L"Beschrijving", L"Afbeelding", L"Niveau"}},
     {21, {L"Kategorie", L"Ustawienia", L"Nowa kategoria", L"Nowe ustawienie", L"Szukany tekst",
           L"Opis", L"Obraz", L"Poziom"}},
     {25, {L"Категории", L"Параметры", L"Новая категория", L"Новый параметр", L"Искомый текст",
