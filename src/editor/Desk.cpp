@@ -77,13 +77,6 @@ std::wstring smallFormOf(const std::wstring& bitmap)
     return parts.folderPath() + kSmallPrefix + parts.fileName();
 }
 
-std::wstring onLines(const std::wstring& description)
-{
-    std::wstring lines = description;
-    std::replace(lines.begin(), lines.end(), kLineBreakSign, L'\n');
-    return lines;
-}
-
 } // namespace
 
 Desk::Desk(const DeskStart& start, Preferences& preferences)

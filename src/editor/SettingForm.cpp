@@ -24,12 +24,6 @@ constexpr std::size_t kLongestFound = 511; // characters of a path that the sear
 constexpr std::size_t kLongestStart = 256; // characters of the field that a file question looks at
 constexpr wchar_t kChoiceSeparator = L',';
 
-std::wstring onLines(std::wstring description)
-{
-    std::replace(description.begin(), description.end(), kLineBreakSign, L'\n');
-    return description;
-}
-
 // --- files ---------------------------------------------------------------------------------------
 
 bool hasFolder(const std::wstring& path)

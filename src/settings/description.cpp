@@ -1,5 +1,7 @@
 #include "settings/description.h"
 
+#include <algorithm>
+
 namespace corma {
 
 std::string replaced(std::string_view text, std::string_view part, std::string_view by)
@@ -16,6 +18,12 @@ std::string replaced(std::string_view text, std::string_view part, std::string_v
 std::string onOneLine(std::string_view text)
 {
     return replaced(text, kLineBreak, " ");
+}
+
+std::wstring onLines(std::wstring text)
+{
+    std::replace(text.begin(), text.end(), kLineBreakSign, L'\n');
+    return text;
 }
 
 } // namespace corma

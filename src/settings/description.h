@@ -15,4 +15,7 @@ std::string replaced(std::string_view text, std::string_view part, std::string_v
 /// A description with blanks for its line breaks.
 std::string onOneLine(std::string_view text);
 
+/// A description with a line feed for each of its line breaks.
+std::wstring onLines(std::wstring text);
+
 } // namespace corma
