@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 // Status codes and result types of the host.
 inline constexpr int RTNONE = 5000;
@@ -69,6 +70,40 @@ public:
 
 private:
     AcDbStub* m_stub = nullptr;
+};
+
+/// An ordered list of ids; one may stand in it more than once.
+class CORMA_EXPORT AcDbObjectIdArray
+{
+public:
+    [[nodiscard]] int length() const { return static_cast<int>(m_ids.size()); }
+
+    [[nodiscard]] bool isEmpty() const { return m_ids.empty(); }
+
+    int append(AcDbObjectId id);
+
+    [[nodiscard]] AcDbObjectId at(int index) const
+    {
+        return m_ids[static_cast<std::size_t>(index)];
+    }
+
+    AcDbObjectId& operator[](int index) { return m_ids[static_cast<std::size_t>(index)]; }
+
+    AcDbObjectId operator[](int index) const { return at(index); }
+
+    [[nodiscard]] bool contains(AcDbObjectId id) const { return find(id) >= 0; }
+
+    [[nodiscard]] int find(AcDbObjectId id) const; // -1 when it is not there
+    bool remove(AcDbObjectId id); // the first such; false when it was not there
+    AcDbObjectIdArray& removeAll();
+    AcDbObjectIdArray& setLogicalLength(int length);
+
+    [[nodiscard]] auto begin() const { return m_ids.begin(); }
+
+    [[nodiscard]] auto end() const { return m_ids.end(); }
+
+private:
+    std::vector<AcDbObjectId> m_ids;
 };
 
 /// A node of the host's result lists; `restype` tells which member of `resval` is live.
@@ -191,6 +226,20 @@ CORMA_EXPORT void closeDocument();
 
 /// The current document, or null. It lives until it is closed or another one becomes current.
 CORMA_EXPORT AcApDocument* currentDocument();
+
+/// Reads a drawing aside: no document belongs to it and the working database stays. Null, with a
+/// message that tells why, when the file cannot be read. The caller closes it by closeDatabase().
+CORMA_EXPORT AcDbDatabase* openDatabase(const wchar_t* fileName);
+
+/// Closes a drawing that was read aside, without saving it. Null is allowed. Ids of its objects are
+/// not to be used any more.
+CORMA_EXPORT void closeDatabase(AcDbDatabase* database);
+
+/// The handle of an object: its name in the drawing, hexadecimal, in capitals. Empty for a null id.
+CORMA_EXPORT std::wstring handleOf(AcDbObjectId id);
+
+/// The object with a handle in a drawing, the working one for null. A null id when there is none.
+CORMA_EXPORT AcDbObjectId objectWithHandle(const wchar_t* handle, AcDbDatabase* database = nullptr);
 
 /// The folder search keeps the folder of Services::moduleFile() once it has asked. Call this
 /// after other services were installed, so that it asks again.

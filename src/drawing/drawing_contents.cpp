@@ -3,7 +3,6 @@
 #include "inifile/drawing_settings.h"
 #include <corma/drawing_contents.h>
 
-#include <array>
 #include <memory>
 #include <set>
 #include <unordered_map>
@@ -15,8 +14,6 @@ namespace corma {
 using host::Opened;
 
 namespace {
-
-constexpr std::size_t kHandleSize = 17; // characters, the terminator counted
 
 template<class Record> std::wstring nameOfRecord(const Record& record)
 {
@@ -54,15 +51,6 @@ template<class Table> std::vector<std::wstring> namesIn(AcDbDatabase& database)
     return names;
 }
 
-std::wstring handleOf(const AcDbObject& object)
-{
-    AcDbHandle handle;
-    object.getAcDbHandle(handle);
-    std::array<wchar_t, kHandleSize> text {};
-    handle.getIntoAsciiBuffer(text.data(), text.size());
-    return text.data();
-}
-
 void addReferencesIn(const AcDbBlockTableRecord& space, std::vector<DrawingReference>& references)
 {
     AcDbBlockTableRecordIterator* made = nullptr;
@@ -75,7 +63,7 @@ void addReferencesIn(const AcDbBlockTableRecord& space, std::vector<DrawingRefer
         entities->getEntityId(id);
         const Opened<AcDbBlockReference> reference(id);
         if (reference) {
-            references.push_back({handleOf(*reference),
+            references.push_back({handleOf(reference->objectId()),
                                   recordName(reference->blockTableRecord()).value_or(L""),
                                   nameOfRecord(space)});
         }

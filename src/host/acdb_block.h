@@ -3,7 +3,7 @@
 // Block definitions of a drawing, model and paper space among them.
 
 #include "host/acdb_symbol_table.h"
-#include "host/geometry.h"
+#include <corma/geometry.h>
 
 class AcDbBlockTableRecordIterator;
 class AcDbEntity;

@@ -7,7 +7,7 @@
 #include "host/acdb_entity.h"
 #include "host/acdb_object.h"
 #include "host/acdb_symbol_table.h"
-#include "host/geometry.h"
+#include <corma/geometry.h>
 
 #include <memory>
 #include <string>
@@ -58,39 +58,6 @@ public:
 
 private:
     corma::host::Handle m_handle = corma::host::Handle::none;
-};
-
-class AcDbObjectIdArray
-{
-public:
-    [[nodiscard]] int length() const { return static_cast<int>(m_ids.size()); }
-
-    [[nodiscard]] bool isEmpty() const { return m_ids.empty(); }
-
-    int append(AcDbObjectId id);
-
-    [[nodiscard]] AcDbObjectId at(int index) const
-    {
-        return m_ids[static_cast<std::size_t>(index)];
-    }
-
-    AcDbObjectId& operator[](int index) { return m_ids[static_cast<std::size_t>(index)]; }
-
-    AcDbObjectId operator[](int index) const { return at(index); }
-
-    [[nodiscard]] bool contains(AcDbObjectId id) const { return find(id) >= 0; }
-
-    [[nodiscard]] int find(AcDbObjectId id) const; // -1 when it is not there
-    bool remove(AcDbObjectId id); // the first such; false when it was not there
-    AcDbObjectIdArray& removeAll();
-    AcDbObjectIdArray& setLogicalLength(int length);
-
-    [[nodiscard]] auto begin() const { return m_ids.begin(); }
-
-    [[nodiscard]] auto end() const { return m_ids.end(); }
-
-private:
-    std::vector<AcDbObjectId> m_ids;
 };
 
 /// An object and its clone.

@@ -4,7 +4,7 @@
 // is an AcDbEntity.
 
 #include "host/acdb_object.h"
-#include "host/geometry.h"
+#include <corma/geometry.h>
 
 #include <vector>
 

@@ -1,4 +1,5 @@
 #include "host/host.h"
+#include "host/model/Stub.h"
 #include "host/support_path.h"
 #include "platform/platform.h"
 
@@ -196,6 +197,34 @@ void closeDocument()
 AcApDocument* currentDocument()
 {
     return theDocument().get();
+}
+
+AcDbDatabase* openDatabase(const wchar_t* fileName)
+{
+    auto database = std::make_unique<AcDbDatabase>(false, true);
+    return database->readDwgFile(fileName) == Acad::eOk ? database.release() : nullptr;
+}
+
+void closeDatabase(AcDbDatabase* database)
+{
+    delete database;
+}
+
+std::wstring handleOf(AcDbObjectId id)
+{
+    return id.isNull() ? std::wstring() : host::toText(id.stub()->handle);
+}
+
+AcDbObjectId objectWithHandle(const wchar_t* handle, AcDbDatabase* database)
+{
+    if (database == nullptr) {
+        database = acdbHostApplicationServices()->workingDatabase();
+    }
+    AcDbObjectId id;
+    if (database != nullptr) {
+        database->getAcDbObjectId(id, false, AcDbHandle(handle));
+    }
+    return id;
 }
 
 } // namespace corma

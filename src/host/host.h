@@ -6,7 +6,7 @@
 
 #include "host/acdb_database.h"
 #include "host/error_status.h"
-#include "host/geometry.h"
+#include <corma/geometry.h>
 #include <corma/host.h>
 
 #include <memory>

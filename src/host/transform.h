@@ -3,7 +3,7 @@
 // Moving, turning, scaling and mirroring the records of entities.
 
 #include "host/error_status.h"
-#include "host/geometry.h"
+#include <corma/geometry.h>
 #include "host/model/Group.h"
 
 #include <span>

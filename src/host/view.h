@@ -2,7 +2,7 @@
 
 // Where the user of a drawing works: which space, which viewport, which coordinates.
 
-#include "host/geometry.h"
+#include <corma/geometry.h>
 
 class AcDbDatabase;
 class AcDbStub;

@@ -1,4 +1,4 @@
-#include "host/geometry.h"
+#include <corma/geometry.h>
 
 #include <algorithm>
 #include <array>

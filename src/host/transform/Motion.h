@@ -2,7 +2,7 @@
 
 // What a transformation means for the planes in which entities have coordinates of their own.
 
-#include "host/geometry.h"
+#include <corma/geometry.h>
 
 #include <optional>
 

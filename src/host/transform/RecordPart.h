@@ -2,7 +2,7 @@
 
 // Reading and changing the geometry in one part of a record.
 
-#include "host/geometry.h"
+#include <corma/geometry.h>
 #include "host/model/Group.h"
 #include "host/transform/Motion.h"
 

@@ -3,12 +3,12 @@
 // The host's geometry, as far as the library needs it. Coordinates and lengths are in drawing
 // units, angles in radians.
 
-#include "host/error_status.h"
+#include <corma/export.h>
 
 class AcGeMatrix3d;
 class AcGeVector3d;
 
-class AcGePoint3d
+class CORMA_EXPORT AcGePoint3d
 {
 public:
     double x = 0.0;
@@ -33,7 +33,7 @@ public:
     double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
 };
 
-class AcGeVector3d
+class CORMA_EXPORT AcGeVector3d
 {
 public:
     double x = 0.0;
@@ -77,11 +77,11 @@ public:
     double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
 };
 
-AcGePoint3d operator+(const AcGePoint3d& point, const AcGeVector3d& vector);
-AcGePoint3d operator-(const AcGePoint3d& point, const AcGeVector3d& vector);
-AcGeVector3d operator-(const AcGePoint3d& to, const AcGePoint3d& from);
+CORMA_EXPORT AcGePoint3d operator+(const AcGePoint3d& point, const AcGeVector3d& vector);
+CORMA_EXPORT AcGePoint3d operator-(const AcGePoint3d& point, const AcGeVector3d& vector);
+CORMA_EXPORT AcGeVector3d operator-(const AcGePoint3d& to, const AcGePoint3d& from);
 
-class AcGeScale3d
+class CORMA_EXPORT AcGeScale3d
 {
 public:
     double sx = 1.0;
@@ -102,7 +102,7 @@ public:
 
 /// An affine transformation: the columns are the images of the axes and of the origin; the last row
 /// is 0 0 0 1 and is not looked at.
-class AcGeMatrix3d
+class CORMA_EXPORT AcGeMatrix3d
 {
 public:
     // [row][column]; at first the identity
@@ -161,5 +161,5 @@ public:
     bool operator==(const AcGeMatrix3d& other) const; // bit for bit, but for -0
 };
 
-AcGePoint3d operator*(const AcGeMatrix3d& matrix, const AcGePoint3d& point);
-AcGeVector3d operator*(const AcGeMatrix3d& matrix, const AcGeVector3d& vector);
+CORMA_EXPORT AcGePoint3d operator*(const AcGeMatrix3d& matrix, const AcGePoint3d& point);
+CORMA_EXPORT AcGeVector3d operator*(const AcGeMatrix3d& matrix, const AcGeVector3d& vector);
