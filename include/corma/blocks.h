@@ -6,6 +6,9 @@
 #include <corma/export.h>
 #include <corma/host.h>
 
+#include <string>
+#include <string_view>
+
 /// The block that a text names, as the id of its record in `destination` (null: the working
 /// database). The text is
 ///
@@ -38,6 +41,10 @@ CORMA_EXPORT AcDbObjectId xx_findblk(wchar_t* text, int report, int* status,
 CORMA_EXPORT AcDbObjectId xx_findblk(wchar_t* text, int* status,
                                      AcDbDatabase* destination = nullptr,
                                      AcDbDatabase* source = nullptr);
+
+/// The name of the block that such a text, without "file!" and "$", means: what stands behind the
+/// last separator, in capitals, up to the first ".DWG", else up to the first ".DWT".
+CORMA_EXPORT std::wstring xx_findblk_name(std::wstring_view text);
 
 /// The block of a name, as above, in a drawing (null: the working database); nothing is loaded. A
 /// null id when there is none, and for a name that begins with "$". *status is RTNORM, or RTERROR
