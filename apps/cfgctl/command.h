@@ -49,6 +49,9 @@ public:
     /// All words that follow, which may be none.
     void argumentList(const char* name, const char* meaning, std::vector<int>& values);
 
+    /// All words that follow, at least one.
+    void argumentList(const char* name, const char* meaning, std::vector<std::wstring>& values);
+
     /// The names are of the form "--size N".
     void option(const char* name, const char* meaning, int& value);
     void option(const char* name, const char* meaning, short& value);

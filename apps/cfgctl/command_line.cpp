@@ -3,7 +3,9 @@
 #include "text.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <iostream>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -210,6 +212,16 @@ void Syntax::argumentList(const char* name, const char* meaning, std::vector<int
     m_app.validate_positionals();
     m_app.add_option_function<std::vector<std::string>>(name, assignAll, meaning)
         ->check(refuseBrackets)
+        ->type_name("");
+}
+
+void Syntax::argumentList(const char* name, const char* meaning, std::vector<std::wstring>& values)
+{
+    const auto assignAll = [&values](const std::vector<std::string>& words) {
+        std::transform(words.begin(), words.end(), std::back_inserter(values), toWide);
+    };
+    m_app.add_option_function<std::vector<std::string>>(name, assignAll, meaning)
+        ->required()
         ->type_name("");
 }
 

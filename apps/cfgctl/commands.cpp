@@ -171,6 +171,68 @@ No former file is kept.)"},
       the same for a program
 
 A reference is told by its handle, its block, and the block that it stands in.)"},
+    CommandEntry {"block", makeBlock, "Find a block, or load it from a drawing file",
+                  R"(  cfgctl block PG-RAAM --drawing plan.dxf
+      the handle of its record: plan.dxf has it, so no file is looked for
+  cfgctl block "blokken/deur.dxf!PG-DEUR-DUBBEL" --drawing plan.dxf
+      the block comes out of blokken/deur.dxf into plan.dxf, with its layers
+  cfgctl block "blokken/deur.dxf!$PG-DEUR-ENKEL" --drawing plan.dxf
+      the same for a block that plan.dxf has: its definition is replaced, references stay
+  cfgctl block "blokken/deur.dxf!PG-RAAM" --drawing plan.dxf --json
+      with the name of the block, and the text that is left behind the "!"
+
+NAME may be a path and may end in ".dwg" or ".dwt"; the block has the last part of it as its name.
+A file whose name tells no kind of drawing has ".dwg" put behind. Files are looked for as where
+does. In a shell "$" needs quotes or a backslash. No drawing here has a password, so one is refused.
+The file must hold DXF, whatever it is named.)"},
+    CommandEntry {"attributes", makeAttributes, "The attributes of a block reference",
+                  R"(  cfgctl attributes 6D --drawing project/woonhuis.dxf
+      a line for each: tag, a tab, text; the constant ones of the block are among them
+  cfgctl attributes 6D --drawing project/woonhuis.dxf --pseudo "BL_*SCALE" --json
+      with where it stands, and how it is scaled
+
+References are told by drawing, each behind its handle.)"},
+    CommandEntry {"attdefs", makeAttributeDefinitions, "The attributes that a block prescribes",
+                  R"(  cfgctl attdefs PG-DEUR-ENKEL --drawing project/woonhuis.dxf
+      a line for each: tag, a tab, default text
+  cfgctl attdefs PG-DEUR-ENKEL --constant --drawing project/woonhuis.dxf
+      only those that are the same in every reference)"},
+    CommandEntry {"attupdate", makeAttributeUpdate, "Find attributes that differ from their blocks",
+                  R"(  cfgctl attupdate --drawing project/woonhuis.dxf
+      the references in model space, those out of date first: what it is, a tab, its handle
+  cfgctl attupdate --pattern "PG-SAN*" --drawing project/woonhuis.dxf --json
+      those of some blocks, for a program
+  cfgctl attupdate --drawing plan.dxf --apply
+      brings all that are out of date up to date
+  cfgctl attupdate --records --drawing plan.dxf
+      blocks that differ from the drawing files of their names; with --apply these are loaded
+      anew, and their references follow
+
+Only which attributes there are counts, not their texts. The texts of attributes that stay are
+kept.)"},
+    CommandEntry {"attsync", makeAttributeSync, "Give references what their block prescribes",
+                  R"(  cfgctl attsync PG-DEUR-ENKEL --drawing plan.dxf
+      in all its references, missing attributes come, those without a definition go, the
+      others keep their texts and take everything else from the definition)"},
+    CommandEntry {"copy", makeCopy, "Copy entities",
+                  R"(  cfgctl copy 6D --drawing plan.dxf
+      the handle of the copy, which lies on the first
+  cfgctl copy 6D 72 --drawing plan.dxf --matrix 1,0,0,500,0,1,0,0,0,0,1,0,0,0,0,1
+      copies two, each 500 to the right; the newest goes first
+
+The copies go where the user of the drawing works: into model or paper space. They are moved by the
+user's coordinate system first.)"},
+    CommandEntry {"erase", makeErase, "Erase objects",
+                  R"(  cfgctl erase 6D --drawing plan.dxf
+      takes the reference and its attributes out of plan.dxf
+
+Those before one that cannot be erased are gone, those behind it stay.)"},
+    CommandEntry {"view", makeView, "Where the user of a drawing works",
+                  R"(  cfgctl view --drawing project/woonhuis.dxf
+      the direction from which it is seen, the space that entities go to, and the handle of the
+      viewport
+  cfgctl view --drawing project/woonhuis.dxf --json
+      the same for a program)"},
     CommandEntry {"sql", makeSql, "The rows of a SELECT statement on a database",
                   R"(  cfgctl sql woorden.db3 "SELECT Key,E,N FROM Keys" --max 3
       a line of names, then a line for each row: WOOD, Wood, Hout, with tabs between

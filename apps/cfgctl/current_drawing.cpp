@@ -7,22 +7,24 @@ namespace cfgctl {
 
 namespace {
 
-constexpr const char* kAdvice = "pass a DXF drawing to --drawing";
-
-// The library says what is wrong with the drawing; that becomes the one line of wrong usage.
-void open(const std::wstring& name)
+// Calls what opens a drawing. The library says what is wrong with it; that becomes the one line of
+// wrong usage.
+template<class Open> auto open(const std::wstring& name, const std::string& option, Open opener)
 {
+    const std::string advice = "; pass a DXF drawing to " + option;
     if (name.empty()) {
-        throw UsageError(std::string("--drawing is empty; ") + kAdvice);
+        throw UsageError(option + " is empty" + advice);
     }
     const Listener library(Listener::Pass::nothing);
-    if (!corma::openDocument(name.c_str())) {
+    const auto opened = opener(name.c_str());
+    if (!opened) {
         std::string message = toBytes(library.heard());
         if (message.ends_with('.')) {
             message.pop_back();
         }
-        throw UsageError(message + "; " + kAdvice);
+        throw UsageError(message + advice);
     }
+    return opened;
 }
 
 } // namespace
@@ -37,7 +39,7 @@ CurrentDrawing::CurrentDrawing(const Options& options)
         throw UsageError("--save-as is empty; pass the name of a file");
     }
     if (options.drawing) {
-        open(*options.drawing);
+        open(*options.drawing, "--drawing", corma::openDocument);
     }
 }
 
@@ -50,6 +52,11 @@ bool CurrentDrawing::saveIfChanged() const
 {
     return !corma::isDocumentModified()
         || corma::saveDocument(m_saveAs ? m_saveAs->c_str() : nullptr);
+}
+
+AcDbDatabase* openAside(const std::wstring& file, const std::string& option)
+{
+    return open(file, option, corma::openDatabase);
 }
 
 } // namespace cfgctl

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "command.h"
+#include <corma/host.h>
 
 #include <optional>
 #include <string>
@@ -24,5 +25,9 @@ public:
 private:
     std::optional<std::wstring> m_saveAs; // empty: to its own file
 };
+
+/// A drawing that an option of that name brings in beside the current one. It is the caller's, who
+/// closes it by corma::closeDatabase(). Throws UsageError when it cannot be read.
+AcDbDatabase* openAside(const std::wstring& file, const std::string& option);
 
 } // namespace cfgctl

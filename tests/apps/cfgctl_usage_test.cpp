@@ -292,7 +292,9 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlExamples,
                          ::testing::Values("--help", "get", "find", "levels", "includes", "where",
                                            "record", "model", "rows", "set", "freeze", "apply",
                                            "remove", "remove-category", "update", "replace",
-                                           "scramble", "drawing", "sql", "translate", "texts"));
+                                           "scramble", "drawing", "block", "attributes", "attdefs",
+                                           "attupdate", "attsync", "copy", "erase", "view", "sql",
+                                           "translate", "texts"));
 
 // What a command that writes leaves behind, for each of its examples.
 struct Effect
