@@ -81,9 +81,9 @@ TEST_P(CfgctlUsage, IsToldInOneLine)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
-    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts; see cfgctl --help"},
-    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts"},
-    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, sql, translate, texts"},
+    Row {"NoCommand",            {}, "no command given; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, block, attributes, attdefs, attupdate, attsync, copy, erase, view, sql, translate, texts; see cfgctl --help"},
+    Row {"AnUnknownCommand",     {"gett"}, "unknown command \"gett\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, block, attributes, attdefs, attupdate, attsync, copy, erase, view, sql, translate, texts"},
+    Row {"AnEmptyCommand",       {""}, "unknown command \"\"; the commands are get, find, levels, includes, where, record, model, rows, set, freeze, apply, remove, remove-category, update, replace, scramble, drawing, block, attributes, attdefs, attupdate, attsync, copy, erase, view, sql, translate, texts"},
     Row {"AnOptionFirst",        {"--json", "get", "tool.ini", "X"}, "not expected: \"--json\"; the command goes first; see cfgctl --help"},
     Row {"NoFile",               {"get"}, "FILE is required; see cfgctl get --help"},
     Row {"NoIdent",              {"get", "tool.ini"}, "IDENTS is required; see cfgctl get --help"},
