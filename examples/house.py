@@ -47,12 +47,18 @@ def box(drawing: Drawing, space: Space, corner: Point, opposite: Point, layer: s
 # --- blocks -------------------------------------------------------------------------------------
 
 
-def single_door(drawing: Drawing) -> Space:
-    """Its origin is the hinge; the leaf stands open along y, the opening lies along x."""
+def single_door(drawing: Drawing, *, fire_rated: bool = False) -> Space:
+    """Its origin is the hinge; the leaf stands open along y, the opening lies along x.
+
+    A fire rated one has one more attribute.
+    """
     door = drawing.block("PG-DEUR-ENKEL")
     box(drawing, door, (0, 0), (40, 930), "0")
     drawing.arc(door, (0, 0), 930.0, (0.0, 90.0))
     _door_attributes(drawing, door, "enkel", (120, 420))
+    if fire_rated:
+        drawing.attribute_definition(
+            door, AttributeDefinition("WERING", "geen", (120, 540), 90.0, "Brandwering:"))
     return door
 
 

@@ -81,6 +81,18 @@ def doors() -> Drawing:
     return drawing
 
 
+def new_doors() -> Drawing:
+    """The doors of the next version."""
+    drawing = Drawing(Version.R2018)
+    drawing.layer("31-KOZIJN", 4, weight=25)
+    door = single_door(drawing, fire_rated=True)
+    drawing.insert(drawing.model, door, (0.0, 0.0), {"NUMMER": "D001", "WERING": "30 minuten"},
+                   layer="31-KOZIJN")
+    drawing.look_at((500.0, 500.0), 1500.0)
+    drawing.header["$EXTMAX"] = at(10, (930.0, 930.0, 0.0))
+    return drawing
+
+
 def frame() -> Drawing:
     """To be inserted as a whole: its attribute definitions stand in the model."""
     drawing = Drawing(Version.R2010, sheet=A2)
@@ -99,6 +111,7 @@ def all_files() -> dict[Path, bytes]:
         FOLDER / "project" / "woonhuis-r12.dxf": house(Version.R12).packed(CR_LF),
         FOLDER / "blokken" / "deur.dxf": doors().packed(CR_LF),
         FOLDER / "blokken" / "kader.dxf": frame().packed(BinaryForm()),
+        FOLDER / "nieuw" / "deur.dxf": new_doors().packed(CR_LF),
     }
 
 

@@ -28,6 +28,7 @@ run() {
     printf '  $ cfgctl'
     for word; do
         case $word in
+            *[\$!]*) printf " '%s'" "$word" ;;
             *[!A-Za-z0-9._/:=-]*) printf ' "%s"' "$word" ;;
             *) printf ' %s' "$word" ;;
         esac
@@ -281,6 +282,18 @@ expect_changes norm/former.ini norm/kantoor.ini UTF-8 <<'END'
 - Afronding=5
 + Afronding=1
 END
+
+part "Blocks and attributes"
+
+heading "The door of the new version replaces the one in a drawing; it has an attribute more"
+expect 31 block 'nieuw/deur.dxf!$PG-DEUR-ENKEL' --drawing $drawing --save-as plan.dxf
+expect_line "WERING	geen" attdefs PG-DEUR-ENKEL --drawing plan.dxf
+
+heading "The references of it are out of date; they get the attribute, and keep what the others say"
+expect_line "outOfDateRefs	6D" attupdate --pattern "PG-DEUR*" --drawing plan.dxf --apply
+expect_line "upToDateRefs	6D" attupdate --pattern "PG-DEUR*" --drawing plan.dxf
+expect_line "NUMMER	D003" attributes 6D --drawing plan.dxf
+has_line "WERING	geen"
 
 echo
 exit $failed

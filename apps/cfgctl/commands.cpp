@@ -174,16 +174,16 @@ A reference is told by its handle, its block, and the block that it stands in.)"
     CommandEntry {"block", makeBlock, "Find a block, or load it from a drawing file",
                   R"(  cfgctl block PG-RAAM --drawing plan.dxf
       the handle of its record: plan.dxf has it, so no file is looked for
-  cfgctl block "blokken/deur.dxf!PG-DEUR-DUBBEL" --drawing plan.dxf
+  cfgctl block 'blokken/deur.dxf!PG-DEUR-DUBBEL' --drawing plan.dxf
       the block comes out of blokken/deur.dxf into plan.dxf, with its layers
-  cfgctl block "blokken/deur.dxf!$PG-DEUR-ENKEL" --drawing plan.dxf
+  cfgctl block 'nieuw/deur.dxf!$PG-DEUR-ENKEL' --drawing plan.dxf
       the same for a block that plan.dxf has: its definition is replaced, references stay
-  cfgctl block "blokken/deur.dxf!PG-RAAM" --drawing plan.dxf --json
+  cfgctl block 'blokken/deur.dxf!PG-RAAM' --drawing plan.dxf --json
       with the name of the block, and the text that is left behind the "!"
 
 NAME may be a path and may end in ".dwg" or ".dwt"; the block has the last part of it as its name.
 A file whose name tells no kind of drawing has ".dwg" put behind. Files are looked for as where
-does. In a shell "$" needs quotes or a backslash. No drawing here has a password, so one is refused.
+does. Single quotes keep a shell from "$" and "!". No drawing here has a password, so one is refused.
 The file must hold DXF, whatever it is named.)"},
     CommandEntry {"attributes", makeAttributes, "The attributes of a block reference",
                   R"(  cfgctl attributes 6D --drawing project/woonhuis.dxf

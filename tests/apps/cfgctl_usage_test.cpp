@@ -224,7 +224,13 @@ Words wordsOf(const std::string& line)
 {
     std::istringstream stream(line);
     Words words;
-    for (std::string word; stream >> std::quoted(word);) {
+    while (stream >> std::ws && !stream.eof()) {
+        std::string word;
+        if (stream.peek() == '\'') {
+            stream >> std::quoted(word, '\'');
+        } else {
+            stream >> std::quoted(word);
+        }
         words.push_back(word);
     }
     return words;

@@ -1,4 +1,7 @@
 #include <corma/IniBuffer.h>
+#include <corma/attributes.h>
+#include <corma/blocks.h>
+#include <corma/entities.h>
 #include <corma/findfile.h>
 #include <corma/host.h>
 #include <corma/lookup_trace.h>
@@ -58,6 +61,31 @@ bool bearsMissingDatabases(const wchar_t* path)
         && corma::translateKey(path, L"not a word", 9) == L"not a word";
 }
 
+// Wants nothing brought up to date.
+class Nothing : public corma::AttributeUpdateChooser
+{
+public:
+    bool choose(corma::AttributeUpdate& /*update*/) override { return false; }
+};
+
+// True when the tools for drawings tell that a new drawing has neither block nor reference, and an
+// empty view from above.
+bool worksInANewDrawing()
+{
+    corma::newDocument(L"new.dxf");
+    int status = RTERROR;
+    const bool hasNoDoor = xx_findblk_int(L"DOOR", &status).isNull() && status == RTNORM;
+    Nothing nothing;
+    status = corma::updateAttributes(corma::AttributeUpdateMode::references, nullptr, nothing);
+    AcGeMatrix3d aside;
+    aside.setToTranslation(AcGeVector3d(5, 0, 0));
+    AcDbObjectIdArray copies;
+    const bool copiesNothing = xx_copy_entities(AcDbObjectIdArray(), aside, &copies) == RTERROR;
+    const bool isSeenFromAbove = xx_getCurrentViewDir_arx() == AcGeVector3d::kZAxis;
+    corma::closeDocument();
+    return hasNoDoor && status == RTNORM && copiesNothing && copies.isEmpty() && isSeenFromAbove;
+}
+
 // Looks one ident of a file up: consumer FILE.
 int main(int argc, char** argv)
 {
@@ -74,6 +102,6 @@ int main(int argc, char** argv)
     }
     std::printf("%ls\n", value);
     const bool isRight = std::wcscmp(value, L"2.5") == 0 && hasSetting(path, L"Tekst", L"Hoogte")
-        && bearsMissingDatabases(path);
+        && bearsMissingDatabases(path) && worksInANewDrawing();
     return isRight ? 0 : 1;
 }
