@@ -9,6 +9,23 @@ namespace {
 
 constexpr unsigned short kMostReaders = 256;
 
+// What only tells where another record begins or ends goes together with that. The BLOCK of a
+// drawing without block records is the block itself.
+bool isMark(const AcDbStub& stub)
+{
+    using namespace corma::host;
+    switch (stub.kind) {
+    case RecordKind::blockBegin: {
+        const Block* const block = stub.store->blockOf(stub);
+        return block == nullptr || block->record != &stub;
+    }
+    case RecordKind::blockEnd:
+        return true;
+    default:
+        return stub.type == RecordType::sequenceEnd;
+    }
+}
+
 int& openings()
 {
     static int count = 0;
@@ -153,6 +170,9 @@ Acad::ErrorStatus AcDbObject::erase(bool erasing)
     }
     if (erasing && m_stub->isErased) {
         return Acad::eWasErased;
+    }
+    if (erasing && isMark(*m_stub)) {
+        return Acad::eCannotBeErasedByCaller;
     }
     m_stub->store->erase(*m_stub, erasing);
     return Acad::eOk;

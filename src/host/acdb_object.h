@@ -116,7 +116,7 @@ public:
     Acad::ErrorStatus close();
 
     /// Marks the object as erased, with what it owns, or takes the mark away. It must be open for
-    /// write.
+    /// write. eCannotBeErasedByCaller for what only tells where another object begins or ends.
     virtual Acad::ErrorStatus erase(bool erasing = true);
     [[nodiscard]] bool isErased() const;
 

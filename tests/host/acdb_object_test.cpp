@@ -1,5 +1,6 @@
 #include "host/acdb_database.h"
 #include "host/acdb_object.h"
+#include "host/model/Store.h"
 #include "support/OpenObjects.h"
 #include "support/TestDrawing.h"
 #include "support/small_drawing.h"
@@ -10,6 +11,7 @@
 using corma::host::Opened;
 using corma::host::openObjectCount;
 using corma::testing::kSmallDrawing;
+using corma::testing::kSmallDrawingR12;
 using corma::testing::TestDrawing;
 
 namespace {
@@ -180,6 +182,24 @@ TEST_F(Object, ThatIsErasedIsOpenedOnlyWhenAskedFor)
     EXPECT_FALSE(line->isErased());
     EXPECT_EQ(line->erase(false), Acad::eOk);
     EXPECT_EQ(drawing.saved(), before);
+}
+
+TEST_F(Object, ThatMarksBeginOrEndOfAnotherIsNotErasedAlone)
+{
+    TestDrawing drawing(kSmallDrawing);
+    for (const char* mark : {"31", "35", "43"}) {
+        SCOPED_TRACE(mark);
+        const auto object = drawing.open<AcDbObject>(mark, AcDb::kForWrite);
+        ASSERT_TRUE(object);
+        EXPECT_EQ(object->erase(), Acad::eCannotBeErasedByCaller);
+        EXPECT_FALSE(object->isErased());
+    }
+    EXPECT_FALSE(drawing.store().isChanged());
+    TestDrawing old(kSmallDrawingR12);
+    const corma::host::Block& door = *old.store().findBlock(L"Deur");
+    ASSERT_EQ(door.record, door.begin);
+    const Opened<AcDbObject> block(AcDbObjectId(door.record), AcDb::kForWrite);
+    EXPECT_EQ(block->erase(), Acad::eOk);
 }
 
 TEST_F(Object, IsNotErasedByItsReaders)
