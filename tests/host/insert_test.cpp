@@ -129,7 +129,7 @@ TEST_F(InsertAsBlock, TakesTheRecordOfTheModelSpaceAlong)
               "BLOCK_RECORD 2=PLAN 340=#0 70=4 1001=ACAD 1000=said of the model");
 }
 
-TEST_F(InsertAsBlock, RedefinesABlockUnderItsIdAndLeavesTheReferences)
+TEST_F(InsertAsBlock, RedefinesABlockUnderItsIdAndNameAndLeavesTheReferences)
 {
     const CloneDrawing to({.blocks = kDoorBlock, .entities = kReferenceToDoor});
     const AcDbObjectId before = to.block(L"DOOR");
@@ -141,6 +141,9 @@ TEST_F(InsertAsBlock, RedefinesABlockUnderItsIdAndLeavesTheReferences)
               "LINE 8=WALLS 10=1 20=2 30=0 11=4 21=2 31=0\n"
               "ATTDEF 10=1 20=1 30=0 40=2.5 1=oak 3=Wood? 2=WOOD 70=0\n");
     EXPECT_EQ(saved.model(), "INSERT 2=DOOR 10=0 20=0 30=0\n");
+    const Block& door = *saved.store().findBlock(L"DOOR");
+    EXPECT_EQ(saved.described(*door.begin), "BLOCK 2=DOOR 70=2 10=1 20=2 30=0 3=DOOR 1=");
+    EXPECT_EQ(door.name, L"DOOR");
     ASSERT_EQ(insertInto(to), Acad::eOk);
     EXPECT_EQ(to.reloaded().content(L"DOOR"), saved.content(L"DOOR"));
 }

@@ -209,6 +209,7 @@ void ClonePlanner::planModelSpace()
     planned.role = Role::block;
     planned.name = m_job.modelSpaceAs;
     if (const Block* const there = m_destination.findBlock(m_job.modelSpaceAs)) {
+        planned.name = there->name; // as its user wrote it
         planned.fate = Fate::replaced;
         planned.destination = there->record;
         failIfBlockIsOpen(*there);
