@@ -83,9 +83,10 @@ WorkPlace workPlaceOf(AcDbDatabase& database)
         return WorkPlace::model;
     }
     const AcDbStub* const viewport = layoutViewport(database.store());
-    return viewport == nullptr || numberOf(*viewport) <= kPaperViewport
-        ? WorkPlace::paper
-        : WorkPlace::floatingViewport;
+    if (viewport == nullptr) {
+        return WorkPlace::model;
+    }
+    return numberOf(*viewport) <= kPaperViewport ? WorkPlace::paper : WorkPlace::floatingViewport;
 }
 
 AcGeMatrix3d userCoordinatesOf(AcDbDatabase& database)

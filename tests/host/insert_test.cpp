@@ -487,6 +487,15 @@ TEST_F(InsertMoved, GoesIntoTheModelThroughAFloatingViewport)
     EXPECT_EQ(to.reloaded().model(), "POINT 10=1 20=1 30=0\n");
 }
 
+TEST_F(InsertMoved, GoesIntoTheModelOfALayoutWithoutViewport)
+{
+    const CloneDrawing from({.entities = kPoint});
+    const CloneDrawing to(
+        {.header = "9 $TILEMODE\n70 0\n", .tables = kLayoutTables, .objects = layoutWith("0")});
+    ASSERT_EQ(to.database().insert(AcGeMatrix3d::kIdentity, &from.database()), Acad::eOk);
+    EXPECT_EQ(to.reloaded().model(), "POINT 10=1 20=1 30=0\n");
+}
+
 TEST_F(InsertMoved, NeedsAnotherDrawing)
 {
     const CloneDrawing to;

@@ -123,6 +123,17 @@ TEST_F(View, OfALayoutWithoutAnActiveWindowIsThePaper)
     EXPECT_EQ(viewport->number(), 1);
 }
 
+TEST_F(View, OfALayoutWithoutAnyViewportIsTheModel)
+{
+    AcDbDatabase& database = open(L"layout_current.dxf");
+    while (!acedGetCurViewportObjectId().isNull()) {
+        const Opened<AcDbViewport> viewport(acedGetCurViewportObjectId(), AcDb::kForWrite);
+        ASSERT_TRUE(viewport);
+        ASSERT_EQ(viewport->erase(), Acad::eOk);
+    }
+    EXPECT_EQ(corma::host::workPlaceOf(database), WorkPlace::model);
+}
+
 TEST_F(View, ItsDirectionIsToldInUserCoordinates)
 {
     AcDbDatabase& database = open(L"ucs.dxf");
