@@ -220,7 +220,7 @@ Acad::ErrorStatus AcDbAttribute::setAttributeFromBlock(const AcDbAttributeDefini
     Groups prescribed;
     append(prescribed, m_groups, {0, headOf(m_groups)});
     appendDefinition(prescribed, definition->groups());
-    const Acad::ErrorStatus status = transformRecord(prescribed, blockTransform);
+    const Acad::ErrorStatus status = transformPrescribed(prescribed, blockTransform);
     if (status != Acad::eOk) {
         return status;
     }

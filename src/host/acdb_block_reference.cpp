@@ -177,8 +177,10 @@ AcGeMatrix3d AcDbBlockReference::blockTransform() const
     }
     const AcGeScale3d scale = scaleFactors();
     AcGeMatrix3d scaling;
-    scaling.setCoordSystem(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis * scale.sx,
-                           AcGeVector3d::kYAxis * scale.sy, AcGeVector3d::kZAxis * scale.sz);
+    const auto factor = [](double told) { return told == 0.0 ? 1.0 : told; };
+    scaling.setCoordSystem(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis * factor(scale.sx),
+                           AcGeVector3d::kYAxis * factor(scale.sy),
+                           AcGeVector3d::kZAxis * factor(scale.sz));
     return AcGeMatrix3d().setToTranslation(position().asVector())
         * AcGeMatrix3d().setToPlaneToWorld(normal())
         * AcGeMatrix3d().setToRotation(rotation(), AcGeVector3d::kZAxis) * scaling

@@ -54,10 +54,7 @@ bool isUsable(const AcGeMatrix3d& matrix)
     return isFinite && !matrix.isSingular();
 }
 
-} // namespace
-
-Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
-                                  const PolylineFrame* owner)
+Acad::ErrorStatus transformWith(Groups& groups, const AcGeMatrix3d& matrix, const Motion& motion)
 {
     Transformer* const transform = transformerFor(groups);
     if (transform == nullptr) {
@@ -69,7 +66,6 @@ Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
     if (matrix == AcGeMatrix3d::kIdentity) {
         return Acad::eOk; // not even the last digit of a tilted entity changes
     }
-    const Motion motion(matrix, owner);
     Groups changed = groups;
     const Acad::ErrorStatus status = transform(changed, motion);
     if (status == Acad::eOk) {
@@ -77,6 +73,19 @@ Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
         groups = std::move(changed);
     }
     return status;
+}
+
+} // namespace
+
+Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
+                                  const PolylineFrame* owner)
+{
+    return transformWith(groups, matrix, Motion(matrix, owner));
+}
+
+Acad::ErrorStatus transformPrescribed(Groups& attribute, const AcGeMatrix3d& matrix)
+{
+    return transformWith(attribute, matrix, Motion(matrix, Letters::approximate));
 }
 
 Acad::ErrorStatus transformRecords(Groups& entity, std::span<Groups> subEntities,

@@ -3,8 +3,8 @@
 // Moving, turning, scaling and mirroring the records of entities.
 
 #include "host/error_status.h"
-#include <corma/geometry.h>
 #include "host/model/Group.h"
+#include <corma/geometry.h>
 
 #include <span>
 
@@ -36,6 +36,11 @@ struct PolylineFrame
 /// Nothing is changed then.
 Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
                                   const PolylineFrame* owner = nullptr);
+
+/// The same for an attribute that a reference gets, which has to have some form for every matrix:
+/// where the exact one does not exist, several lines keep the shape of their letters, at the height
+/// and width that the matrix makes of them, and a single line slants as far as letters can.
+Acad::ErrorStatus transformPrescribed(Groups& attribute, const AcGeMatrix3d& matrix);
 
 /// The same for an entity with its sub-entities: all or nothing.
 Acad::ErrorStatus transformRecords(Groups& entity, std::span<Groups> subEntities,

@@ -16,7 +16,7 @@ constexpr double kSameShape = 1e-9;
 double withoutNoise(double value, double noise)
 {
     const double whole = std::round(value);
-    return std::abs(value - whole) < noise ? whole : value;
+    return std::abs(value - whole) < noise ? whole + 0.0 : value; // without the sign of -0
 }
 
 /// Scales that stand for "the same" are exactly 1, so that lengths keep their digits.

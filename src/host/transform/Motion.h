@@ -17,6 +17,13 @@ enum class Mirroring
     turnedOver // it is seen from behind, and nothing in it is mirrored
 };
 
+/// What becomes of letters where a matrix asks for a form that they cannot have.
+enum class Letters
+{
+    refuse,
+    approximate // they keep their shape, and slant no further than they can
+};
+
 /// An angle in degrees, from 0 up to 360.
 double normalizedDegrees(double degrees);
 
@@ -84,7 +91,15 @@ public:
     {
     }
 
+    Motion(const AcGeMatrix3d& matrix, Letters letters)
+        : m_matrix(matrix)
+        , m_letters(letters)
+    {
+    }
+
     [[nodiscard]] const PolylineFrame* owner() const { return m_owner; }
+
+    [[nodiscard]] bool approximatesLetters() const { return m_letters == Letters::approximate; }
 
     [[nodiscard]] AcGePoint3d point(const AcGePoint3d& before) const { return m_matrix * before; }
 
@@ -109,7 +124,8 @@ public:
 
 private:
     const AcGeMatrix3d& m_matrix;
-    const PolylineFrame* m_owner;
+    const PolylineFrame* m_owner = nullptr;
+    Letters m_letters = Letters::refuse;
 };
 
 } // namespace corma::host

@@ -2,9 +2,9 @@
 
 // Reading and changing the geometry in one part of a record.
 
-#include <corma/geometry.h>
 #include "host/model/Group.h"
 #include "host/transform/Motion.h"
+#include <corma/geometry.h>
 
 #include <string_view>
 

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <initializer_list>
+#include <numbers>
 
 namespace corma::host {
 
@@ -50,13 +51,41 @@ void moveDirection(RecordPart& part, const Motion& motion, const PlaneMotion& pl
     }
 }
 
+/// Factors of lengths along the base line and across it.
+struct TextScale
+{
+    double width = 1.0;
+    double height = 1.0;
+};
+
+TextScale uniformScale(const PlaneMotion& plane)
+{
+    return {plane.scale(), plane.scale()};
+}
+
+/// Where these differ by direction: how far the ends of the base line move apart, and the lines.
+TextScale stretchedScale(const RecordPart& part, const PlaneMotion& plane)
+{
+    AcGeVector3d along = AcGeMatrix3d().setToWorldToPlane(plane.normalBefore())
+        * part.vector(kDirection, impliedDirection(plane.normalBefore()));
+    if (part.has(kRotation) && !part.has(kDirection)) {
+        const double angle = part.real(kRotation) * std::numbers::pi / 180.0;
+        along = {std::cos(angle), std::sin(angle), 0.0};
+    }
+    along = along.normal();
+    const AcGeVector3d after = plane.vector(along);
+    const AcGeVector3d across = plane.vector({-along.y, along.x, 0.0});
+    return {after.length(), after.normal().crossProduct(across).length()};
+}
+
 /// The groups of an MTEXT, be it an entity or inside an attribute.
-void moveText(RecordPart& part, const Motion& motion, const PlaneMotion& plane)
+void moveText(RecordPart& part, const Motion& motion, const PlaneMotion& plane, TextScale scale)
 {
     part.movePoints(kPosition, motion);
     moveDirection(part, motion, plane);
-    // Height of letters, width of the frame, extents of the text, height of the frame.
-    scaleAll(part, {40, 41, 42, 43, 46}, plane.scale());
+    // Width of the frame and of the text; height of letters, of the text, of the frame.
+    scaleAll(part, {41, 42}, scale.width);
+    scaleAll(part, {40, 43, 46}, scale.height);
     part.movePlane(plane);
 }
 
@@ -87,7 +116,7 @@ Acad::ErrorStatus transformMultilineText(Groups& groups, const Motion& motion)
     if (!plane.isSimilar()) {
         return Acad::eCannotScaleNonUniformly;
     }
-    moveText(part, motion, plane);
+    moveText(part, motion, plane, uniformScale(plane));
     moveColumns(groups, motion, plane.scale());
     return Acad::eOk;
 }
@@ -100,10 +129,11 @@ Acad::ErrorStatus transformEmbeddedText(Groups& groups, const Motion& motion)
     }
     RecordPart part(groups, embedded);
     const PlaneMotion plane = motion.ofPlane(part.normal(), Mirroring::turnedOver);
-    if (!plane.isSimilar()) {
+    if (!plane.isSimilar() && !motion.approximatesLetters()) {
         return Acad::eCannotScaleNonUniformly;
     }
-    moveText(part, motion, plane);
+    moveText(part, motion, plane,
+             plane.isSimilar() ? uniformScale(plane) : stretchedScale(part, plane));
     return Acad::eOk;
 }
 

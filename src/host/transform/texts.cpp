@@ -3,7 +3,6 @@
 
 #include <cmath>
 #include <numbers>
-#include <optional>
 
 namespace corma::host {
 
@@ -19,6 +18,14 @@ constexpr std::int64_t kUpsideDown = 4;
 constexpr int kSecondPoint = 11;
 
 constexpr double kRadians = std::numbers::pi / 180.0;
+
+/// Degrees that are whole but for what rounding left.
+double withoutNoise(double degrees)
+{
+    constexpr double kNoise = 1e-12;
+    const double whole = std::round(degrees);
+    return std::abs(degrees - whole) < kNoise ? whole + 0.0 : degrees;
+}
 
 /// How the letters of a line of text stand in its plane. Angles are in degrees.
 struct Lettering
@@ -51,12 +58,13 @@ Lettering movedSimilarly(Lettering text, const PlaneMotion& plane)
     return text;
 }
 
-/// A text may be stretched, and slanted as far as letters can be; nothing when it would be more.
-/// The letters are drawn by turning * flipping * slanting; the image of that by the plane's motion
-/// is brought to the same form again.
-std::optional<Lettering> stretched(Lettering text, const PlaneMotion& plane)
+constexpr double kMostObliquing = 85.0;
+
+/// A text may be stretched and slanted, the latter within kMostObliquing. The letters are drawn by
+/// turning * flipping * slanting; the image of that by the plane's motion is brought to the same
+/// form again.
+Lettering stretched(Lettering text, const PlaneMotion& plane)
 {
-    constexpr double kMostObliquing = 85.0;
     const double side = plane.mirrors() ? -1.0 : 1.0;
     const double angle = text.rotation * kRadians;
     const AcGeVector3d along = plane.vector({std::cos(angle), std::sin(angle), 0.0}) * side;
@@ -74,12 +82,12 @@ std::optional<Lettering> stretched(Lettering text, const PlaneMotion& plane)
 
     text.height *= high;
     text.widthFactor *= wide / high;
-    text.rotation = degreesOf(xAxis);
-    text.obliquing = std::atan(slant) / kRadians;
+    text.rotation = withoutNoise(degreesOf(xAxis));
+    text.obliquing = withoutNoise(std::atan(slant) / kRadians);
     if (plane.mirrors()) {
         text.generation ^= kBackward;
     }
-    return std::abs(text.obliquing) <= kMostObliquing ? std::optional(text) : std::nullopt;
+    return text;
 }
 
 void setLettering(RecordPart& part, const Lettering& text)
@@ -97,13 +105,18 @@ Acad::ErrorStatus moveText(Groups& groups, const Motion& motion, int verticalAli
     constexpr int kHorizontalAlignment = 72;
     RecordPart part(groups, L"AcDbText");
     const PlaneMotion plane = motion.ofPlane(part.normal(), Mirroring::inPlane);
-    const auto after = plane.isSimilar() ? movedSimilarly(letteringOf(part), plane)
-                                         : stretched(letteringOf(part), plane);
-    if (!after || !part.moveThickness(plane)) {
+    Lettering after = plane.isSimilar() ? movedSimilarly(letteringOf(part), plane)
+                                        : stretched(letteringOf(part), plane);
+    const bool isTooSlanted = !plane.isSimilar() && std::abs(after.obliquing) > kMostObliquing;
+    const bool leans = !part.moveThickness(plane);
+    if ((isTooSlanted || leans) && !motion.approximatesLetters()) {
         return Acad::eCannotScaleNonUniformly;
     }
+    if (isTooSlanted) {
+        after.obliquing = std::copysign(kMostObliquing, after.obliquing);
+    }
     part.movePoints(10, plane);
-    setLettering(part, *after);
+    setLettering(part, after);
     part.movePlane(plane);
 
     RecordPart whole(groups, groups.body());
