@@ -59,6 +59,10 @@ public:
     /// Null is an empty text.
     Acad::ErrorStatus setTextString(const ACHAR* text);
 
+    /// Gives it the text of another; it must be open for write. Several lines stay as they are
+    /// written; in a text of one line blanks stand for their paragraph marks.
+    void takeText(const AcDbText& other);
+
     [[nodiscard]] AcGePoint3d position() const; // left end of the base line, in its own plane
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
     [[nodiscard]] double height() const;
@@ -108,7 +112,8 @@ public:
 
     /// An attribute as a definition prescribes it, for a reference with that transformation
     /// (blockTransform() of the reference). The text is the default; extended data stay as they
-    /// are. The statuses of transformBy(), and then nothing is changed.
+    /// are. Letters that cannot be stretched as the matrix asks keep their shape. eInvalidInput for
+    /// a matrix without an inverse, and then nothing is changed.
     Acad::ErrorStatus setAttributeFromBlock(const AcDbAttributeDefinition* definition,
                                             const AcGeMatrix3d& blockTransform);
 
@@ -142,7 +147,7 @@ public:
     Acad::ErrorStatus setRotation(double angle);
     [[nodiscard]] AcGeVector3d normal() const;
 
-    /// From the coordinates of the block to those of the world.
+    /// From the coordinates of the block to those of the world. A scale of 0 counts as 1.
     [[nodiscard]] AcGeMatrix3d blockTransform() const;
 
     /// Its attributes that are not erased, in order. The caller deletes the iterator.

@@ -4,6 +4,7 @@
 
 #include <numbers>
 #include <optional>
+#include <vector>
 
 CORMA_HOST_CLASS_BODY(AcDbText, AcDbEntity)
 
@@ -46,6 +47,27 @@ std::wstring textIn(const Groups& groups, GroupRange lines)
     return text;
 }
 
+// Blanks for paragraph marks, which a single line would show. A doubled backslash is one that is
+// meant as such.
+std::wstring asOneLine(const std::wstring& text)
+{
+    std::wstring line;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isCode = text[i] == L'\\' && i + 1 < text.size();
+        if (isCode && text[i + 1] == L'P') {
+            line += L' ';
+            ++i;
+            continue;
+        }
+        line += text[i];
+        if (isCode) {
+            ++i;
+            line += text[i];
+        }
+    }
+    return line;
+}
+
 void setTextIn(Groups& groups, GroupRange lines, const std::wstring& text)
 {
     while (const auto earlier = groups.find(kEarlierText, lines)) {
@@ -53,6 +75,20 @@ void setTextIn(Groups& groups, GroupRange lines, const std::wstring& text)
         --lines.end;
     }
     groups.set(kText, lines, text);
+}
+
+// Puts several lines in the place of one group of text, parted as they are.
+void copyTextIn(Groups& groups, GroupRange lines, const Groups& from, GroupRange fromLines)
+{
+    const std::size_t place = *groups.find(kText, lines);
+    std::vector<Group> parts;
+    for (std::size_t i = fromLines.begin; i < fromLines.end; ++i) {
+        if (from[i].code == kEarlierText || from[i].code == kText) {
+            parts.push_back(from[i]);
+        }
+    }
+    groups.erase(place);
+    groups.insert(place, std::move(parts));
 }
 
 } // namespace
@@ -94,6 +130,23 @@ Acad::ErrorStatus AcDbText::setTextString(const ACHAR* text)
         groups.set(kText, own(), wanted);
     }
     return Acad::eOk;
+}
+
+void AcDbText::takeText(const AcDbText& other)
+{
+    Groups& groups = changeGroups();
+    const auto to = severalLines(groups);
+    const auto from = severalLines(other.m_groups);
+    const std::wstring line(other.m_groups.text(kText, other.own()));
+    if (!to) {
+        groups.set(kText, own(), from ? asOneLine(textIn(other.m_groups, *from)) : line);
+        return;
+    }
+    setTextIn(groups, *to, line);
+    if (from) {
+        copyTextIn(groups, *severalLines(groups), other.m_groups, *from);
+    }
+    groups.set(kText, own(), line);
 }
 
 AcGePoint3d AcDbText::position() const

@@ -2,6 +2,7 @@
 
 #include "host/host.h"
 #include "host/model/Store.h"
+#include "host/new_records.h"
 
 #include <algorithm>
 #include <deque>
@@ -13,7 +14,6 @@ namespace corma::host {
 namespace {
 
 constexpr int kTag = 2;
-constexpr int kText = 1;
 
 struct Definition
 {
@@ -207,8 +207,8 @@ private:
         AcDbAttribute wanted;
         wanted.changeGroups() = former;
         wanted.setAttributeFromBlock(definition.object.get(), transform);
-        const std::wstring text(former.text(kText, former.subclass(L"AcDbText")));
-        wanted.setTextString(text.c_str());
+        wanted.takeText(*opened);
+        fitToVersion(wanted.changeGroups(), attribute.store->version());
         if (!isSameText(wanted.groups(), former)) {
             opened->changeGroups() = wanted.groups();
         }
