@@ -1,8 +1,9 @@
 #!/bin/sh
 # Measures times and memory of the settings store, of its model, of writing, of databases, of
-# the editor and of drawings, and prints them as tables, each number beside what the machine needs at least for it and
-# beside our aim. The single runs go to bench.json, bench_model.json, bench_write.json,
-# bench_data.json, bench_editor.json and bench_drawing.json.
+# the editor, of drawings and of their blocks, and prints them as tables, each number beside what
+# the machine needs at least for it and beside our aim. The single runs go to bench.json,
+# bench_model.json, bench_write.json, bench_data.json, bench_editor.json, bench_drawing.json and
+# bench_blocks.json.
 # Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 
@@ -21,3 +22,5 @@ fi
 "$1/bin/corma_bench_drawing" "$drawings" --benchmark_repetitions=5 \
     --benchmark_out="$1/bench_drawing.json" --benchmark_out_format=json
 "$1/bin/corma_bench_drawing_memory" "$drawings"
+"$1/bin/corma_bench_blocks" "$drawings" --benchmark_repetitions=5 \
+    --benchmark_out="$1/bench_blocks.json" --benchmark_out_format=json
