@@ -9,6 +9,7 @@
 #include <cstdarg>
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace corma::host {
 
@@ -67,6 +68,12 @@ bool isEnter(const CommandArguments& arguments)
     return text != nullptr && text->empty();
 }
 
+CommandRunner*& installedRunner()
+{
+    static CommandRunner* runner = nullptr;
+    return runner;
+}
+
 } // namespace
 
 int runCommand(const CommandArguments& arguments)
@@ -90,6 +97,11 @@ int runCommand(const CommandArguments& arguments)
     }
     acutPrintf(L"\nUnknown command \"%s\".", name->c_str());
     return RTERROR;
+}
+
+CommandRunner* setCommandRunner(CommandRunner* runner)
+{
+    return std::exchange(installedRunner(), runner);
 }
 
 namespace {
@@ -137,5 +149,6 @@ int acedCommandS(int type, ...)
         acutPrintf(L"\nA command takes texts and numbers only.");
         return RTERROR;
     }
-    return corma::host::runCommand(*arguments);
+    corma::host::CommandRunner* const runner = corma::host::installedRunner();
+    return runner != nullptr ? runner->run(*arguments) : corma::host::runCommand(*arguments);
 }

@@ -17,4 +17,21 @@ using CommandArguments = std::vector<CommandArgument>;
 /// runs it is RTNORM and does nothing.
 int runCommand(const CommandArguments& arguments);
 
+/// Where acedCommandS() sends its commands.
+class CommandRunner
+{
+public:
+    CommandRunner() = default;
+    CommandRunner(const CommandRunner&) = delete;
+    CommandRunner& operator=(const CommandRunner&) = delete;
+    virtual ~CommandRunner() = default;
+
+    /// As runCommand().
+    virtual int run(const CommandArguments& arguments) = 0;
+};
+
+/// Sends commands to a runner, for null to runCommand(). It stays the caller's. Returns the former
+/// one.
+CommandRunner* setCommandRunner(CommandRunner* runner);
+
 } // namespace corma::host
