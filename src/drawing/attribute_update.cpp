@@ -8,7 +8,9 @@
 #include <corma/entities.h>
 
 #include <memory>
+#include <optional>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 using corma::AttributeUpdate;
@@ -72,17 +74,19 @@ struct BlockToSync
     bool hasDefinitions = false;
 };
 
-// Without a name for a block that cannot be read.
-BlockToSync blockToSync(AcDbObjectId id)
+// Nothing for a block that cannot be opened: whether it has definitions is not known then, and to
+// take it for one without them would cost its references their attributes.
+std::optional<BlockToSync> blockToSync(AcDbObjectId id)
 {
-    BlockToSync block;
     const Opened<AcDbBlockTableRecord> record(id);
-    if (record) {
-        xx_VarArray definitions;
-        xx_get_attdefs(*record, definitions, false);
-        block.hasDefinitions = definitions.length() != 0;
-        record->getName(block.name);
+    if (!record) {
+        return std::nullopt;
     }
+    BlockToSync block;
+    xx_VarArray definitions;
+    xx_get_attdefs(*record, definitions, false);
+    block.hasDefinitions = definitions.length() != 0;
+    record->getName(block.name);
     return block;
 }
 
@@ -206,11 +210,14 @@ int xx_update_refs(const AcDbObjectIdArray& references)
         if (record.isNull() || done.count(record.stub()) != 0) {
             continue;
         }
-        const BlockToSync block = blockToSync(record);
-        if (!block.hasDefinitions) {
+        const std::optional<BlockToSync> block = blockToSync(record);
+        if (!block) {
+            continue;
+        }
+        if (!block->hasDefinitions) {
             status = strip(reference);
-        } else if (!block.name.empty()) {
-            status = runSync(kOptionForReferences, block.name);
+        } else if (!block->name.empty()) {
+            status = runSync(kOptionForReferences, block->name);
             if (status == RTNORM) {
                 done.insert(record.stub());
             }
