@@ -64,7 +64,8 @@ public:
 
     /// Leaves in outOfDateRecords or, by the mode, in outOfDateRefs what is to be brought up to
     /// date; true to go on, false when nothing is to be done. It is asked only when there is
-    /// something to show, and may change the drawing. No object is open meanwhile.
+    /// something to show, and may change the drawing, but not close it. No object is open
+    /// meanwhile.
     virtual bool choose(AttributeUpdate& update) = 0;
 };
 
@@ -82,6 +83,6 @@ CORMA_EXPORT AttributeUpdateChooser* setAttributeUpdateChooser(AttributeUpdateCh
 } // namespace corma
 
 /// corma::updateAttributes() as a command: of blocks for `records`, else of references. What is to
-/// be done is chosen where setAttributeUpdateChooser() says; the user is told when there is no such
-/// place.
+/// be done is chosen where setAttributeUpdateChooser() says; when there is something to choose and
+/// no such place, the user is told.
 CORMA_EXPORT void xx_show_attribute_update(bool records, const wchar_t* pattern);

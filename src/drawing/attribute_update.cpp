@@ -174,6 +174,17 @@ int runUpdate(AttributeUpdateMode mode, const wchar_t* pattern, AttributeUpdateC
                        : xx_update_refs(update.outOfDateRefs);
 }
 
+/// Where a program installed none: what there is to choose from cannot be shown.
+class Nobody : public AttributeUpdateChooser
+{
+public:
+    bool choose(AttributeUpdate& /*update*/) override
+    {
+        acutPrintf(kNoChooser);
+        return false;
+    }
+};
+
 AttributeUpdateChooser*& installedChooser()
 {
     static AttributeUpdateChooser* chooser = nullptr;
@@ -255,9 +266,7 @@ AttributeUpdateChooser* setAttributeUpdateChooser(AttributeUpdateChooser* choose
 void xx_show_attribute_update(bool records, const wchar_t* pattern)
 {
     const auto mode = records ? AttributeUpdateMode::records : AttributeUpdateMode::references;
-    if (AttributeUpdateChooser* const chooser = installedChooser()) {
-        corma::updateAttributes(mode, pattern, *chooser);
-    } else {
-        acutPrintf(kNoChooser);
-    }
+    Nobody nobody;
+    AttributeUpdateChooser* const installed = installedChooser();
+    corma::updateAttributes(mode, pattern, installed != nullptr ? *installed : nobody);
 }
