@@ -32,7 +32,7 @@ int xx_get_variable(const wchar_t* name, const VariableTarget& value, int report
 /// RTLE (a resbuf*, which is taken out of the chain and the caller's to free; both marks stay, and
 /// null is an empty list), and 5019 for nothing, which has no target. A null text leaves the buffer
 /// as it is; a long one is cut. RTNORM; RTCAN for a type that differs or is none of these, which
-/// the user is told with report not 0.
+/// the user is told with report not 0, and for a list without its end.
 int xx_assign_value2(resbuf& node, const VariableTarget& value, int report);
 
 /// Sends Enter to the host while the running command is `command` (a wild-card pattern, null:

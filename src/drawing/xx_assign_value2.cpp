@@ -54,6 +54,14 @@ int detachList(resbuf& begin, resbuf*& list)
     return RTNORM;
 }
 
+int refuse(const resbuf& node, int report)
+{
+    if (report != 0) {
+        xx_reportError(kSource, kBadTypeLine, kBadType, node.restype);
+    }
+    return RTCAN;
+}
+
 void copyText(const wchar_t* text, const VariableTarget& value)
 {
     if (text != nullptr) {
@@ -66,10 +74,7 @@ void copyText(const wchar_t* text, const VariableTarget& value)
 int xx_assign_value2(resbuf& node, const VariableTarget& value, int report)
 {
     if (node.restype != value.type) {
-        if (report != 0) {
-            xx_reportError(kSource, kBadTypeLine, kBadType, node.restype);
-        }
-        return RTCAN;
+        return refuse(node, report);
     }
     switch (node.restype) {
     case RTREAL:
@@ -97,6 +102,6 @@ int xx_assign_value2(resbuf& node, const VariableTarget& value, int report)
     case kNothing:
         return RTNORM;
     default:
-        return RTCAN;
+        return refuse(node, report);
     }
 }
