@@ -1,14 +1,19 @@
 #include "host/host.h"
 #include "platform/platform.h"
+#include "support/BlockDrawing.h"
+#include "support/CommandRecorder.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
 #include "support/TestDrawing.h"
 #include "support/small_drawing.h"
+#include <corma/drawing_contents.h>
 #include <corma/texts.h>
 
 #include <gtest/gtest.h>
 #include <stdexcept>
 
+using corma::testing::BlockDrawing;
+using corma::testing::CommandRecorder;
 using corma::testing::CurrentFolder;
 using corma::testing::FullDisk;
 using corma::testing::kSmallDrawing;
@@ -125,4 +130,69 @@ TEST(TestDrawing, TellsARecordByItsHandle)
 TEST(TestDrawing, MustBeADrawing)
 {
     EXPECT_THROW(TestDrawing("1 hello\n"), std::runtime_error);
+}
+
+TEST(BlockDrawing, IsReadAsItWasPutTogether)
+{
+    BlockDrawing drawing;
+    drawing.block("DOOR", {{"WOOD", "pine", false, "21"}});
+    const std::string house = drawing.nextRecord();
+    drawing.block("HOUSE", {}, {{"B1", "DOOR"}})
+        .inModel({"A1", "HOUSE"})
+        .inPaper({"C1", "DOOR", {{"WOOD", "oak", false, "31"}}})
+        .definitionInModel({"TITLE", "", true, "22"});
+
+    RecordingServices services;
+    const TempFolder folder;
+    ASSERT_TRUE(corma::openDocument(folder.write(L"plan.dxf", drawing.bytes()).c_str()));
+    EXPECT_TRUE(services.printed.empty());
+    const auto contents = corma::contentsOf(nullptr);
+    ASSERT_TRUE(contents.has_value());
+    EXPECT_EQ(contents->blocks,
+              (std::vector<std::wstring> {L"*Model_Space", L"*Paper_Space", L"DOOR", L"HOUSE"}));
+    std::wstring references;
+    for (const auto& reference : contents->references) {
+        references += reference.handle + L' ' + reference.block + L' ' + reference.space + L'\n';
+    }
+    EXPECT_EQ(references,
+              L"A1 HOUSE *Model_Space\n"
+              L"C1 DOOR *Paper_Space\n"
+              L"B1 DOOR HOUSE\n");
+    const std::pair<const wchar_t*, const wchar_t*> owners[]
+        = {{L"31", L"C1"}, {L"22", L"81"}, {L"21", L"800"}};
+    for (const auto& [handle, owner] : owners) {
+        const corma::host::Opened<AcDbObject> object(corma::objectWithHandle(handle));
+        ASSERT_TRUE(object);
+        EXPECT_EQ(corma::handleOf(object->ownerId()), owner);
+    }
+    EXPECT_EQ(house, "801");
+}
+
+TEST(CommandRecorder, TellsWhatIsSentAndLetsItRun)
+{
+    const RecordingServices services;
+    CommandRecorder recorder;
+    EXPECT_EQ(acedCommandS(RTSTR, L"", RTNONE), RTNORM);
+    EXPECT_EQ(acedCommandS(RTSTR, L"NOSUCH", RTSHORT, 2, RTREAL, 1.5, RTNONE), RTERROR);
+    resbuf echo {};
+    echo.restype = RTSHORT;
+    acedSetVar(L"CMDECHO", &echo);
+    recorder.instead = [](const corma::host::CommandArguments&) { return RTCAN; };
+    EXPECT_EQ(acedCommandS(RTSTR, L"_LINE", RTNONE), RTCAN);
+    EXPECT_EQ(recorder.sent(), "1:\n1:NOSUCH|2|1.500000\n_LINE\n");
+    EXPECT_EQ(services.allPrinted(), L"\nUnknown command \"NOSUCH\".");
+}
+
+TEST(CommandRecorder, PutsTheFormerOneBack)
+{
+    const RecordingServices services;
+    CommandRecorder outer;
+    {
+        const CommandRecorder inner;
+        acedCommandS(RTSTR, L"", RTNONE);
+        EXPECT_EQ(inner.sent(), "1:\n");
+    }
+    EXPECT_EQ(outer.sent(), "");
+    acedCommandS(RTSTR, L"", RTNONE);
+    EXPECT_EQ(outer.sent(), "1:\n");
 }
