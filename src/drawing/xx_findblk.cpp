@@ -192,7 +192,6 @@ AcDbObjectId findOrLoad(const BlockRequest& request, int& status)
 
 AcDbObjectId findBlock(wchar_t* text, BlockRequest request, int& status)
 {
-    status = RTNORM;
     if (corma::length(text) == 0) {
         return {};
     }
@@ -211,14 +210,17 @@ AcDbObjectId findBlock(wchar_t* text, BlockRequest request, int& status)
 AcDbObjectId xx_findblk(wchar_t* text, int report, int* status, AcDbDatabase* destination,
                         AcDbDatabase* source, const wchar_t* password)
 {
-    *status = RTERROR; // what is left when there is no memory
+    *status = RTERROR; // what is left when something is thrown
     return corma::atBoundary(kSource, __LINE__, AcDbObjectId(), [&] {
         BlockRequest request;
         request.isReporting = report != 0;
         request.destination = destination;
         request.source = source;
         request.password = password;
-        return findBlock(text, std::move(request), *status);
+        int result = RTNORM;
+        const AcDbObjectId block = findBlock(text, std::move(request), result);
+        *status = result;
+        return block;
     });
 }
 

@@ -64,16 +64,19 @@ std::wstring xx_findblk_name(std::wstring_view text)
 
 AcDbObjectId xx_findblk_int(const wchar_t* name, int* status, AcDbDatabase* database)
 {
-    return corma::atBoundary(kSource, __LINE__, AcDbObjectId(), [&]() -> AcDbObjectId {
-        *status = RTNORM;
+    *status = RTERROR; // what is left when something is thrown
+    return corma::atBoundary(kSource, __LINE__, AcDbObjectId(), [&] {
         if (database == nullptr) {
             database = acdbHostApplicationServices()->workingDatabase();
         }
         const std::wstring_view text = corma::view(name);
-        if (database == nullptr || text.starts_with(L'$')) {
-            return {};
+        int result = RTNORM;
+        AcDbObjectId block;
+        if (database != nullptr && !text.starts_with(L'$')) {
+            block = blockOf(*database, xx_findblk_name(text), result);
         }
-        return blockOf(*database, xx_findblk_name(text), *status);
+        *status = result;
+        return block;
     });
 }
 
