@@ -22,6 +22,11 @@ bool isDwg(const std::wstring& upperCaseName)
     return has(upperCaseName, L".DWG") || has(upperCaseName, L".DWT");
 }
 
+SideDatabase sideDatabase(Acad::ErrorStatus status, std::unique_ptr<AcDbDatabase> database)
+{
+    return {status, status == Acad::eOk ? std::move(database) : nullptr};
+}
+
 } // namespace
 
 FoundDrawing findDrawing(std::wstring_view name, DrawingNames names)
@@ -38,23 +43,27 @@ FoundDrawing findDrawing(std::wstring_view name, DrawingNames names)
 
 SideDatabase readAside(const std::wstring& path, const wchar_t* password)
 {
-    SideDatabase side {Acad::eOk, std::make_unique<AcDbDatabase>(false, false)};
+    const bool hasPassword = length(password) != 0;
+    const auto mode
+        = hasPassword ? AcDbDatabase::kForReadAndWriteNoShare : AcDbDatabase::kForReadAndReadShare;
+    auto database = std::make_unique<AcDbDatabase>(false, false);
+    const Acad::ErrorStatus status
+        = database->readDwgFile(path.c_str(), mode, false, hasPassword ? password : nullptr);
+    return sideDatabase(status, std::move(database));
+}
+
+SideDatabase readAsideByName(const std::wstring& path)
+{
     const std::wstring name = upperCase(path);
     if (isDwg(name)) {
-        const bool hasPassword = length(password) != 0;
-        side.status = side.database->readDwgFile(path.c_str(),
-                                                 hasPassword ? AcDbDatabase::kForReadAndWriteNoShare
-                                                             : AcDbDatabase::kForReadAndReadShare,
-                                                 false, hasPassword ? password : nullptr);
-    } else if (has(name, L".DXF")) {
-        side.status = side.database->dxfIn(path.c_str());
-    } else {
-        side.status = Acad::eUnsupportedFileFormat;
+        return readAside(path);
     }
-    if (side.status != Acad::eOk) {
-        side.database.reset();
+    if (!has(name, L".DXF")) {
+        return {Acad::eUnsupportedFileFormat, nullptr};
     }
-    return side;
+    auto database = std::make_unique<AcDbDatabase>(false, false);
+    const Acad::ErrorStatus status = database->dxfIn(path.c_str());
+    return sideDatabase(status, std::move(database));
 }
 
 } // namespace corma

@@ -33,8 +33,12 @@ struct SideDatabase
     std::unique_ptr<AcDbDatabase> database;
 };
 
-/// Reads a file; the name tells by which operation of the host. eUnsupportedFileFormat for one that
-/// is no drawing's. `password` is null or empty for none.
+/// Reads a drawing, whatever its file is named. `password` is null or empty for none.
 SideDatabase readAside(const std::wstring& path, const wchar_t* password = nullptr);
+
+/// The same by the operation of the host that the name asks for: one for drawings, one for those
+/// that are exchanged as text. eUnsupportedFileFormat for a name of neither, as that of a path that
+/// was cut.
+SideDatabase readAsideByName(const std::wstring& path);
 
 } // namespace corma

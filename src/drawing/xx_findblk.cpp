@@ -55,9 +55,9 @@ public:
     {
     }
 
-    int read(const std::wstring& path, const wchar_t* password, int line)
+    // Takes what was read; a failure is reported at the line.
+    int take(corma::SideDatabase side, int line)
     {
-        corma::SideDatabase side = corma::readAside(path, password);
         if (side.status != Acad::eOk) {
             xx_reportError(kSource, line, acadErrorStatusText(side.status), kReadCode);
             return RTCAN;
@@ -118,7 +118,7 @@ int openNamedDrawing(const BlockRequest& request, Source& source)
         alert(request, kFileNotFound, request.file);
         return found.status;
     }
-    return source.read(found.path, nullptr, kReadNamedLine);
+    return source.take(corma::readAsideByName(found.path), kReadNamedLine);
 }
 
 AcDbObjectId cloneFromDrawing(const BlockRequest& request, int& status)
@@ -147,7 +147,7 @@ AcDbObjectId insertDrawing(const BlockRequest& request, int& status)
     }
     Source source(request.source);
     if (!source.isThere()) {
-        status = source.read(found.path, request.password, kReadLine);
+        status = source.take(corma::readAside(found.path, request.password), kReadLine);
         if (status != RTNORM) {
             return {};
         }
