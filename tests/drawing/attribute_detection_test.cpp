@@ -504,13 +504,25 @@ TEST_F(RecordsOutOfDate, MayHaveFilesOfAnyVersion)
 TEST_F(RecordsOutOfDate, AreToldWhenTheirFileCannotBeReadAndPassedOver)
 {
     BlockDrawing drawing;
-    drawing.block("BROKEN", {{"A"}}).block("DOOR", {{"A"}});
+    drawing.block("BROKEN", {{"A"}}).block("HALF", {{"A"}}).block("DOOR", {{"A"}});
     open(drawing);
     folder.write(L"BROKEN.DWG", "no drawing");
+    const std::string whole = BlockDrawing().definitionInModel({"B"}).bytes();
+    folder.write(L"HALF.DWG", whole.substr(0, whole.size() / 2));
     writeFile(L"DOOR.DWG", {{"B"}});
     EXPECT_EQ(find(), "DOOR");
     const std::string told = printed();
-    EXPECT_TRUE(told.ends_with(failure("xx_atblk", 191, "eUnsupportedFileFormat", "301"))) << told;
+    const std::string broken = failure("xx_atblk", 191, "eUnsupportedFileFormat", "301");
+    EXPECT_NE(told.find(broken), std::string::npos) << told;
+    EXPECT_TRUE(told.ends_with(failure("xx_atblk", 191, "eBadDxfFile", "301"))) << told;
+}
+
+TEST_F(RecordsOutOfDate, HaveNoFileInAFolderOfItsName)
+{
+    BlockDrawing drawing;
+    open(drawing.block("DOOR", {{"A"}}));
+    folder.makeFolder(L"DOOR.DWG");
+    EXPECT_EQ(find(), "");
 }
 
 TEST_F(RecordsOutOfDate, AreToldWhenTheyCannotBeOpenedAndPassedOver)

@@ -556,6 +556,54 @@ TEST_F(UpdateRecords, LoadsBlocksAnewAndThenSyncsTheirReferencesInAllSpaces)
     EXPECT_EQ(described(xx_find_out_of_date_refs(L"*")), "");
 }
 
+struct VersionRow
+{
+    const char* sentence;
+    const char* version;
+};
+
+// A drawing with the definition WOOD. A file of R12 has neither subclasses nor records of blocks.
+std::string fileOf(const std::string& version)
+{
+    if (version != "AC1009") {
+        std::string file = BlockDrawing().definitionInModel({"WOOD", "fir"}).bytes();
+        return file.replace(file.find("AC1015"), version.size(), version);
+    }
+    return "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n"
+           "0\nSECTION\n2\nENTITIES\n0\nATTDEF\n8\n0\n10\n0.0\n20\n0.0\n40\n2.5\n"
+           "1\nfir\n3\n\n2\nWOOD\n70\n0\n0\nENDSEC\n0\nEOF\n";
+}
+
+class LoadedVersions : public UpdateTest, public ::testing::WithParamInterface<VersionRow>
+{
+};
+
+TEST_P(LoadedVersions, BecomeThatOfTheDrawing)
+{
+    open(doors());
+    folder.write(L"DOOR.DWG", fileOf(GetParam().version));
+    Chooser chooser;
+    EXPECT_EQ(updateAttributes(kRecords, L"DOOR", chooser), RTNORM);
+    EXPECT_EQ(printed(), "\nDOOR");
+    EXPECT_EQ(attributesOf("A1"), "WOOD=fir");
+    EXPECT_EQ(attributesOf("A3"), "WOOD=oak");
+
+    const std::wstring saved = folder.path(L"saved.dxf");
+    ASSERT_TRUE(saveDocument(saved.c_str()));
+    ASSERT_TRUE(openDocument(saved.c_str()));
+    EXPECT_EQ(definitionsOf(L"DOOR"), "WOOD=fir");
+    EXPECT_EQ(attributesOf("A1"), "WOOD=fir");
+    EXPECT_EQ(attributesOf("A3"), "WOOD=oak");
+    EXPECT_EQ(printed(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    AttributeUpdate, LoadedVersions,
+    ::testing::Values(VersionRow {"R12", "AC1009"}, VersionRow {"R13", "AC1012"},
+                      VersionRow {"R14", "AC1014"}, VersionRow {"R2000", "AC1015"},
+                      VersionRow {"R2007", "AC1021"}, VersionRow {"R2018", "AC1032"}),
+    [](const auto& row) { return row.param.sentence; });
+
 TEST_F(UpdateRecords, LoadsOnlyWhatIsWanted)
 {
     openPlan();
