@@ -91,7 +91,7 @@ std::string AttributeTest::attributesOf(const char* reference)
 
 std::string AttributeTest::printed()
 {
-    const std::string text = toUtf8(services.allPrinted());
+    std::string text = toUtf8(services.allPrinted());
     services.printed.clear();
     return text;
 }
