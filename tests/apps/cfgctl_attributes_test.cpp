@@ -250,6 +250,20 @@ TEST_F(CfgctlAttributes, OfBlocksWithFilesThatCannotBeReadAreToldAndPassedOver)
                          "(eUnsupportedFileFormat, ec = 301)\n"));
 }
 
+TEST_F(CfgctlAttributes, OfBlocksWithFilesThatMayNotBeReadArePassedOverToo)
+{
+    writeBlock("DOOR.DWG", {{"WIDTH", "9"}});
+    writeBlock("GATE.DWG", {{"SIZE", "2"}});
+    setMode("DOOR.DWG", 0);
+    const ProgramResult result
+        = runWithoutPrivilege({"attupdate", "--records", "--apply", "--drawing=plan.dxf"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.out, "outOfDateRecords\t" + m_gate + '\n');
+    EXPECT_THAT(result.err,
+                EndsWith("Error in file xx_atblk.cpp on line 191\n"
+                         "(eFileAccessErr, ec = 301)\nGate\n"));
+}
+
 // --- attsync -------------------------------------------------------------------------------------
 
 TEST_F(CfgctlAttributes, AreBroughtToWhatTheBlockDefines)
