@@ -114,12 +114,14 @@ GroupValue binaryValue(const BinaryTags& tags, const Form& form)
 template<class Tags, class ValueOf>
 Groups decodeAll(Tags tags, const char* end, const ValueOf& valueOf)
 {
+    constexpr std::size_t kMostBytes = 16; // of a usual group
     Groups groups;
+    groups.reserve(static_cast<std::size_t>(end - tags.end()) / kMostBytes + 1);
     bool isEndOfFile = false;
     while (!isEndOfFile && tags.next() == Step::group) {
-        Group group(tags.code(), valueOf(tags));
+        Group& group = groups.addEmpty(tags.code());
+        group.value = valueOf(tags);
         group.raw = {tags.begin(), static_cast<std::size_t>(tags.end() - tags.begin())};
-        groups.add(std::move(group));
         // Behind the end of the file anything may follow.
         isEndOfFile = groups.size() == 1 && tags.code() == code::type && tags.value() == "EOF";
     }

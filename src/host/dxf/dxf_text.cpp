@@ -194,11 +194,22 @@ void appendCharacter(char32_t c, const CodePage& page, Caret caret, std::string&
 
 std::wstring decodeText(std::string_view value, const CodePage& page, Caret caret)
 {
+    // Most texts are short and plain, so one look at each character does.
+    unsigned bits = 0;
+    bool hasCaret = false;
+    bool hasBackslash = false;
+    for (const char c : value) {
+        bits |= static_cast<unsigned char>(c);
+        hasCaret |= c == '^';
+        hasBackslash |= c == kBackslash;
+    }
+    constexpr unsigned kFirstBeyondAscii = 0x80;
     std::wstring text
-        = isAllAscii(value) ? std::wstring(value.begin(), value.end()) : page.decode(value);
-    const bool mayHaveEscapes = value.find('^') != std::string_view::npos
-        || value.find("\\U+") != std::string_view::npos
-        || value.find("\\M+") != std::string_view::npos;
+        = bits < kFirstBeyondAscii ? std::wstring(value.begin(), value.end()) : page.decode(value);
+    const bool mayHaveEscapes = hasCaret
+        || (hasBackslash
+            && (value.find("\\U+") != std::string_view::npos
+                || value.find("\\M+") != std::string_view::npos));
     return mayHaveEscapes ? withoutEscapes(text, caret) : text;
 }
 

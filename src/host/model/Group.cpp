@@ -32,6 +32,17 @@ constexpr std::array kKinds = {
     KindOfCodes {1071, 1071, ValueKind::int32},
 };
 
+// The same, a kind for each code: every group that is read asks.
+constexpr auto kKindOfEach = [] {
+    std::array<ValueKind, kKinds.back().last + 1> kinds {}; // texts
+    for (const KindOfCodes& row : kKinds) {
+        for (int code = row.first; code <= row.last; ++code) {
+            kinds[static_cast<std::size_t>(code)] = row.kind;
+        }
+    }
+    return kinds;
+}();
+
 constexpr int kCoordinateStep = 10; // from the code of x to that of y, and on to z
 
 template<class Character> std::optional<Handle> parseHandle(std::basic_string_view<Character> text)
@@ -60,10 +71,8 @@ template<class Character> std::optional<Handle> parseHandle(std::basic_string_vi
 
 ValueKind valueKindOf(int code)
 {
-    const auto* const row
-        = std::lower_bound(kKinds.begin(), kKinds.end(), code,
-                           [](const KindOfCodes& kind, int wanted) { return kind.last < wanted; });
-    return row != kKinds.end() && row->first <= code ? row->kind : ValueKind::text;
+    const auto at = static_cast<std::size_t>(code); // of a negative one it is beyond all
+    return at < kKindOfEach.size() ? kKindOfEach[at] : ValueKind::text;
 }
 
 const std::wstring& Group::text() const

@@ -159,6 +159,16 @@ public:
 
     void add(Group group) { m_groups.push_back(std::move(group)); }
 
+    /// A group without a value, to be filled in at once.
+    Group& addEmpty(int code)
+    {
+        Group& group = m_groups.emplace_back();
+        group.code = code;
+        return group;
+    }
+
+    void reserve(std::size_t count) { m_groups.reserve(count); }
+
     void insert(std::size_t at, Group group);
     void insert(std::size_t at, std::vector<Group> groups);
     void erase(std::size_t at, std::size_t count = 1);
