@@ -23,6 +23,8 @@ class AcDbBlockTableRecord : public AcDbSymbolTableRecord
 public:
     AcDbBlockTableRecord();
 
+    explicit AcDbBlockTableRecord(corma::host::WithoutGroups /*none*/) { }
+
     /// A walk over its entities; the caller deletes it. An attribute is no entity of the block but
     /// of its block reference. An entity that is appended meanwhile is met.
     Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,

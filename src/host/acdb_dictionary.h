@@ -142,6 +142,8 @@ class AcDbXrecord : public AcDbObject
 public:
     AcDbXrecord();
 
+    explicit AcDbXrecord(corma::host::WithoutGroups /*none*/) { }
+
     /// The values as a new list that the caller frees by acutRelRb(); null when there are none. A
     /// type is a group code, of a point that of its x; ids of objects are in rlname, null for what
     /// is not in the drawing. Always eOk for a record that is open, but for eOutOfMemory.

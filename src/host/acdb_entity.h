@@ -52,6 +52,8 @@ class AcDbText : public AcDbEntity
 public:
     AcDbText();
 
+    explicit AcDbText(corma::host::WithoutGroups /*none*/) { }
+
     /// The text with its control codes, that of an attribute of several lines with its paragraph
     /// marks; a heap copy for acutDelString().
     [[nodiscard]] ACHAR* textString() const;
@@ -85,6 +87,11 @@ class AcDbAttributeDefinition : public AcDbText
 public:
     AcDbAttributeDefinition();
 
+    explicit AcDbAttributeDefinition(corma::host::WithoutGroups none)
+        : AcDbText(none)
+    {
+    }
+
     [[nodiscard]] ACHAR* tag() const; // heap copy for acutDelString()
     Acad::ErrorStatus setTag(const ACHAR* tag); // eInvalidInput for an empty one
     [[nodiscard]] ACHAR* prompt() const;
@@ -105,6 +112,11 @@ class AcDbAttribute : public AcDbText
 
 public:
     AcDbAttribute();
+
+    explicit AcDbAttribute(corma::host::WithoutGroups none)
+        : AcDbText(none)
+    {
+    }
 
     [[nodiscard]] ACHAR* tag() const; // heap copy for acutDelString()
     Acad::ErrorStatus setTag(const ACHAR* tag);
@@ -131,6 +143,9 @@ class AcDbBlockReference : public AcDbEntity
 
 public:
     AcDbBlockReference();
+
+    explicit AcDbBlockReference(corma::host::WithoutGroups /*none*/) { }
+
     AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRecord);
 
     /// Null when the drawing has no block of the name that the reference bears.
@@ -189,6 +204,8 @@ class AcDbViewport : public AcDbEntity
 
 public:
     AcDbViewport();
+
+    explicit AcDbViewport(corma::host::WithoutGroups /*none*/) { }
 
     /// 1 for the paper space viewport of a layout itself, from 2 for a window; -1 for one that is
     /// off.

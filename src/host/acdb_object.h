@@ -18,6 +18,11 @@ class AcRxObject;
 namespace corma::host {
 class Store;
 struct ObjectOpening;
+
+/// Asks for an object that has no groups yet, those of a new one neither: it gets its record's.
+struct WithoutGroups
+{
+};
 } // namespace corma::host
 
 namespace AcDb {

@@ -3,6 +3,8 @@
 #include "host/acdb_database.h"
 #include "host/model/Store.h"
 
+#include <type_traits>
+
 namespace corma::host {
 
 namespace {
@@ -11,7 +13,11 @@ using Maker = std::unique_ptr<AcDbObject> (*)();
 
 template<class Object> std::unique_ptr<AcDbObject> make()
 {
-    return std::make_unique<Object>();
+    if constexpr (std::is_constructible_v<Object, WithoutGroups>) {
+        return std::make_unique<Object>(WithoutGroups {});
+    } else {
+        return std::make_unique<Object>();
+    }
 }
 
 struct TypeMaker
