@@ -54,7 +54,8 @@ bool isUsable(const AcGeMatrix3d& matrix)
     return isFinite && !matrix.isSingular();
 }
 
-Acad::ErrorStatus transformWith(Groups& groups, const AcGeMatrix3d& matrix, const Motion& motion)
+// On failure the groups are half done.
+Acad::ErrorStatus transformInPlace(Groups& groups, const AcGeMatrix3d& matrix, const Motion& motion)
 {
     Transformer* const transform = transformerFor(groups);
     if (transform == nullptr) {
@@ -66,11 +67,9 @@ Acad::ErrorStatus transformWith(Groups& groups, const AcGeMatrix3d& matrix, cons
     if (matrix == AcGeMatrix3d::kIdentity) {
         return Acad::eOk; // not even the last digit of a tilted entity changes
     }
-    Groups changed = groups;
-    const Acad::ErrorStatus status = transform(changed, motion);
+    const Acad::ErrorStatus status = transform(groups, motion);
     if (status == Acad::eOk) {
-        transformExtendedData(changed, motion);
-        groups = std::move(changed);
+        transformExtendedData(groups, motion);
     }
     return status;
 }
@@ -80,12 +79,17 @@ Acad::ErrorStatus transformWith(Groups& groups, const AcGeMatrix3d& matrix, cons
 Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
                                   const PolylineFrame* owner)
 {
-    return transformWith(groups, matrix, Motion(matrix, owner));
+    Groups changed = groups;
+    const Acad::ErrorStatus status = transformInPlace(changed, matrix, Motion(matrix, owner));
+    if (status == Acad::eOk) {
+        groups = std::move(changed);
+    }
+    return status;
 }
 
 Acad::ErrorStatus transformPrescribed(Groups& attribute, const AcGeMatrix3d& matrix)
 {
-    return transformWith(attribute, matrix, Motion(matrix, Letters::approximate));
+    return transformInPlace(attribute, matrix, Motion(matrix, Letters::approximate));
 }
 
 Acad::ErrorStatus transformRecords(Groups& entity, std::span<Groups> subEntities,

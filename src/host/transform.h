@@ -40,6 +40,7 @@ Acad::ErrorStatus transformRecord(Groups& groups, const AcGeMatrix3d& matrix,
 /// The same for an attribute that a reference gets, which has to have some form for every matrix:
 /// where the exact one does not exist, several lines keep the shape of their letters, at the height
 /// and width that the matrix makes of them, and a single line slants as far as letters can.
+/// What is left of the attribute when it fails is of no use.
 Acad::ErrorStatus transformPrescribed(Groups& attribute, const AcGeMatrix3d& matrix);
 
 /// The same for an entity with its sub-entities: all or nothing.
