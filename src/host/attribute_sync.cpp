@@ -62,7 +62,7 @@ public:
         if (const Acad::ErrorStatus status = readDefinitions(); status != Acad::eOk) {
             return status;
         }
-        findReferences();
+        m_references = m_store.referencesOf(m_block.name);
         for (AcDbStub* const reference : m_references) {
             if (const Acad::ErrorStatus status = check(*reference); status != Acad::eOk) {
                 return status;
@@ -93,18 +93,6 @@ private:
             }
         }
         return Acad::eOk;
-    }
-
-    void findReferences()
-    {
-        const std::wstring name = foldedName(m_block.name);
-        for (AcDbStub* at = m_store.first(); at != nullptr; at = at->next) {
-            const bool isReference
-                = at->kind == RecordKind::entity && !at->isErased && at->type == RecordType::insert;
-            if (isReference && foldedName(m_store.textOf(*at, code::name)) == name) {
-                m_references.push_back(at);
-            }
-        }
     }
 
     // First those that stay or are missing, in the order of the definition, then those that go. Of
@@ -147,16 +135,13 @@ private:
         if (!opened) {
             return opened.status();
         }
-        const AcGeMatrix3d transform = opened->blockTransform();
-        for (const Definition& definition : m_definitions) {
-            AcDbAttribute tried;
-            const Acad::ErrorStatus status
-                = tried.setAttributeFromBlock(definition.object.get(), transform);
-            if (status != Acad::eOk) {
-                return status;
-            }
+        if (m_definitions.empty()) {
+            return Acad::eOk;
         }
-        return Acad::eOk;
+        // Whether it can be done depends on the reference alone, so one definition tells it of all.
+        AcDbAttribute tried;
+        return tried.setAttributeFromBlock(m_definitions.front().object.get(),
+                                           opened->blockTransform());
     }
 
     void bring(AcDbStub& reference)
@@ -204,7 +189,7 @@ private:
     {
         const Opened<AcDbAttribute> opened(AcDbObjectId(&attribute), AcDb::kForWrite);
         const Groups& former = opened->groups();
-        AcDbAttribute wanted;
+        AcDbAttribute wanted(WithoutGroups {});
         wanted.changeGroups() = former;
         wanted.setAttributeFromBlock(definition.object.get(), transform);
         wanted.takeText(*opened);

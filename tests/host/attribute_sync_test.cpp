@@ -381,6 +381,40 @@ TEST_F(AttributeSync, LeavesErasedReferencesAlone)
     EXPECT_EQ(drawing.reloaded().model(), "");
 }
 
+// The references of a name are remembered from one run to the next.
+TEST_F(AttributeSync, FollowsWhatBecomesOfReferencesBetweenTwoRuns)
+{
+    const std::string blocks = block("B", "10=0 20=0 30=0", texts("ATTDEF", "A=a"))
+        + "0 BLOCK\n5 B0\n100 AcDbEntity\n8 0\n100 AcDbBlockBegin\n2 C\n70 0\n"
+        + lines("10=0 20=0 30=0") + "3 C\n0 ENDBLK\n5 B2\n100 AcDbEntity\n8 0\n100 AcDbBlockEnd\n";
+    const std::string entities = referenceWith("", "50") + referenceWith("X=1", "51");
+    const CloneDrawing drawing({.blocks = blocks, .entities = entities});
+    const auto useBlock = [&](const wchar_t* name) {
+        return Opened<AcDbBlockReference>(drawing.entity(1), AcDb::kForWrite)
+            ->setBlockTableRecord(drawing.block(name));
+    };
+    ASSERT_EQ(sync(drawing, L"C"), RTNORM);
+    EXPECT_EQ(attributesOf(drawing), "- / + X=1.") << "of another block";
+    ASSERT_EQ(useBlock(L"C"), Acad::eOk);
+    ASSERT_EQ(sync(drawing), RTNORM);
+    EXPECT_EQ(attributesOf(drawing), "+ A=a. / + X=1.") << "it was one of the block's";
+    ASSERT_EQ(useBlock(L"B"), Acad::eOk);
+    ASSERT_EQ(useBlock(L"C"), Acad::eOk);
+    ASSERT_EQ(useBlock(L"B"), Acad::eOk);
+
+    AcDbBlockTableRecord* space = nullptr;
+    ASSERT_EQ(acdbOpenObject(space, drawing.block(L"*Model_Space"), AcDb::kForWrite), Acad::eOk);
+    const Opened<AcDbBlockTableRecord> guard(space);
+    auto added = std::make_unique<AcDbBlockReference>(AcGePoint3d::kOrigin, drawing.block(L"B"));
+    ASSERT_EQ(space->appendAcDbEntity(added.get()), Acad::eOk);
+    added.release()->close();
+    Opened<AcDbEntity>(drawing.entity(0), AcDb::kForWrite)->erase();
+    ASSERT_EQ(sync(drawing), RTNORM);
+    EXPECT_EQ(attributesOf(drawing), "+ A=a. / + A=a.");
+    ASSERT_EQ(sync(drawing, L"C"), RTNORM);
+    EXPECT_EQ(attributesOf(drawing), "+ A=a. / + A=a.");
+}
+
 // --- what belongs to an attribute ----------------------------------------------------------------
 
 TEST_F(AttributeSync, KeepsDataAndDictionariesOfAttributesThatStay)

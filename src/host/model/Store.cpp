@@ -2,6 +2,7 @@
 
 #include "host/acdb_object.h"
 #include "host/model/Header.h"
+#include "host/model/References.h"
 #include "host/object_factory.h"
 #include "platform/text.h"
 
@@ -299,8 +300,7 @@ AcDbStub* Store::insertBefore(AcDbStub* place, RecordKind kind, RecordType type)
 {
     AcDbStub* const stub = newStub(kind, type);
     link(*stub, place);
-    stub->isChanged = true;
-    m_isChanged = true;
+    markChanged(*stub);
     stub->handle = newHandle();
     stub->ownsHandle = true;
     enterHandle(*stub);
@@ -408,6 +408,9 @@ void Store::markChanged(AcDbStub& stub)
 {
     stub.isChanged = true;
     m_isChanged = true;
+    if (stub.type == RecordType::insert) {
+        noteReference(stub);
+    }
 }
 
 // What goes when a record goes: what its place or its handles of ownership say is its own.

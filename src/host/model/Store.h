@@ -137,6 +137,10 @@ public:
     /// Puts sub-entities of an entity ahead of its others, in this order.
     void orderSubEntities(AcDbStub& entity, const std::vector<AcDbStub*>& order);
 
+    /// The block references that bear a name and are not erased, wherever they are. The first
+    /// question goes over the drawing; later ones cost what they find.
+    std::vector<AcDbStub*> referencesOf(std::wstring_view blockName);
+
     /// A new record as the last object of the drawing, in the same way.
     AcDbStub* appendObject(RecordType type);
 
@@ -277,6 +281,7 @@ public:
 
 private:
     struct Header;
+    struct References;
     using Names = std::unordered_map<std::wstring, AcDbStub*>; // folded name; erased ones, too
 
     // Open addressing; at most half of the slots are taken.
@@ -317,6 +322,9 @@ private:
     std::vector<AcDbStub*> withOwned(AcDbStub& stub);
     void noteErasing(AcDbStub& stub, bool erasing);
     Header& header() const;
+    void noteReference(AcDbStub& changed);
+    [[nodiscard]] std::wstring blockNameOf(const AcDbStub& reference) const;
+    References& references();
 
     AcDbDatabase* m_database;
     std::unique_ptr<DrawingFormat> m_format;
@@ -349,6 +357,7 @@ private:
     std::unordered_map<std::wstring, Block*> m_blocksByName; // folded
 
     mutable std::unique_ptr<Header> m_header;
+    std::unique_ptr<References> m_references; // null until somebody asks
 };
 
 /// The text of names in tables and dictionaries as they compare: without regard to case.
