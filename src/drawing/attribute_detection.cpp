@@ -33,13 +33,40 @@ std::wstring nameOf(AcDbObjectId block)
     return name;
 }
 
-int isMatchingReference(AcDbEntity* entity, void* pattern)
+/// Tells which references are of blocks whose names fit a pattern. Each block is asked once, unless
+/// its name cannot be had, which is reported of every reference.
+class MatchingBlocks
+{
+public:
+    explicit MatchingBlocks(const wchar_t* pattern)
+        : m_pattern(pattern)
+    {
+    }
+
+    bool has(const AcDbBlockReference& reference)
+    {
+        const AcDbObjectId block = reference.blockTableRecord();
+        if (const auto known = m_answers.find(block.stub()); known != m_answers.end()) {
+            return known->second;
+        }
+        const std::wstring name = nameOf(block);
+        if (name.empty()) {
+            return false;
+        }
+        const bool matches = acutWcMatchEx(name.c_str(), m_pattern, true);
+        m_answers.emplace(block.stub(), matches);
+        return matches;
+    }
+
+private:
+    const wchar_t* m_pattern;
+    std::unordered_map<AcDbStub*, bool> m_answers;
+};
+
+int isMatchingReference(AcDbEntity* entity, void* blocks)
 {
     const auto* const reference = AcDbBlockReference::cast(entity);
-    return reference != nullptr
-            && xx_block_matches(*reference, static_cast<const wchar_t*>(pattern))
-        ? 1
-        : 0;
+    return reference != nullptr && static_cast<MatchingBlocks*>(blocks)->has(*reference) ? 1 : 0;
 }
 
 /// The attribute definitions of blocks. Each block is read once, however many references it has.
@@ -93,6 +120,23 @@ bool isOutOfDate(const AcDbBlockReference& reference, Definitions& definitions)
     return !xx_same_attributes(lists.all, found);
 }
 
+/// What a reference has to be held against.
+struct Prescribed
+{
+    MatchingBlocks blocks;
+    Definitions definitions {};
+};
+
+int isMatchingAndOutOfDate(AcDbEntity* entity, void* prescribed)
+{
+    const auto* const reference = AcDbBlockReference::cast(entity);
+    auto& of = *static_cast<Prescribed*>(prescribed);
+    return reference != nullptr && of.blocks.has(*reference)
+            && isOutOfDate(*reference, of.definitions)
+        ? 1
+        : 0;
+}
+
 bool isOutOfDate(AcDbObjectId block)
 {
     xx_VarArray definitions;
@@ -120,9 +164,10 @@ bool xx_block_matches(const AcDbBlockReference& reference, const wchar_t* patter
 
 int xx_block_refs_in_model_space(AcDbObjectIdArray& result, const wchar_t* pattern)
 {
+    MatchingBlocks blocks(pattern);
     EntityQuery query;
     query.filter = isMatchingReference;
-    query.argument = const_cast<wchar_t*>(pattern); // a filter takes any argument
+    query.argument = &blocks;
     return xx_entlay(result, query);
 }
 
@@ -141,16 +186,12 @@ bool xx_same_attributes(const xx_VarArray& definitions, const xx_VarArray& found
 
 AcDbObjectIdArray xx_find_out_of_date_refs(const wchar_t* pattern)
 {
-    AcDbObjectIdArray references;
-    xx_block_refs_in_model_space(references, pattern);
-    Definitions definitions;
+    Prescribed prescribed {.blocks = MatchingBlocks(pattern)};
+    EntityQuery query;
+    query.filter = isMatchingAndOutOfDate; // while the reference is open, which is dear
+    query.argument = &prescribed;
     AcDbObjectIdArray result;
-    for (const AcDbObjectId id : references) {
-        const Opened<AcDbBlockReference> reference(id);
-        if (reference && isOutOfDate(*reference, definitions)) {
-            result.append(id);
-        }
-    }
+    xx_entlay(result, query);
     return result;
 }
 
