@@ -1,6 +1,7 @@
 // The commands on entities, and on the view of the drawing.
 
 #include "commands.h"
+#include "console.h"
 #include "handles.h"
 #include <corma/entities.h>
 
@@ -25,9 +26,13 @@ public:
     {
         requireDrawing();
         const AcGeMatrix3d matrix = m_matrix ? matrixOf(*m_matrix) : AcGeMatrix3d::kIdentity;
+        const AcDbObjectIdArray originals = objectsOf(m_handles);
         AcDbObjectIdArray copies;
         Answer answer;
-        answer.status = xx_copy_entities(objectsOf(m_handles), matrix, &copies);
+        answer.status = xx_copy_entities(originals, matrix, &copies);
+        if (originals.at(0).isNull()) { // by which the library knows the drawing; it is silent then
+            complain(L"the drawing has no object " + m_handles.front());
+        }
         const Json handles = asJson(copies);
         answer.document["status"] = answer.status;
         answer.document["handles"] = handles;

@@ -68,6 +68,8 @@ TEST_F(CfgctlEntities, CopyOfAHandleThatIsNotThereFailsAndWritesNothing)
 {
     EXPECT_EQ(json({"copy", "FFFF", "--drawing=plan.dxf", "--save-as=twee.dxf"}),
               R"({"status":-5001,"handles":[]})");
+    EXPECT_EQ(run({"copy", "FFFF", "--drawing=plan.dxf"}).err,
+              "cfgctl: the drawing has no object FFFF\n");
     const ProgramResult result
         = run({"copy", "78", "FFFF", "--drawing=plan.dxf", "--save-as=twee.dxf"});
     EXPECT_EQ(result.exitStatus, 1);
