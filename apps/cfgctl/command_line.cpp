@@ -17,7 +17,8 @@ constexpr const char* kPurpose
     = "Looks into configuration files: values through included files, the drawing, the project\n"
       "file beside it and the file itself. Changes values at each of these levels, freezes them\n"
       "into drawings, and merges new versions of files. Shows the settings model, every setting\n"
-      "with its type, texts and levels, and what a drawing holds. Reads rows of databases, and\n"
+      "with its type, texts and levels, and what a drawing holds. Loads blocks into drawings,\n"
+      "brings attributes up to date, copies and erases entities. Reads rows of databases, and\n"
       "translates stored words by one.";
 
 constexpr const char* kExamples = R"(  cfgctl get plattegrond.ini "[Trappen]OptredeMax"
@@ -27,6 +28,7 @@ constexpr const char* kExamples = R"(  cfgctl get plattegrond.ini "[Trappen]Optr
   cfgctl set plattegrond.ini "[Trappen]OptredeMax" 185
   cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
   cfgctl update plattegrond.ini nieuw/plattegrond.inp
+  cfgctl attupdate --drawing project/woonhuis.dxf
   cfgctl translate plattegrond.ini WOOD --language 12
   cfgctl get --help
 
