@@ -3,6 +3,7 @@
 #include <corma/blocks.h>
 #include <corma/entities.h>
 #include <corma/findfile.h>
+#include <corma/geometry.h>
 #include <corma/host.h>
 #include <corma/lookup_trace.h>
 #include <corma/settings_model.h>
@@ -61,29 +62,111 @@ bool bearsMissingDatabases(const wchar_t* path)
         && corma::translateKey(path, L"not a word", 9) == L"not a word";
 }
 
-// Wants nothing brought up to date.
+// Keeps what the library says.
+class Kept : public corma::Services
+{
+public:
+    Kept()
+        : m_former(corma::setServices(this))
+    {
+    }
+
+    Kept(const Kept&) = delete;
+    Kept& operator=(const Kept&) = delete;
+
+    ~Kept() override { corma::setServices(m_former); }
+
+    void print(const wchar_t* text) override { said += text; }
+
+    std::wstring said;
+
+private:
+    corma::Services* m_former;
+};
+
+// Is asked, and wants nothing.
 class Nothing : public corma::AttributeUpdateChooser
 {
 public:
-    bool choose(corma::AttributeUpdate& /*update*/) override { return false; }
+    bool choose(corma::AttributeUpdate& /*update*/) override
+    {
+        isAsked = true;
+        return false;
+    }
+
+    bool isAsked = false;
 };
 
-// True when the tools for drawings tell that a new drawing has neither block nor reference, and an
-// empty view from above.
-bool worksInANewDrawing()
+// True when blocks come into the new drawing, out of the drawings in a folder, or are told absent.
+bool loadsBlocks(const std::wstring& folder)
 {
-    corma::newDocument(L"new.dxf");
-    int status = RTERROR;
-    const bool hasNoDoor = xx_findblk_int(L"DOOR", &status).isNull() && status == RTNORM;
+    int status = 0;
+    std::wstring text = folder + L"blokken/deur.dxf!pg-deur-enkel";
+    const AcDbObjectId door = xx_findblk(text.data(), 0, &status, nullptr, nullptr, nullptr);
+    if (status != RTNORM || door.isNull() || std::wcscmp(text.c_str(), L"pg-deur-enkel") != 0) {
+        return false;
+    }
+    wchar_t name[] = L"PG-DEUR-ENKEL.dwg";
+    AcDbObjectId again;
+    xx_find_block_recordId_arx(name, &status, nullptr, &again);
+    if (status != RTNORM || again != door || xx_findblk_int(name, &status) != door
+        || xx_findblk_name(name) != L"PG-DEUR-ENKEL") {
+        return false;
+    }
+    const Kept messages;
+    wchar_t absent[] = L"weg.dwg!$weg";
+    return xx_findblk(absent, &status).isNull() && status == RTERROR
+        && messages.said.find(L"File weg.dwg not found") != std::wstring::npos
+        && messages.said.find(L"Block WEG not found") != std::wstring::npos;
+}
+
+// True when the attributes of blocks can be read and compared.
+bool readsAttributes()
+{
+    int status = 0;
+    const Kept messages;
     Nothing nothing;
-    status = corma::updateAttributes(corma::AttributeUpdateMode::references, nullptr, nothing);
-    AcGeMatrix3d aside;
-    aside.setToTranslation(AcGeVector3d(5, 0, 0));
+    xx_VarArray list;
+    AcGePoint3d point;
+    const bool isRead = xx_get_attdefs(xx_findblk_int(L"PG-DEUR-ENKEL", &status), list) == RTNORM
+        && list.length() > 0 && xx_get_bl_attributes(AcDbObjectId(), list, &point) == RTERROR
+        && xx_sync_attributes(L"weg") == RTERROR;
+    const bool isShown
+        = corma::updateAttributes(corma::AttributeUpdateMode::references, nullptr, nothing)
+            == RTNORM
+        && corma::setAttributeUpdateChooser(&nothing) == nullptr;
+    xx_show_attribute_update(true, L"PG-*");
+    return isRead && isShown && corma::setAttributeUpdateChooser(nullptr) == &nothing
+        && !nothing.isAsked
+        && messages.said.find(L"(*) : Attributes up to date.") != std::wstring::npos
+        && messages.said.find(L"(PG-*) : Attributes up to date.") != std::wstring::npos;
+}
+
+// True when entities can be copied and erased, and the view can be told.
+bool knowsEntities()
+{
+    const Kept messages;
+    const AcGeMatrix3d still;
+    AcDbObjectId copy;
     AcDbObjectIdArray copies;
-    const bool copiesNothing = xx_copy_entities(AcDbObjectIdArray(), aside, &copies) == RTERROR;
-    const bool isSeenFromAbove = xx_getCurrentViewDir_arx() == AcGeVector3d::kZAxis;
+    AcDbObjectIdArray nothing;
+    nothing.append(AcDbObjectId());
+    return xx_copy_entity_arx(nothing.at(0), still, &copy) == RTERROR && copy.isNull()
+        && xx_copy_entities(nothing, still, &copies) == RTERROR && copies.isEmpty()
+        && xx_copy_ent(nothing, still, nullptr) == RTERROR && xx_erase_ids(copies) == RTNORM
+        && xx_getCurrentViewDir_arx().z > 0 && !xx_getCurViewportObjectId_arx().isNull()
+        && std::wcscmp(xx_current_space_name(), L"*Model_Space") == 0;
+}
+
+// True when a new drawing can be worked on with the drawings of the example.
+bool worksOnDrawings(const wchar_t* path)
+{
+    const std::wstring file(path);
+    const bool isDone = corma::newDocument(L"new.dxf")
+        && loadsBlocks(file.substr(0, file.find_last_of(L'/') + 1)) && readsAttributes()
+        && knowsEntities() && corma::isDocumentModified();
     corma::closeDocument();
-    return hasNoDoor && status == RTNORM && copiesNothing && copies.isEmpty() && isSeenFromAbove;
+    return isDone;
 }
 
 // Looks one ident of a file up: consumer FILE.
@@ -102,6 +185,6 @@ int main(int argc, char** argv)
     }
     std::printf("%ls\n", value);
     const bool isRight = std::wcscmp(value, L"2.5") == 0 && hasSetting(path, L"Tekst", L"Hoogte")
-        && bearsMissingDatabases(path) && worksInANewDrawing();
+        && bearsMissingDatabases(path) && worksOnDrawings(path);
     return isRight ? 0 : 1;
 }
