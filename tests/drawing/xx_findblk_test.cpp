@@ -252,6 +252,8 @@ TEST_F(FindBlock, ThatIsAbsentIsInsertedFromItsDrawing)
     EXPECT_EQ(door, m_to.block(L"DOOR"));
     EXPECT_TRUE(m_to.database().isModified());
     EXPECT_EQ(m_to.reloaded().content(L"DOOR"), line(3));
+    EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), &m_to.database());
+    EXPECT_EQ(currentDocument(), nullptr);
     EXPECT_EQ(printed() + alerts(), "");
 }
 
@@ -359,6 +361,56 @@ TEST_F(FindBlock, ThatBeginsWithADollarIsNeverOneOfANamedDrawing)
 {
     folder.write(L"here/details.dwg", lineLibrary("$DOOR", 2));
     EXPECT_EQ(refusal(L"details.dwg!$$door", RTERROR), "\n{Block $DOOR not found}");
+}
+
+// --- what comes along ----------------------------------------------------------------------------
+
+// A layer table with one layer of a colour.
+std::string layerTable(int color)
+{
+    return "0 TABLE\n2 LAYER\n70 1\n0 LAYER\n2 WALLS\n70 0\n62 " + std::to_string(color)
+        + "\n6 CONTINUOUS\n0 ENDTAB\n";
+}
+
+constexpr std::string_view kWall = "0 LINE\n8 WALLS\n10 0.0\n20 0.0\n30 0.0\n11 1.0\n21 0.0\n"
+                                   "31 0.0\n";
+
+class LoadedLayer : public FindBlock
+{
+protected:
+    LoadedLayer()
+    {
+        const std::string block = "0 BLOCK\n8 0\n2 WALL\n70 0\n10 0.0\n20 0.0\n30 0.0\n"
+            + std::string(kWall) + "0 ENDBLK\n8 0\n";
+        folder.write(L"here/lib.dwg",
+                     drawingOf({.version = "AC1009", .tables = layerTable(3), .blocks = block}));
+        folder.write(L"here/wall.dwg",
+                     drawingOf({.version = "AC1009", .tables = layerTable(5), .entities = kWall}));
+    }
+
+    std::string layer() const
+    {
+        const AcDbObjectId id = m_to.entry(TableKind::layer, L"WALLS");
+        const std::string told = id.isNull() ? "" : m_to.described(*id.stub());
+        const std::size_t color = told.find(" 62=");
+        return color == std::string::npos ? told : told.substr(color + 1, 4);
+    }
+};
+
+TEST_F(LoadedLayer, OfAClonedBlockReplacesThatOfTheDrawing)
+{
+    expectLoaded(L"WALL", L"wall");
+    EXPECT_EQ(layer(), "62=5");
+    expectLoaded(L"WALL", L"lib.dwg!$wall");
+    EXPECT_EQ(layer(), "62=3");
+}
+
+TEST_F(LoadedLayer, OfAnInsertedDrawingGivesWayToThatOfTheDrawing)
+{
+    expectLoaded(L"WALL", L"lib.dwg!wall");
+    EXPECT_EQ(layer(), "62=3");
+    expectLoaded(L"WALL", L"$wall");
+    EXPECT_EQ(layer(), "62=3");
 }
 
 // --- a source of the caller ----------------------------------------------------------------------
