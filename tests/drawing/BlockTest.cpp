@@ -65,7 +65,7 @@ std::wstring BlockTest::copyData(const std::string& drawing, std::wstring_view n
 
 std::string BlockTest::printed()
 {
-    const std::string all = folder.homely(services.allPrinted());
+    std::string all = folder.homely(services.allPrinted());
     services.printed.clear();
     return all;
 }

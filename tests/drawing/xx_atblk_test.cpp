@@ -140,18 +140,33 @@ TEST_F(ReadDefinitions, AreNoneInADrawingWithoutThem)
     EXPECT_EQ(folder.homely(path), "~/support/DOOR.DWG");
 }
 
-TEST_F(ReadDefinitions, OfADrawingThatIsNotFoundAreNotTold)
+struct AbsentRow
 {
-    for (const wchar_t* name : {L"door", L"lib\\door.dwt", L"/none/door.dwg", L""}) {
-        std::wstring path = L"before";
-        EXPECT_EQ(read(name, &path), "") << toUtf8(name);
-        EXPECT_EQ(m_status, RTERROR);
-        EXPECT_EQ(path, L"before");
-    }
-    EXPECT_EQ(read(nullptr), "");
+    const char* sentence;
+    const wchar_t* name;
+};
+
+class DefinitionsOfNoDrawing : public ReadDefinitions,
+                               public ::testing::WithParamInterface<AbsentRow>
+{
+};
+
+TEST_P(DefinitionsOfNoDrawing, AreNeitherReadNorTold)
+{
+    std::wstring path = L"before";
+    EXPECT_EQ(read(GetParam().name, &path), "");
     EXPECT_EQ(m_status, RTERROR);
+    EXPECT_EQ(path, L"before");
     EXPECT_EQ(printed() + alerts(), "");
 }
+
+INSTANTIATE_TEST_SUITE_P(Of, DefinitionsOfNoDrawing,
+                         ::testing::Values(AbsentRow {"AName", L"door"},
+                                           AbsentRow {"ATemplate", L"lib\\door.dwt"},
+                                           AbsentRow {"AFullPath", L"/none/door.dwg"},
+                                           AbsentRow {"AnEmptyName", L""},
+                                           AbsentRow {"NoName", nullptr}),
+                         [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST_F(ReadDefinitions, OfADrawingThatCannotBeReadAreReported)
 {
