@@ -283,6 +283,11 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlBlockFailure, ::testing::Values(
         R"({"status":-5002,"handle":null,"name":"RAAM","text":"raam"})",
         "$/kapot.dwg is no drawing: it begins neither as a text nor as a binary DXF file\n"
         "Error in file xx_findblk.cpp on line 215\n(eUnsupportedFileFormat, ec = 300)\n"},
+    FailureRow {"ANamedFileThatIsNoDrawingAndItsBlock", {"kapot.dwg!raam"},
+        R"({"status":-5002,"handle":null,"name":"RAAM","text":"raam"})",
+        "$/kapot.dwg is no drawing: it begins neither as a text nor as a binary DXF file\n"
+        "Error in file xx_findblk.cpp on line 215\n(eUnsupportedFileFormat, ec = 300)\n"
+        "Block RAAM not found\n"},
     FailureRow {"ADrawingThatCannotBeInserted", {"geheel"},
         R"({"status":-5002,"handle":null,"name":"GEHEEL","text":"geheel"})",
         "Cannot clone a record of type KVRTESTBORD: its content is not understood.\n"

@@ -1,8 +1,8 @@
 #include "BlockTest.h"
 
-#include "host/dxf/DxfDrawing.h"
 #include "platform/platform.h"
 #include "platform/text.h"
+#include "support/DxfDrawing.h"
 
 namespace corma::testing {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/CloneDrawing.h"
 #include "host/host.h"
+#include "support/CloneDrawing.h"
 #include "support/OpenObjects.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"

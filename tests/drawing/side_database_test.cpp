@@ -72,6 +72,15 @@ TEST_F(FindDrawing, TheNameInCapitalsFindsAFileOfAnyCase)
     EXPECT_EQ(folder.homely(found.path), "~/support/DOOR.DWG");
 }
 
+TEST_F(FindDrawing, CaseDoesNotCountOutsideAsciiEither)
+{
+    folder.write(L"support/\u00E9\u00E9n\u0434.dwg", "");
+    const FoundDrawing found = findDrawing(L"\u00E9\u00C9n\u0434", kDwg);
+    EXPECT_EQ(found.status, RTNORM);
+    EXPECT_TRUE(found.path.ends_with(L"/\u00C9\u00C9N\u0414.DWG"));
+    EXPECT_EQ(readAside(found.path).status, Acad::eUnsupportedFileFormat);
+}
+
 TEST_F(FindDrawing, NothingIsToldOfAFileThatIsNotThere)
 {
     const FoundDrawing found = findDrawing(L"door", kDwg);

@@ -492,6 +492,19 @@ TEST_F(FromASource, TheDestinationItselfIsRefused)
               "\nError in file xx_findblk.cpp on line 170\n(0, ec = 35)");
 }
 
+TEST_F(FromASource, ThatIsRefusedStaysAsItIs)
+{
+    const CloneDrawing unknown(read(copyData("r2000", L"unknown.dxf")));
+    const std::string before = unknown.bytes();
+    folder.write(L"here/plan.dwg", "");
+    EXPECT_EQ(refusal(L"plan", RTCAN, {.source = &unknown.database()}),
+              "\nCannot clone a record of type KVRTESTBORD: its content is not understood."
+              "\nError in file xx_findblk.cpp on line 170\n(0, ec = 1)");
+    EXPECT_FALSE(unknown.database().isModified());
+    EXPECT_EQ(unknown.bytes(), before);
+    expectLoaded(L"DEUR", L"x!deur", {.source = &unknown.database()});
+}
+
 TEST_F(FromASource, ATableThatIsOpenMakesTheBlockAbsent)
 {
     Opened<AcDbBlockTable> table;

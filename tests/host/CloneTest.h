@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CloneDrawing.h"
+#include "support/CloneDrawing.h"
 #include "support/RecordingServices.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "CloneDrawing.h"
 #include "host/commands.h"
 #include "host/host.h"
 #include "host/variables.h"
+#include "support/CloneDrawing.h"
 #include "support/RecordingServices.h"
 
 #include <gtest/gtest.h>

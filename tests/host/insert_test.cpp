@@ -1,5 +1,5 @@
-#include "CloneDrawing.h"
 #include "host/host.h"
+#include "support/CloneDrawing.h"
 #include "support/RecordingServices.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "CloneDrawing.h"
+#include "support/CloneDrawing.h"
 #include "support/RecordingServices.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "../dxf/DxfDrawing.h"
 #include "host/clone/conversion.h"
 #include "host/dxf/group_codec.h"
 #include "platform/text.h"
+#include "support/DxfDrawing.h"
 
 #include <gtest/gtest.h>
 #include <sstream>

@@ -1,6 +1,6 @@
-#include "../dxf/DxfDrawing.h"
 #include "host/clone/references.h"
 #include "host/dxf/group_codec.h"
+#include "support/DxfDrawing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "DxfDrawing.h"
 #include "host/dxf/DxfFormat.h"
+#include "support/DxfDrawing.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>

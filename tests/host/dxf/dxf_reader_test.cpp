@@ -1,6 +1,6 @@
-#include "DxfDrawing.h"
 #include "host/dxf/dxf_reader.h"
 #include "platform/text.h"
+#include "support/DxfDrawing.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "DxfDrawing.h"
 #include "host/dxf/group_codec.h"
+#include "support/DxfDrawing.h"
 
 #include <gtest/gtest.h>
 #include <limits>

@@ -1,10 +1,10 @@
 // What must hold for every drawing, held against files: those of the repository, and those of CAD
 // programs in a folder that the developer names.
 
-#include "DxfDrawing.h"
 #include "host/dxf/group_codec.h"
 #include "platform/platform.h"
 #include "platform/text.h"
+#include "support/DxfDrawing.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -3,8 +3,8 @@
 // What entities look like: points and directions in world coordinates, worked out from their
 // records by the rules of the format and by nothing of what is tested.
 
-#include <corma/geometry.h>
 #include "host/model/Group.h"
+#include <corma/geometry.h>
 
 #include <string>
 #include <string_view>

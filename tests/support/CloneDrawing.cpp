@@ -1,7 +1,7 @@
-#include "CloneDrawing.h"
+#include "support/CloneDrawing.h"
 
-#include "dxf/DxfDrawing.h"
 #include "platform/text.h"
+#include "support/DxfDrawing.h"
 #include "support/TempFolder.h"
 
 #include <gtest/gtest.h>

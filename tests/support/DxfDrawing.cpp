@@ -1,4 +1,4 @@
-#include "DxfDrawing.h"
+#include "support/DxfDrawing.h"
 
 #include "host/acdb_object.h"
 #include "host/dxf/group_codec.h"
