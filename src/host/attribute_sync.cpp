@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <deque>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace corma::host {
@@ -26,8 +27,14 @@ using Definitions = std::deque<Definition>;
 /// An attribute of a reference and the definition that it belongs to.
 struct Attribute
 {
-    AcDbStub* stub = nullptr; // null for one that is missing
+    Opened<AcDbAttribute> object; // null for one that is missing
     const Definition* definition = nullptr; // null for one that has to go
+};
+
+struct Reference
+{
+    AcDbStub* stub;
+    AcGeMatrix3d transform;
 };
 
 std::wstring tagOf(const Groups& groups, const wchar_t* marker)
@@ -62,14 +69,13 @@ public:
         if (const Acad::ErrorStatus status = readDefinitions(); status != Acad::eOk) {
             return status;
         }
-        m_references = m_store.referencesOf(m_block.name);
-        for (AcDbStub* const reference : m_references) {
-            if (const Acad::ErrorStatus status = check(*reference); status != Acad::eOk) {
+        for (AcDbStub* const stub : m_store.referencesOf(m_block.name)) {
+            if (const Acad::ErrorStatus status = check(*stub); status != Acad::eOk) {
                 return status;
             }
         }
-        for (AcDbStub* const reference : m_references) {
-            bring(*reference);
+        for (const Reference& reference : m_references) {
+            bring(reference);
         }
         return Acad::eOk;
     }
@@ -97,6 +103,7 @@ private:
 
     // First those that stay or are missing, in the order of the definition, then those that go. Of
     // several with one tag the first belongs to the first definition, and so on.
+    // They are open for write: opening one is most of what it costs.
     [[nodiscard]] std::vector<Attribute> match(const AcDbStub& reference) const
     {
         std::vector<Attribute> present;
@@ -104,22 +111,26 @@ private:
         for (AcDbStub* at = Store::firstSubEntity(reference); at != nullptr;
              at = Store::subEntityBehind(*at)) {
             if (!at->isErased && at->type == RecordType::attribute) {
-                present.push_back({at, nullptr});
-                tags.push_back(tagOf(m_store.groupsOf(*at), L"AcDbAttribute"));
+                Opened<AcDbAttribute> object(AcDbObjectId(at), AcDb::kForWrite);
+                tags.push_back(tagOf(object->groups(), L"AcDbAttribute"));
+                present.push_back({.object = std::move(object), .definition = nullptr});
             }
         }
         std::vector<Attribute> matched;
         for (const Definition& definition : m_definitions) {
-            Attribute wanted {nullptr, &definition};
-            for (std::size_t i = 0; i < present.size() && wanted.stub == nullptr; ++i) {
-                if (present[i].stub != nullptr && tags[i] == definition.tag) {
-                    wanted.stub = std::exchange(present[i].stub, nullptr);
+            Attribute wanted {.object = {}, .definition = &definition};
+            for (std::size_t i = 0; i < present.size() && !wanted.object; ++i) {
+                if (present[i].object && tags[i] == definition.tag) {
+                    wanted.object = std::move(present[i].object);
                 }
             }
-            matched.push_back(wanted);
+            matched.push_back(std::move(wanted));
         }
-        std::copy_if(present.begin(), present.end(), std::back_inserter(matched),
-                     [](const Attribute& attribute) { return attribute.stub != nullptr; });
+        for (Attribute& left : present) {
+            if (left.object) {
+                matched.push_back(std::move(left));
+            }
+        }
         return matched;
     }
 
@@ -135,48 +146,41 @@ private:
         if (!opened) {
             return opened.status();
         }
+        m_references.push_back({&reference, opened->blockTransform()});
         if (m_definitions.empty()) {
             return Acad::eOk;
         }
         // Whether it can be done depends on the reference alone, so one definition tells it of all.
         AcDbAttribute tried;
         return tried.setAttributeFromBlock(m_definitions.front().object.get(),
-                                           opened->blockTransform());
+                                           m_references.back().transform);
     }
 
-    void bring(AcDbStub& reference)
+    void bring(const Reference& reference)
     {
-        const Opened<AcDbBlockReference> opened(AcDbObjectId(&reference), AcDb::kForWrite);
-        const AcGeMatrix3d transform = opened->blockTransform();
         std::vector<AcDbStub*> order;
-        for (const Attribute& attribute : match(reference)) {
+        for (const Attribute& attribute : match(*reference.stub)) {
             if (attribute.definition == nullptr) {
-                remove(*attribute.stub);
-            } else if (attribute.stub == nullptr) {
-                if (AcDbStub* const added = add(*opened, *attribute.definition, transform)) {
+                attribute.object->erase();
+            } else if (!attribute.object) {
+                if (AcDbStub* const added = add(reference, *attribute.definition)) {
                     order.push_back(added);
                 }
             } else {
-                keep(*attribute.stub, *attribute.definition, transform);
-                order.push_back(attribute.stub);
+                keep(*attribute.object, *attribute.definition, reference.transform);
+                order.push_back(attribute.object->stub());
             }
         }
-        m_store.orderSubEntities(reference, order);
+        m_store.orderSubEntities(*reference.stub, order);
     }
 
-    static void remove(AcDbStub& attribute)
+    static AcDbStub* add(const Reference& reference, const Definition& definition)
     {
-        const Opened<AcDbAttribute> opened(AcDbObjectId(&attribute), AcDb::kForWrite);
-        opened->erase();
-    }
-
-    static AcDbStub* add(AcDbBlockReference& reference, const Definition& definition,
-                         const AcGeMatrix3d& transform)
-    {
+        const Opened<AcDbBlockReference> opened(AcDbObjectId(reference.stub), AcDb::kForWrite);
         auto attribute = std::make_unique<AcDbAttribute>();
-        attribute->setAttributeFromBlock(definition.object.get(), transform);
+        attribute->setAttributeFromBlock(definition.object.get(), reference.transform);
         AcDbObjectId id;
-        if (reference.appendAttribute(id, attribute.get()) != Acad::eOk) {
+        if (opened->appendAttribute(id, attribute.get()) != Acad::eOk) {
             return nullptr;
         }
         attribute.release()->close();
@@ -184,25 +188,24 @@ private:
     }
 
     // What is as it should be stays untouched, so that a second run changes nothing.
-    static void keep(AcDbStub& attribute, const Definition& definition,
+    static void keep(AcDbAttribute& attribute, const Definition& definition,
                      const AcGeMatrix3d& transform)
     {
-        const Opened<AcDbAttribute> opened(AcDbObjectId(&attribute), AcDb::kForWrite);
-        const Groups& former = opened->groups();
+        const Groups& former = attribute.groups();
         AcDbAttribute wanted(WithoutGroups {});
         wanted.changeGroups() = former;
         wanted.setAttributeFromBlock(definition.object.get(), transform);
-        wanted.takeText(*opened);
-        fitToVersion(wanted.changeGroups(), attribute.store->version());
+        wanted.takeText(attribute);
+        fitToVersion(wanted.changeGroups(), attribute.stub()->store->version());
         if (!isSameText(wanted.groups(), former)) {
-            opened->changeGroups() = wanted.groups();
+            attribute.changeGroups() = std::move(wanted.changeGroups());
         }
     }
 
     Store& m_store;
     const Block& m_block;
     Definitions m_definitions;
-    std::vector<AcDbStub*> m_references;
+    std::vector<Reference> m_references;
 };
 
 } // namespace
