@@ -156,9 +156,9 @@ std::string_view DxfFormat::bytesOf(const AcDbStub& stub) const
     return bytes().substr(stub.offset, stub.size);
 }
 
-Groups DxfFormat::decode(const AcDbStub& stub) const
+void DxfFormat::decode(const AcDbStub& stub, Groups& groups) const
 {
-    return decodeGroups(bytesOf(stub), m_form);
+    decodeGroups(bytesOf(stub), m_form, groups);
 }
 
 bool DxfFormat::eachPiece(const Store& store,

@@ -14,7 +14,8 @@ class DxfFormat : public DrawingFormat
 public:
     explicit DxfFormat(platform::FileContent content);
 
-    [[nodiscard]] Groups decode(const AcDbStub& stub) const override;
+    using DrawingFormat::decode;
+    void decode(const AcDbStub& stub, Groups& groups) const override;
     [[nodiscard]] Acad::ErrorStatus write(const Store& store,
                                           const std::wstring& path) const override;
 

@@ -112,11 +112,11 @@ GroupValue binaryValue(const BinaryTags& tags, const Form& form)
 }
 
 template<class Tags, class ValueOf>
-Groups decodeAll(Tags tags, const char* end, const ValueOf& valueOf)
+void decodeAll(Tags tags, const char* end, const ValueOf& valueOf, Groups& groups)
 {
-    constexpr std::size_t kMostBytes = 16; // of a usual group
-    Groups groups;
-    groups.reserve(static_cast<std::size_t>(end - tags.end()) / kMostBytes + 1);
+    constexpr std::size_t kFewestBytes = 10; // of usual groups, one with another
+    groups.clear();
+    groups.reserve(static_cast<std::size_t>(end - tags.end()) / kFewestBytes + 1);
     bool isEndOfFile = false;
     while (!isEndOfFile && tags.next() == Step::group) {
         Group& group = groups.addEmpty(tags.code());
@@ -129,20 +129,29 @@ Groups decodeAll(Tags tags, const char* end, const ValueOf& valueOf)
         Group& last = groups[groups.size() - 1];
         last.raw = {last.raw.data(), static_cast<std::size_t>(end - last.raw.data())};
     }
-    return groups;
 }
 
 } // namespace
 
-Groups decodeGroups(std::string_view record, const Form& form)
+void decodeGroups(std::string_view record, const Form& form, Groups& groups)
 {
     const char* const end = record.data() + record.size();
     if (form.isBinary) {
-        return decodeAll(BinaryTags(record, form.codes), end,
-                         [&](const BinaryTags& tags) { return binaryValue(tags, form); });
+        decodeAll(
+            BinaryTags(record, form.codes), end,
+            [&](const BinaryTags& tags) { return binaryValue(tags, form); }, groups);
+    } else {
+        decodeAll(
+            TextTags(record), end, [&](const TextTags& tags) { return textualValue(tags, form); },
+            groups);
     }
-    return decodeAll(TextTags(record), end,
-                     [&](const TextTags& tags) { return textualValue(tags, form); });
+}
+
+Groups decodeGroups(std::string_view record, const Form& form)
+{
+    Groups groups;
+    decodeGroups(record, form, groups);
+    return groups;
 }
 
 } // namespace corma::host::dxf

@@ -12,6 +12,9 @@ namespace corma::host::dxf {
 /// record, whatever stands in it.
 Groups decodeGroups(std::string_view record, const Form& form);
 
+/// The same in the place of what `groups` has, whose memory is used again.
+void decodeGroups(std::string_view record, const Form& form, Groups& groups);
+
 /// Appends groups to bytes in the form of a file. A group whose bytes lie in `file` is written as
 /// those; any other is written anew, as the kind of value that its code has, whatever it holds.
 /// Bytes beyond 127 are continued in further groups of the same code.

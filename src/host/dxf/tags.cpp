@@ -8,7 +8,6 @@ namespace corma::host::dxf {
 
 namespace {
 
-constexpr std::string_view kSpaces = " \t";
 constexpr int kCommentCode = 999;
 constexpr char kLongCodeMark = '\xFF'; // the code stands in the next two bytes
 
@@ -63,11 +62,14 @@ int unsignedNumber(std::string_view bytes)
 
 std::string_view trimmed(std::string_view text)
 {
-    const std::size_t first = text.find_first_not_of(kSpaces);
-    if (first == std::string_view::npos) {
-        return {};
+    const auto isSpace = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isSpace(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(kSpaces) - first + 1);
+    while (!text.empty() && isSpace(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 bool isBlank(std::string_view bytes)

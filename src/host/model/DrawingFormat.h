@@ -45,7 +45,15 @@ public:
 
     /// The groups of a record as it stands in the file. Never fails: what cannot be understood in a
     /// group comes as an empty value that keeps its bytes.
-    [[nodiscard]] virtual Groups decode(const AcDbStub& stub) const = 0;
+    [[nodiscard]] Groups decode(const AcDbStub& stub) const
+    {
+        Groups groups;
+        decode(stub, groups);
+        return groups;
+    }
+
+    /// The same in the place of what `groups` has, whose memory is used again.
+    virtual void decode(const AcDbStub& stub, Groups& groups) const = 0;
 
     /// Writes the drawing in this format, in one step: the file is the old or the new one. Records
     /// that were not changed are written as the bytes that they were.

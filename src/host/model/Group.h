@@ -169,6 +169,10 @@ public:
 
     void reserve(std::size_t count) { m_groups.reserve(count); }
 
+    void clear() { m_groups.clear(); }
+
+    [[nodiscard]] std::size_t capacity() const { return m_groups.capacity(); }
+
     void insert(std::size_t at, Group group);
     void insert(std::size_t at, std::vector<Group> groups);
     void erase(std::size_t at, std::size_t count = 1);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <iterator>
 #include <unordered_set>
+#include <utility>
 
 namespace corma::host {
 
@@ -280,14 +281,26 @@ Groups Store::groupsOf(const AcDbStub& stub) const
     if (stub.resident != nullptr) {
         return stub.resident->completeGroups();
     }
+    Groups groups;
+    readGroups(stub, groups);
+    return groups;
+}
+
+// Those of a record that is not in memory.
+void Store::readGroups(const AcDbStub& stub, Groups& groups) const
+{
     if (m_header && &stub == m_structure.header) {
-        return m_header->groups;
+        groups = m_header->groups;
+        return;
     }
     const auto held = m_newGroups.find(&stub);
     if (held != m_newGroups.end()) {
-        return held->second;
+        groups = held->second;
+    } else if (stub.size == 0 || !m_format) {
+        groups.clear();
+    } else {
+        m_format->decode(stub, groups);
     }
-    return stub.size == 0 || !m_format ? Groups() : m_format->decode(stub);
 }
 
 std::wstring Store::textOf(const AcDbStub& stub, int code) const
@@ -333,7 +346,8 @@ AcDbObject& Store::resident(AcDbStub& stub)
     if (stub.resident == nullptr) {
         std::unique_ptr<AcDbObject> object = newObjectFor(stub);
         object->m_stub = &stub;
-        object->m_groups = groupsOf(stub);
+        object->m_groups = std::exchange(m_room, {});
+        readGroups(stub, object->m_groups);
         object->groupsWereRead();
         stub.resident = object.release();
         m_newGroups.erase(&stub);
@@ -399,6 +413,12 @@ void Store::release(AcDbStub& stub)
 {
     if (stub.resident != nullptr && !stub.isChanged && !stub.isImplied
         && !stub.resident->staysInMemory()) {
+        constexpr std::size_t kMostRoom = 1024; // groups
+        Groups& groups = stub.resident->m_groups;
+        if (groups.capacity() <= kMostRoom) {
+            groups.clear();
+            m_room = std::move(groups);
+        }
         delete stub.resident;
         stub.resident = nullptr;
     }

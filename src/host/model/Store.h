@@ -322,6 +322,7 @@ private:
     std::vector<AcDbStub*> withOwned(AcDbStub& stub);
     void noteErasing(AcDbStub& stub, bool erasing);
     Header& header() const;
+    void readGroups(const AcDbStub& stub, Groups& groups) const;
     void noteReference(AcDbStub& changed);
     [[nodiscard]] std::wstring blockNameOf(const AcDbStub& reference) const;
     References& references();
@@ -332,6 +333,7 @@ private:
     static constexpr std::size_t kStubsInPiece = 4096;
     std::vector<std::unique_ptr<AcDbStub[]>> m_pieces;
     std::size_t m_count = 0;
+    Groups m_room; // memory of groups that are no longer needed, for the next record
     AcDbStub* m_first = nullptr;
     AcDbStub* m_last = nullptr;
     Structure m_structure;
