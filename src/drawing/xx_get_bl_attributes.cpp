@@ -31,7 +31,12 @@ template<class Tagged> void enter(xx_VarArray& result, const Tagged& attribute)
 {
     ACHAR* tag = attribute.tag();
     ACHAR* text = attribute.textString();
-    result.setCopy(xx_Var(tag, text));
+    auto entered = std::make_unique<xx_Var>(tag, text);
+    if (xx_Var* const former = result.find(tag, false)) {
+        *former = *entered;
+    } else {
+        result.append(entered.release()); // a copy would be as dear as all the rest
+    }
     acutDelString(tag);
     acutDelString(text);
 }
