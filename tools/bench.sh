@@ -9,7 +9,7 @@ set -eu
 
 drawings=$1/bench/drawings
 
-echo "bench: measuring for some five minutes"
+echo "bench: measuring for some six minutes"
 "$1/bin/corma_bench" --benchmark_out="$1/bench.json" --benchmark_out_format=json
 "$1/bin/corma_bench_memory"
 "$1/bin/corma_bench_model" --benchmark_out="$1/bench_model.json" --benchmark_out_format=json
