@@ -48,6 +48,25 @@ std::string CfgctlTest::json(Words arguments) const
     return document.is_discarded() ? "(no JSON)" : document.dump();
 }
 
+void CfgctlTest::expectWrongUse(const Words& arguments, std::string message,
+                                const Words& files) const
+{
+    Words before;
+    for (const std::string& file : files) {
+        before.push_back(read(file));
+    }
+    const ProgramResult result = run(arguments);
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_EQ(result.out, "");
+    if (message.starts_with("$/")) {
+        message.replace(0, 2, pathOf(""));
+    }
+    EXPECT_EQ(result.err, "cfgctl: " + message + "\n");
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        EXPECT_EQ(read(files[i]), before[i]) << files[i];
+    }
+}
+
 std::string CfgctlTest::pathOf(std::string_view name) const
 {
     return (std::filesystem::canonical(platform::toNative(folder.path())) / name).native();

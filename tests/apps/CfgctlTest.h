@@ -40,6 +40,12 @@ protected:
     /// text: keys count with their order.
     std::string json(Words arguments) const;
 
+    /// Runs something that must be wrong usage: told in one line, with nothing on standard output
+    /// and no file changed that the test wrote under these names. "$/" at the beginning of the
+    /// message stands for the folder.
+    void expectWrongUse(const Words& arguments, std::string message,
+                        const Words& files = {"plan.dxf"}) const;
+
     /// Full path of a name in the folder, as the program tells it.
     std::string pathOf(std::string_view name) const;
 

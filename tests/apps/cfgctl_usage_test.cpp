@@ -62,20 +62,9 @@ protected:
     }
 };
 
-// "$/" in a message stands for the folder.
 TEST_P(CfgctlUsage, IsToldInOneLine)
 {
-    const std::string drawing = read("plan.dxf");
-    const ProgramResult result = run(GetParam().arguments);
-    EXPECT_EQ(result.exitStatus, 2);
-    EXPECT_EQ(result.out, "");
-    std::string message = GetParam().message;
-    if (message.starts_with("$/")) {
-        message.replace(0, 2, pathOf(""));
-    }
-    EXPECT_EQ(result.err, "cfgctl: " + message + "\n");
-    EXPECT_EQ(read("plan.dxf"), drawing);
-    EXPECT_EQ(read("tool.ini"), "X=1\n");
+    expectWrongUse(GetParam().arguments, GetParam().message, {"plan.dxf", "tool.ini"});
     EXPECT_FALSE(folder.has(L"tool.ipr"));
 }
 

@@ -1,6 +1,7 @@
 #include "host/dxf/dxf_text.h"
 #include "host/dxf/group_codec.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -115,8 +116,10 @@ template<class Tags, class ValueOf>
 void decodeAll(Tags tags, const char* end, const ValueOf& valueOf, Groups& groups)
 {
     constexpr std::size_t kFewestBytes = 10; // of usual groups, one with another
+    constexpr std::size_t kMostAtOnce = 1024; // large records have large groups
+    const auto size = static_cast<std::size_t>(end - tags.end());
     groups.clear();
-    groups.reserve(static_cast<std::size_t>(end - tags.end()) / kFewestBytes + 1);
+    groups.reserve(std::min(size / kFewestBytes + 1, kMostAtOnce));
     bool isEndOfFile = false;
     while (!isEndOfFile && tags.next() == Step::group) {
         Group& group = groups.addEmpty(tags.code());
