@@ -11,9 +11,9 @@ namespace corma::host {
 /// others keep their texts and take everything else from the definition. Constant attributes are in
 /// the definition only. References are found in all spaces and blocks.
 ///
-/// RTERROR, with a message, without a drawing or such a block, when an object that has to change is
-/// open, or when an attribute has no form for the way its reference is scaled; nothing is changed
-/// then.
+/// Letters that cannot be stretched as a reference asks keep their shape. RTERROR, with a message,
+/// without a drawing or such a block, when an object that has to change is open, or when a
+/// reference is placed by numbers that are not finite; nothing is changed then.
 int syncAttributes(AcDbDatabase* database, const std::wstring& blockName);
 
 } // namespace corma::host
