@@ -16,8 +16,8 @@ enum class WorkPlace
     floatingViewport // the model, through a viewport of a layout
 };
 
-/// A layout without any viewport that can be told has no view of its own: there it is the model, and
-/// new entities go into it.
+/// A layout without any viewport that can be told has no view of its own: there it is the model,
+/// and new entities go into it.
 WorkPlace workPlaceOf(AcDbDatabase& database);
 
 /// In the model's own view the active record of the viewport table, in a layout the VIEWPORT that
