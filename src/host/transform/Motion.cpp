@@ -39,6 +39,11 @@ double degreesOf(const AcGeVector3d& vector)
     return normalizedDegrees(std::atan2(vector.y, vector.x) * 180.0 / std::numbers::pi);
 }
 
+double degreesWithoutNoise(double degrees)
+{
+    return withoutNoise(degrees, kTurnNoise);
+}
+
 AcGeVector3d withoutNoise(const AcGeVector3d& unit)
 {
     return {withoutNoise(unit.x, kAxisNoise), withoutNoise(unit.y, kAxisNoise),

@@ -29,6 +29,9 @@ double normalizedDegrees(double degrees);
 
 double degreesOf(const AcGeVector3d& vector); // of a vector in the XY plane
 
+/// Degrees that are whole but for what rounding left.
+double degreesWithoutNoise(double degrees);
+
 /// A unit vector without what rounding left where 0 or 1 is meant.
 AcGeVector3d withoutNoise(const AcGeVector3d& unit);
 

@@ -19,14 +19,6 @@ constexpr int kSecondPoint = 11;
 
 constexpr double kRadians = std::numbers::pi / 180.0;
 
-/// Degrees that are whole but for what rounding left.
-double withoutNoise(double degrees)
-{
-    constexpr double kNoise = 1e-12;
-    const double whole = std::round(degrees);
-    return std::abs(degrees - whole) < kNoise ? whole + 0.0 : degrees;
-}
-
 /// How the letters of a line of text stand in its plane. Angles are in degrees.
 struct Lettering
 {
@@ -82,8 +74,8 @@ Lettering stretched(Lettering text, const PlaneMotion& plane)
 
     text.height *= high;
     text.widthFactor *= wide / high;
-    text.rotation = withoutNoise(degreesOf(xAxis));
-    text.obliquing = withoutNoise(std::atan(slant) / kRadians);
+    text.rotation = degreesWithoutNoise(degreesOf(xAxis));
+    text.obliquing = degreesWithoutNoise(std::atan(slant) / kRadians);
     if (plane.mirrors()) {
         text.generation ^= kBackward;
     }
