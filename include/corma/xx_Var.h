@@ -35,6 +35,11 @@ struct CORMA_EXPORT xx_Var : resbuf
     xx_Var(const xx_Var& other);
     xx_Var& operator=(const xx_Var& other);
 
+    /// Takes over all that the other record has, which is an empty one then. Assigning a record to
+    /// itself changes nothing.
+    xx_Var(xx_Var&& other) noexcept;
+    xx_Var& operator=(xx_Var&& other) noexcept;
+
     ~xx_Var();
 
     /// Append a value. An empty record takes over the name and becomes RTREAL, RTLONG, RTLONG and
@@ -95,6 +100,10 @@ public:
     /// Overwrites the first element of the record's name where it stands, its name's spelling
     /// included; without one appends a copy. The caller keeps its record.
     void setCopy(const xx_Var& record);
+
+    /// The same with a record that nobody else needs: its contents are taken over, which saves the
+    /// copying.
+    void setCopy(xx_Var&& record);
 
     /// Deletes the first element of the record's name, then appends the record, which the array
     /// now owns. Null is ignored.

@@ -6,6 +6,7 @@
 #include <bit>
 #include <cstdlib>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -198,6 +199,27 @@ xx_Var& xx_Var::operator=(const xx_Var& other)
         resval.rstring = corma::duplicate(other.name());
     }
     copyValues(other, *this);
+    return *this;
+}
+
+xx_Var::xx_Var(xx_Var&& other) noexcept
+    : xx_Var()
+{
+    *this = std::move(other);
+}
+
+xx_Var& xx_Var::operator=(xx_Var&& other) noexcept
+{
+    if (this == &other) {
+        return *this;
+    }
+    release(*this);
+    static_cast<resbuf&>(*this) = std::exchange(static_cast<resbuf&>(other), resbuf {});
+    type = std::exchange(other.type, 0);
+    values = std::exchange(other.values, nullptr);
+    count = std::exchange(other.count, 0);
+    capacity = std::exchange(other.capacity, 0);
+    cursor = std::exchange(other.cursor, 0);
     return *this;
 }
 

@@ -7,6 +7,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <utility>
 
 namespace {
 
@@ -86,6 +87,15 @@ void xx_VarArray::setCopy(const xx_Var& record)
         return;
     }
     append(new (std::nothrow) xx_Var(record));
+}
+
+void xx_VarArray::setCopy(xx_Var&& record)
+{
+    if (xx_Var* const found = find(record.name(), false)) {
+        *found = std::move(record);
+        return;
+    }
+    append(new (std::nothrow) xx_Var(std::move(record)));
 }
 
 void xx_VarArray::setOwned(xx_Var* record)

@@ -31,12 +31,7 @@ template<class Tagged> void enter(xx_VarArray& result, const Tagged& attribute)
 {
     ACHAR* tag = attribute.tag();
     ACHAR* text = attribute.textString();
-    auto entered = std::make_unique<xx_Var>(tag, text);
-    if (xx_Var* const former = result.find(tag, false)) {
-        *former = *entered;
-    } else {
-        result.append(entered.release()); // a copy would be as dear as all the rest
-    }
+    result.setCopy(xx_Var(tag, text));
     acutDelString(tag);
     acutDelString(text);
 }

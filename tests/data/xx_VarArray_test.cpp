@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -297,6 +298,30 @@ TEST(xx_VarArray, SetCopyAppendsAnUnknownName)
     fill(array, {L"A"});
     array.setCopy(xx_Var(L"B", L"nieuw"));
     EXPECT_EQ(listing(array), L"A=1 B=nieuw");
+}
+
+TEST(xx_VarArray, SetCopyOfARecordThatStaysKeepsThePlaceToo)
+{
+    xx_VarArray array;
+    fill(array, {L"A", L"B", L"C"});
+    const xx_Var record(L"b", L"nieuw");
+    array.setCopy(record);
+    EXPECT_EQ(listing(array), L"A=1 b=nieuw C=3");
+    EXPECT_STREQ(record.currentText(), L"nieuw");
+}
+
+TEST(xx_VarArray, SetCopyTakesARecordOverThatIsGivenUp)
+{
+    xx_VarArray array;
+    fill(array, {L"A"});
+    xx_Var known(L"A", L"nieuw");
+    xx_Var unknown(L"B", L"anders");
+    const wchar_t* const texts[] = {known.currentText(), unknown.currentText()};
+    array.setCopy(std::move(known));
+    array.setCopy(std::move(unknown));
+    EXPECT_EQ(listing(array), L"A=nieuw B=anders");
+    EXPECT_EQ(array[0]->currentText(), texts[0]);
+    EXPECT_EQ(array[1]->currentText(), texts[1]);
 }
 
 TEST(xx_VarArray, SetCopyLeavesTheRecordToItsCaller)

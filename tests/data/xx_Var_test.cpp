@@ -715,6 +715,36 @@ TEST(xx_Var, AssignmentCopiesTheWholeNode)
     EXPECT_EQ(target.name(), nullptr);
 }
 
+TEST(xx_Var, ARecordThatIsGivenUpHandsOverAllThatItHas)
+{
+    xx_Var from(L"Deur", L"hout");
+    from.addText(L"Deur", L"staal");
+    from.cursor = 1;
+    const wchar_t* const name = from.name();
+    const ads_u_val* const values = from.values;
+
+    xx_Var to(std::move(from));
+    EXPECT_EQ(to.name(), name);
+    EXPECT_EQ(to.values, values);
+    EXPECT_STREQ(to.currentText(), L"staal");
+    EXPECT_EQ(from.restype, 0);
+    EXPECT_EQ(from.name(), nullptr);
+    EXPECT_EQ(from.values, nullptr);
+    EXPECT_EQ(from.type + from.count + from.capacity + from.cursor, 0);
+
+    from.add(L"Maat", 2.5); // and is an empty record like any other
+    EXPECT_EQ(from.count, 1);
+    to = std::move(from);
+    EXPECT_STREQ(to.name(), L"Maat");
+    EXPECT_EQ(to.values[0].rreal, 2.5);
+    EXPECT_EQ(to.cursor, 0);
+
+    xx_Var& same = to;
+    to = std::move(same);
+    EXPECT_STREQ(to.name(), L"Maat");
+    EXPECT_EQ(to.count, 1);
+}
+
 TEST(xx_Var, ACopiedRecordHasItsOwnTexts)
 {
     const xx_Var source(L"NAME", L"tekst");
