@@ -158,8 +158,7 @@ bool isOutOfDate(AcDbObjectId block)
 
 bool xx_block_matches(const AcDbBlockReference& reference, const wchar_t* pattern)
 {
-    const std::wstring name = nameOf(reference.blockTableRecord());
-    return !name.empty() && acutWcMatchEx(name.c_str(), pattern, true);
+    return MatchingBlocks(pattern).has(reference);
 }
 
 int xx_block_refs_in_model_space(AcDbObjectIdArray& result, const wchar_t* pattern)

@@ -71,8 +71,6 @@ public:
 
     [[nodiscard]] AcDbDatabase* get() const { return m_database; }
 
-    AcDbDatabase* operator->() const { return m_database; }
-
 private:
     AcDbDatabase* m_database;
     std::unique_ptr<AcDbDatabase> m_own;
