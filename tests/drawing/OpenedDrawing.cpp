@@ -1,10 +1,8 @@
 #include "OpenedDrawing.h"
 
+#include "drawing/xx_entlay.h"
 #include "platform/platform.h"
-
-#include <memory>
-
-using corma::host::Opened;
+#include <corma/drawing_contents.h>
 
 namespace corma::testing {
 
@@ -32,35 +30,16 @@ AcDbObjectIdArray OpenedDrawing::ids(std::initializer_list<const wchar_t*> handl
 
 AcDbObjectIdArray OpenedDrawing::entitiesOf(AcDbDatabase& database, const wchar_t* block)
 {
-    Opened<AcDbBlockTable> table;
-    AcDbObjectId id;
-    EXPECT_EQ(database.getSymbolTable(table.out()), Acad::eOk);
-    EXPECT_EQ(table->getIdAt(block, id), Acad::eOk);
-    const Opened<AcDbBlockTableRecord> record(id);
-    AcDbBlockTableRecordIterator* made = nullptr;
-    EXPECT_EQ(record->newIterator(made), Acad::eOk);
-    const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
     AcDbObjectIdArray all;
-    for (; !entities->done(); entities->step()) {
-        entities->getEntityId(id);
-        all.append(id);
-    }
+    EXPECT_EQ(xx_entlay(all, {.block = block, .database = &database}), RTNORM);
     return all;
 }
 
 std::wstring OpenedDrawing::blockNames(AcDbDatabase& database)
 {
-    Opened<AcDbBlockTable> table;
-    EXPECT_EQ(database.getSymbolTable(table.out()), Acad::eOk);
-    AcDbSymbolTableIterator* made = nullptr;
-    EXPECT_EQ(table->newIterator(made), Acad::eOk);
-    const std::unique_ptr<AcDbSymbolTableIterator> blocks(made);
+    const auto contents = contentsOf(&database);
     std::wstring names;
-    for (; !blocks->done(); blocks->step()) {
-        Opened<AcDbSymbolTableRecord> record;
-        blocks->getRecord(record.out(), AcDb::kForRead);
-        std::wstring name;
-        record->getName(name);
+    for (const std::wstring& name : contents->blocks) {
         names += name + L' ';
     }
     return names;
