@@ -183,6 +183,12 @@ void SettingForm::takeTickBoxes(const Instelling& setting)
     m_inProject = {.isShown = mode.project && mode.local, .isEnabled = !isClosed};
 }
 
+void SettingForm::setTickBoxes(const TickBox& globally, const TickBox& inProject)
+{
+    m_globally = globally;
+    m_inProject = inProject;
+}
+
 // --- choices -------------------------------------------------------------------------------------
 
 void SettingForm::takeChoices(const Instelling& setting)
@@ -260,11 +266,10 @@ bool SettingForm::accept()
         m_fieldText.clear();
         return false;
     }
-    if (!Instelling::validateValue(value, m_typeText)) {
-        tellWrongValue(m_typeText);
+    if (!isValid(value)) {
         return false;
     }
-    store(*found, value);
+    store(*found, value, ValueEditor::generic);
     return true;
 }
 
@@ -323,13 +328,27 @@ std::wstring SettingForm::optionValue() const
     return m_optionText;
 }
 
-void SettingForm::store(Instelling& setting, const std::wstring& value) const
+void SettingForm::store(Instelling& setting, const std::wstring& value, ValueEditor editor) const
 {
     const FileNameSet names = m_desk.fileNames();
     // The user was told of what could not be written; the desk shows what the setting holds.
     static_cast<void>(
-        applyValue(setting, value, {m_desk.model(), names, m_desk.database()}, ValueEditor::generic,
+        applyValue(setting, value, {m_desk.model(), names, m_desk.database()}, editor,
                    {.globally = m_globally.isTicked, .inProject = m_inProject.isTicked}));
+}
+
+bool SettingForm::isValid(std::wstring& value) const
+{
+    if (Instelling::validateValue(value, m_typeText)) {
+        return true;
+    }
+    tellWrongType();
+    return false;
+}
+
+void SettingForm::tellWrongType() const
+{
+    tellWrongValue(m_typeText);
 }
 
 } // namespace corma

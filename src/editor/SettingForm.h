@@ -1,6 +1,7 @@
 #pragma once
 
 #include "settings/Instelling.h"
+#include <corma/settings_model.h>
 
 #include <optional>
 #include <string>
@@ -46,6 +47,9 @@ public:
 
     /// Takes what is shown from the setting. Without one all is empty, and accept() does nothing.
     explicit SettingForm(const Desk& desk);
+    SettingForm(const SettingForm&) = delete;
+    SettingForm& operator=(const SettingForm&) = delete;
+    virtual ~SettingForm() = default;
 
     // --- what is shown, the same until the end ---------------------------------------------------
 
@@ -134,10 +138,28 @@ public:
     /// Checks the value and stores it. False when it is not one, as the user was told: the dialog
     /// stays open, shows what fieldText() is now, and its input has the focus. That a value cannot
     /// be written ends the dialog all the same; the user is told.
-    [[nodiscard]] bool accept();
+    [[nodiscard]] virtual bool accept();
+
+protected:
+    /// The setting, looked for anew; null when it is gone.
+    [[nodiscard]] Instelling* setting() const;
+
+    [[nodiscard]] const Desk& desk() const { return m_desk; }
+
+    /// Whether a box is shown and can be ticked, for a form with rules of its own.
+    void setTickBoxes(const TickBox& globally, const TickBox& inProject);
+
+    /// Checks a value by the type, which may change its text. False when it is not one, as the user
+    /// was told.
+    [[nodiscard]] bool isValid(std::wstring& value) const;
+
+    /// Tells the user that a value is not one of the type.
+    void tellWrongType() const;
+
+    /// Stores a good value, at the levels that the editor and the ticked boxes want.
+    void store(Instelling& setting, const std::wstring& value, ValueEditor editor) const;
 
 private:
-    [[nodiscard]] Instelling* setting() const;
     void takeType(const Instelling& setting);
     void takeLevels(const Instelling& setting);
     void takeLimits(const Instelling& setting);
@@ -147,7 +169,6 @@ private:
     [[nodiscard]] bool isWithinLimits(const Instelling& setting);
     [[nodiscard]] std::wstring newValue() const;
     [[nodiscard]] std::wstring optionValue() const;
-    void store(Instelling& setting, const std::wstring& value) const;
 
     const Desk& m_desk;
     std::wstring m_name;

@@ -180,6 +180,24 @@ double swatchSide(const host::HatchPattern& pattern)
     return pattern.families.empty() ? 1.0 : std::min(kWidest * most, kNarrowest * least);
 }
 
+host::HatchPattern turnedAndScaled(host::HatchPattern pattern, double degrees, double scale)
+{
+    const Point xAxis = directionOf(degrees);
+    const Point yAxis {-xAxis.y, xAxis.x};
+    for (HatchLines& family : pattern.families) {
+        const Point origin = scale * (family.x * xAxis + family.y * yAxis);
+        family.angle += degrees;
+        family.x = origin.x;
+        family.y = origin.y;
+        family.along *= scale;
+        family.across *= scale;
+        for (double& dash : family.dashes) {
+            dash *= scale;
+        }
+    }
+    return pattern;
+}
+
 std::vector<SwatchLine> swatchLines(const host::HatchPattern& pattern, double side)
 {
     std::vector<SwatchLine> lines;

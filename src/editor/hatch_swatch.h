@@ -23,6 +23,9 @@ inline constexpr std::size_t kMostSwatchLines = 20'000;
 /// The side of a square, in drawing units, that shows some repetitions of a pattern.
 double swatchSide(const host::HatchPattern& pattern);
 
+/// The pattern turned by so many degrees to the left, and so many times as large.
+host::HatchPattern turnedAndScaled(host::HatchPattern pattern, double degrees, double scale);
+
 /// What of a pattern is in the square with that side, in drawing units, whose lower left corner is
 /// the origin. What would be too fine to see is drawn coarser: not every line, or unbroken. What is
 /// beyond kMostSwatchLines is left out.

@@ -152,6 +152,12 @@ class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord
 
 public:
     AcDbLinetypeTableRecord();
+
+    [[nodiscard]] int numDashes() const;
+
+    /// In drawing units: a dash is positive, a gap negative, a dot 0. The index is from 0; 0 for
+    /// any other one. Texts and shapes between the dashes are not told.
+    [[nodiscard]] double dashLengthAt(int index) const;
 };
 
 class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord

@@ -171,6 +171,26 @@ bool AcDbLayerTableRecord::isLocked() const
 
 // --- others --------------------------------------------------------------------------------------
 
+namespace {
+
+constexpr const wchar_t* kLinetypeMarker = L"AcDbLinetypeTableRecord";
+constexpr int kDash = 49;
+
+// The lengths as the record has them; the count that it tells may be another.
+std::vector<double> dashesOf(const Groups& groups)
+{
+    std::vector<double> dashes;
+    const GroupRange own = groups.subclass(kLinetypeMarker);
+    for (std::size_t at = own.begin; at < own.end; ++at) {
+        if (groups[at].code == kDash) {
+            dashes.push_back(groups[at].real());
+        }
+    }
+    return dashes;
+}
+
+} // namespace
+
 // A line without gaps.
 AcDbLinetypeTableRecord::AcDbLinetypeTableRecord()
     : AcDbSymbolTableRecord(L"LTYPE")
@@ -180,7 +200,7 @@ AcDbLinetypeTableRecord::AcDbLinetypeTableRecord()
     constexpr int kAligned = 65;
     constexpr int kDashes = 73;
     constexpr int kLength = 40;
-    addMarkers(m_groups, L"AcDbLinetypeTableRecord");
+    addMarkers(m_groups, kLinetypeMarker);
     add(m_groups,
         {{code::name, L""},
          {code::flags, 0},
@@ -188,6 +208,18 @@ AcDbLinetypeTableRecord::AcDbLinetypeTableRecord()
          {kAlignment, kAligned},
          {kDashes, 0},
          {kLength, 0.0}});
+}
+
+int AcDbLinetypeTableRecord::numDashes() const
+{
+    return static_cast<int>(dashesOf(m_groups).size());
+}
+
+double AcDbLinetypeTableRecord::dashLengthAt(int index) const
+{
+    const std::vector<double> dashes = dashesOf(m_groups);
+    const auto at = static_cast<std::size_t>(index);
+    return index >= 0 && at < dashes.size() ? dashes[at] : 0.0;
 }
 
 AcDbTextStyleTableRecord::AcDbTextStyleTableRecord()

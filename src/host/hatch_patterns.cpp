@@ -1,6 +1,5 @@
 #include "host/hatch_patterns.h"
 
-#include "host/definition_text.h"
 #include "host/host.h"
 #include "host/support_path.h"
 #include "platform/platform.h"
@@ -168,6 +167,26 @@ PatternFile parseHatchPatterns(std::wstring_view text)
     return reader.finish();
 }
 
+std::vector<std::wstring> hatchPatternNames(std::wstring_view text)
+{
+    if (text.starts_with(kByteOrderMark)) {
+        text.remove_prefix(1);
+    }
+    std::vector<std::wstring> names;
+    while (!text.empty()) {
+        std::wstring_view line = takeUntil(text, L'\n');
+        if (!line.starts_with(L'*')) {
+            continue;
+        }
+        line.remove_prefix(1);
+        if (line.ends_with(L'\r')) {
+            line.remove_suffix(1);
+        }
+        names.emplace_back(takeUntil(line, L',').substr(0, kLongestListedName));
+    }
+    return names;
+}
+
 // --- what there is to choose ---------------------------------------------------------------------
 
 namespace {
@@ -175,13 +194,6 @@ namespace {
 constexpr const wchar_t* kMetricFile = L"acadiso.pat";
 constexpr const wchar_t* kImperialFile = L"acad.pat";
 constexpr std::wstring_view kExtension = L".pat";
-
-const wchar_t* standardFile()
-{
-    resbuf value {};
-    const bool isImperial = acedGetVar(L"MEASUREMENT", &value) == RTNORM && value.resval.rint == 0;
-    return isImperial ? kImperialFile : kMetricFile;
-}
 
 /// Patterns by their names, the first of each.
 class PatternList
@@ -257,10 +269,22 @@ std::vector<std::wstring> customFiles(const std::wstring& folder)
 
 } // namespace
 
+const wchar_t* standardPatternFile()
+{
+    resbuf value {};
+    const bool isImperial = acedGetVar(L"MEASUREMENT", &value) == RTNORM && value.resval.rint == 0;
+    return isImperial ? kImperialFile : kMetricFile;
+}
+
+std::optional<DefinitionFile> patternFile(const std::wstring& name)
+{
+    return definitionFile(name, kOwnPatternFiles);
+}
+
 std::vector<HatchPattern> loadHatchPatterns(CustomPatterns custom)
 {
     PatternList list;
-    if (const auto file = definitionFile(standardFile(), kOwnPatternFiles)) {
+    if (const auto file = patternFile(standardPatternFile())) {
         list.add(*file);
     }
     if (custom == CustomPatterns::hidden) {

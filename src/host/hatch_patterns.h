@@ -1,6 +1,9 @@
 #pragma once
 
+#include "host/definition_text.h"
+
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -56,17 +59,29 @@ struct PatternFile
 /// none of this is skipped, and so is a pattern that has no family then.
 PatternFile parseHatchPatterns(std::wstring_view text);
 
+/// The names of a pattern file for a list: of each line that begins with "*", whether a pattern
+/// follows or not, the text up to the first ",", cut to 19 characters.
+std::vector<std::wstring> hatchPatternNames(std::wstring_view text);
+
+inline constexpr std::size_t kLongestListedName = 19; // characters
+
+/// acadiso.pat where the variable MEASUREMENT is not 0, else acad.pat.
+const wchar_t* standardPatternFile();
+
+/// A pattern file of a path, or one that the host finds under a name, or the host's own one of that
+/// name; nothing when it cannot be read.
+std::optional<DefinitionFile> patternFile(const std::wstring& name);
+
 enum class CustomPatterns
 {
     hidden,
     shown
 };
 
-/// The patterns to choose from: those of acadiso.pat where the variable MEASUREMENT is not 0, else
-/// of acad.pat, be it the one that the host finds or else the host's own; shown custom ones are
-/// those of the other *.pat files in the support folders, each with the one pattern that bears the
-/// name of its file, in the order of their names. A name that comes again is left out. For each
-/// file with defects one message is printed.
+/// The patterns to choose from: those of the standard file, be it the one that the host finds or
+/// else the host's own; shown custom ones are those of the other *.pat files in the support
+/// folders, each with the one pattern that bears the name of its file, in the order of their names.
+/// A name that comes again is left out. For each file with defects one message is printed.
 std::vector<HatchPattern> loadHatchPatterns(CustomPatterns custom);
 
 } // namespace corma::host

@@ -5,11 +5,10 @@
 #include "host/host.h"
 #include "inifile/Ident.h"
 #include "inifile/numbers.h"
+#include "inifile/visual_words.h"
 #include "inifile/xx_Inifile_private.h"
-#include "platform/text.h"
 #include <corma/xx_VisParam.h>
 
-#include <algorithm>
 #include <array>
 
 using corma::host::Opened;
@@ -20,50 +19,11 @@ constexpr int kLongestValue = 500; // characters, the terminator counted
 constexpr std::size_t kVisualFields = 4;
 constexpr const wchar_t* kLinetypeFile = L"acad.lin";
 
-constexpr int kByBlock = 0;
-constexpr int kByLayer = 256;
-
-struct WeightWord
-{
-    std::wstring_view word;
-    AcDb::LineWeight weight;
-};
-
-constexpr std::array kWeightWords = {
-    WeightWord {L"DEFAULT", AcDb::kLnWtByLwDefault},
-    WeightWord {L"BYDEFAULT", AcDb::kLnWtByLwDefault},
-    WeightWord {L"BYLAYER", AcDb::kLnWtByLayer},
-    WeightWord {L"BYBLOCK", AcDb::kLnWtByBlock},
-};
-
 std::wstring valueOf(xx_Inifile& file, wchar_t* ident, int report)
 {
     std::array<wchar_t, kLongestValue> value {};
     file.getString(ident, value.data(), kLongestValue, report);
     return value.data();
-}
-
-int colorFrom(std::wstring_view token)
-{
-    const std::wstring word = corma::upperCase(token);
-    if (word == L"BYLAYER") {
-        return kByLayer;
-    }
-    return word == L"BYBLOCK" ? kByBlock : corma::toInt(word);
-}
-
-int weightFrom(std::wstring_view token)
-{
-    const std::wstring text = corma::upperCase(token);
-    for (const WeightWord& row : kWeightWords) {
-        if (row.word == text) {
-            return row.weight;
-        }
-    }
-    // The bounds are far outside of all widths; a number beyond them would have no int.
-    const double hundredths = corma::toDouble(text) * 100.0;
-    const double bounded = std::clamp(hundredths, double {AcDb::kLnWtByLwDefault}, 1000.0);
-    return AcDbDatabase::getNearestLineWeight(static_cast<int>(bounded));
 }
 
 // The id of a name in a symbol table of the working drawing; null when there is none.
@@ -97,9 +57,9 @@ void readVisual(const std::wstring& value, xx_VisParam& info)
 {
     corma::Pieces fields(value, L",");
     info.layerId = layerNamed(fields.next());
-    info.colorIndex = colorFrom(fields.next());
+    info.colorIndex = corma::colourFromText(fields.next());
     info.linetypeId = linetypeNamed(fields.next());
-    info.lineWeight = weightFrom(fields.next());
+    info.lineWeight = corma::lineweightFromText(fields.next());
 }
 
 // What stands behind the fields that all records have.
@@ -107,7 +67,7 @@ std::wstring ownFields(const std::wstring& value)
 {
     std::size_t at = 0;
     for (std::size_t field = 0; field < kVisualFields; ++field) {
-        at = value.find(L',', at);
+        at = value.find(corma::kVisualSeparator, at);
         if (at == std::wstring::npos) {
             return {};
         }

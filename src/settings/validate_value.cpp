@@ -3,6 +3,7 @@
 #include "host/host.h"
 #include "inifile/Ident.h"
 #include "inifile/numbers.h"
+#include "inifile/visual_words.h"
 #include "settings/Instelling.h"
 #include "settings/messages.h"
 #include "settings/texts.h"
@@ -52,21 +53,11 @@ bool keepYesNo(std::wstring& value)
     return false;
 }
 
-// Where the angle of a hatch begins. A record with too few fields starts over from its beginning
-// (test: AHatchOfFewFieldsIsReadFromItsBeginning).
-std::size_t angleOf(std::wstring_view record)
-{
-    std::size_t at = 0;
-    for (int i = 0; i < kFieldsBeforeAngle; ++i) {
-        const std::size_t comma = record.find(L',', at);
-        at = comma == std::wstring_view::npos ? 0 : comma + 1;
-    }
-    return at;
-}
-
 bool keepHatch(std::wstring& value)
 {
-    corma::Pieces fields(std::wstring_view(value).substr(angleOf(value)), L",");
+    // With too few fields these are others (test: AHatchOfFewFieldsIsReadFromItsBeginning).
+    const std::size_t angleAt = corma::behindSeparators(value, kFieldsBeforeAngle);
+    corma::Pieces fields(std::wstring_view(value).substr(angleAt), L",");
     const int angle = corma::toInt(fields.next());
     const int scale = corma::toInt(fields.next());
     const bool isAngle = angle >= 0 && angle <= kLargestAngle;
