@@ -6,6 +6,7 @@
 #include "controls/icons.h"
 #include "editor/AboutCfgDeskDlg.h"
 #include "editor/CategoryTreeModel.h"
+#include "editor/DeskDialogs.h"
 #include "editor/EditDlg.h"
 #include "editor/NieuwDlg.h"
 #include "editor/SettingListModel.h"
@@ -290,7 +291,7 @@ void CCfgDeskExeDlg::connectList()
                     m_desk.setMark(current.row());
                 }
             });
-    connect(list, &QTreeView::doubleClicked, this, [this] { m_desk.activateList(); });
+    connect(list, &QTreeView::doubleClicked, this, &CCfgDeskExeDlg::activateList);
     connect(list, &CColorListCtrl::editPressed, this, &CCfgDeskExeDlg::editWithKey);
     connect(list, &CColorListCtrl::insertPressed, this, [this] { m_desk.newSetting(); });
     connect(list, &CColorListCtrl::removePressed, this, [this] { m_desk.removeSettings(); });
@@ -344,6 +345,12 @@ void CCfgDeskExeDlg::editWithKey()
         selection->select(selection->currentIndex(),
                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
     }
+    activateList();
+}
+
+void CCfgDeskExeDlg::activateList()
+{
+    const corma::DeskDialogs dialogs(m_desk, this);
     m_desk.activateList();
 }
 

@@ -79,6 +79,7 @@ private:
     void selectTreeIndex(const QModelIndex& current);
     void selectRows(const QItemSelection& selected, const QItemSelection& deselected);
     void editWithKey();
+    void activateList();
     void showPicture();
     void showMenuState();
     void showAbout();

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using corma::AccessibleText;
 using corma::SettingForm;
@@ -151,9 +152,26 @@ void EditDlg::connectInputs()
 
 // --- opening -------------------------------------------------------------------------------------
 
+std::unique_ptr<SettingForm> EditDlg::makeForm()
+{
+    return std::make_unique<SettingForm>(m_desk);
+}
+
+void EditDlg::addInputs(QWidget* inputs, std::initializer_list<QWidget*> tabOrder)
+{
+    m_ui->ownInputs->addWidget(inputs);
+    if (m_lastOwnInput == nullptr) {
+        m_lastOwnInput = m_ui->question;
+    }
+    for (QWidget* const input : tabOrder) {
+        setTabOrder(std::exchange(m_lastOwnInput, input), input);
+    }
+    setTabOrder(m_lastOwnInput, m_ui->saveGlobally);
+}
+
 void EditDlg::fill()
 {
-    m_form = std::make_unique<SettingForm>(m_desk);
+    m_form = makeForm();
     setWindowTitle(toQt(m_form->caption()));
     setTexts();
     showLevels();
@@ -174,13 +192,17 @@ void EditDlg::setTexts()
              m_ui->valueField, m_ui->valueBox, m_ui->optionList, m_ui->optionField}) {
         each->setAccessibleName(toQt(texts.newValue));
     }
-    corma::setTextsWithMnemonics({{m_ui->newValueLabel, texts.newValue},
-                                  {m_ui->browseButton, texts.browse},
-                                  {m_ui->saveGlobally, texts.saveGlobally},
-                                  {m_ui->saveInProject, texts.saveInProject},
-                                  {m_ui->typeLabel, texts.type},
-                                  {m_ui->globalLabel, texts.global},
-                                  {m_ui->projectLabel, texts.project}});
+    std::vector<corma::MnemonicText> group = ownTexts();
+    if (group.empty()) {
+        group = {{m_ui->newValueLabel, texts.newValue}, {m_ui->browseButton, texts.browse}};
+    }
+    group.insert(group.end(),
+                 {{m_ui->saveGlobally, texts.saveGlobally},
+                  {m_ui->saveInProject, texts.saveInProject},
+                  {m_ui->typeLabel, texts.type},
+                  {m_ui->globalLabel, texts.global},
+                  {m_ui->projectLabel, texts.project}});
+    corma::setTextsWithMnemonics(group);
     cancelButton().setText(toQt(corma::withoutMnemonic(texts.cancel)));
     m_ui->question->setText(toQt(corma::withoutMnemonic(m_form->question())));
     m_ui->question->setAccessibleName(toQt(m_form->question()));
@@ -216,8 +238,9 @@ void EditDlg::fillChoices()
 void EditDlg::showInputs()
 {
     const Input input = m_form->input();
-    m_ui->newValueLabel->setVisible(m_form->hasInputLabel());
-    m_ui->valueField->setVisible(input == Input::field);
+    const bool hasOwn = m_lastOwnInput != nullptr;
+    m_ui->newValueLabel->setVisible(m_form->hasInputLabel() && !hasOwn);
+    m_ui->valueField->setVisible(input == Input::field && !hasOwn);
     m_ui->valueBox->setVisible(input == Input::box);
     m_ui->questionArea->setVisible(input == Input::question);
     m_ui->optionList->setVisible(input == Input::optionList);

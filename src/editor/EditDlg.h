@@ -1,14 +1,17 @@
 #pragma once
 
 #include "editor/SettingForm.h"
+#include "editor/mnemonics.h"
 
 #include <QDialog>
 #include <QStringList>
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class QPushButton;
 
@@ -42,6 +45,18 @@ public:
     void setFileQuestion(FileQuestion question) { m_askFile = std::move(question); }
 
 protected:
+    /// What is shown and done, when the dialog is shown first.
+    [[nodiscard]] virtual std::unique_ptr<corma::SettingForm> makeForm();
+
+    /// Texts of inputs that a derived dialog adds; their letters are chosen before those of others.
+    [[nodiscard]] virtual std::vector<corma::MnemonicText> ownTexts() const { return {}; }
+
+    /// Fills the inputs, shows the one that is to be used, and closes those that cannot be.
+    virtual void showInputs();
+
+    /// Puts the focus where the value is given.
+    virtual void focusInput();
+
     /// Fills the drop-down boxes for options.
     virtual void fillChoices();
 
@@ -49,6 +64,10 @@ protected:
     virtual void compactLayout();
 
     void resizeEvent(QResizeEvent* event) override;
+
+    /// Puts inputs below those of the dialog, which takes them, and its own out of sight. The
+    /// keyboard goes through these of them in that order.
+    void addInputs(QWidget* inputs, std::initializer_list<QWidget*> tabOrder);
 
     [[nodiscard]] corma::Desk& desk() const { return m_desk; }
 
@@ -59,7 +78,6 @@ private:
     void connectInputs();
     void setTexts();
     void showLevels();
-    void showInputs();
     void showLimits();
     void showTickBoxes();
     void showPicture();
@@ -68,7 +86,6 @@ private:
     [[nodiscard]] QPushButton& okButton() const;
     [[nodiscard]] QPushButton& cancelButton() const;
     [[nodiscard]] QWidget& input() const;
-    void focusInput();
     void fieldEdited(const QString& text);
     void browse();
 
@@ -76,4 +93,5 @@ private:
     std::unique_ptr<Ui::EditDlg> m_ui;
     std::unique_ptr<corma::SettingForm> m_form; // null until the dialog is shown first
     FileQuestion m_askFile;
+    QWidget* m_lastOwnInput = nullptr; // in the order of the keyboard; null without own inputs
 };

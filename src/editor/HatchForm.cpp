@@ -46,8 +46,10 @@ HatchForm::HatchForm(const Desk& desk, const std::wstring& value, std::size_t mo
     takeOwn();
 }
 
+// These dialogs have always drawn the default picture last (test: TheDefaultPictureWins).
 void HatchForm::takeOwn()
 {
+    preferDefaultPicture();
     constexpr std::size_t kOwnFields = 3;
     readPatterns();
     const auto own = fieldsOf(behindVisualFields(valueAtStart()), kOwnFields);
@@ -89,8 +91,8 @@ void HatchForm::updatePreview()
 // Patterns without lines have none to show, and the list has long names in their short form.
 std::optional<HatchForm::Preview> HatchForm::preview() const
 {
-    constexpr double kMostEnlarged = 4.0;
-    constexpr double kMostReduced = 8.0;
+    constexpr double kMostEnlarged = 2.0; // the largest and the smallest scale of the list
+    constexpr double kMostReduced = 4.0;
     const std::wstring name = m_pattern.name();
     const auto found = std::find_if(m_lines.begin(), m_lines.end(), [&](const auto& pattern) {
         return pattern.name.substr(0, host::kLongestListedName) == name;

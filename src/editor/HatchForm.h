@@ -50,8 +50,8 @@ public:
     };
 
     /// Nothing when there is nothing to show. A scale that is no number or not above 0 counts as 1.
-    /// The square does not follow the scale, so that a larger one looks larger, as long as some
-    /// lines, and not too many, are in it.
+    /// The square stays as it is for the scales of the list, so that a larger one looks larger; for
+    /// others it follows, so that some lines, and not too many, are in it.
     [[nodiscard]] std::optional<Preview> preview() const;
 
 protected:

@@ -26,6 +26,8 @@ QPalette::ColorGroup groupOf(QStyle::State state)
     return state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
 }
 
+} // namespace
+
 // Half way from the paper to the lines, since the greys of a dark palette are too near to the
 // paper.
 QColor frameColour(const QPalette& palette)
@@ -36,10 +38,8 @@ QColor frameColour(const QPalette& palette)
             (from.blue() + to.blue()) / 2};
 }
 
-} // namespace
-
 void paintSwatch(QPainter& painter, const QRectF& square, const QPalette& palette,
-                 const host::HatchPattern& pattern)
+                 const host::HatchPattern& pattern, double side)
 {
     painter.save();
     painter.setClipRect(square);
@@ -49,8 +49,7 @@ void paintSwatch(QPainter& painter, const QRectF& square, const QPalette& palett
     const auto place
         = [&](double x, double y) { return QPointF(x * square.width(), -y * square.height()); };
     constexpr double kDotSize = 1.5;
-    const auto lines
-        = pattern.isSolid() ? std::vector<SwatchLine>() : swatchLines(pattern, swatchSide(pattern));
+    const auto lines = pattern.isSolid() ? std::vector<SwatchLine>() : swatchLines(pattern, side);
     for (const SwatchLine& line : lines) {
         painter.setPen(QPen(palette.text(), line.isDot() ? kDotSize : 1.0, Qt::SolidLine,
                             line.isDot() ? Qt::RoundCap : Qt::FlatCap));
@@ -80,7 +79,8 @@ void HatchSwatchDelegate::paint(QPainter* painter, const QStyleOptionViewItem& o
     const int side = sideFor(item.fontMetrics);
     const QRect swatch(item.rect.center().x() - side / 2, item.rect.top() + kMargin, side, side);
     painter->fillRect(swatch, frameColour(item.palette));
-    paintSwatch(*painter, swatch.adjusted(1, 1, -1, -1), item.palette, model->pattern(index));
+    paintSwatch(*painter, swatch.adjusted(1, 1, -1, -1), item.palette, model->pattern(index),
+                swatchSide(model->pattern(index)));
 
     const QRect below(item.rect.left() + kMargin, swatch.bottom() + kMargin,
                       item.rect.width() - 2 * kMargin, item.fontMetrics.height());

@@ -6,9 +6,13 @@
 
 namespace corma {
 
-/// Draws a square filled with a pattern, in the colours of the texts of a palette.
+/// Draws a square filled with a pattern, in the colours of the texts of a palette. The square has
+/// that side in drawing units.
 void paintSwatch(QPainter& painter, const QRectF& square, const QPalette& palette,
-                 const host::HatchPattern& pattern);
+                 const host::HatchPattern& pattern, double side);
+
+/// Of the frame around a swatch.
+QColor frameColour(const QPalette& palette);
 
 /// Draws the items of a HatchPatternModel: a swatch and the name below it.
 class HatchSwatchDelegate : public QStyledItemDelegate

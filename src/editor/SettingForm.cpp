@@ -189,6 +189,13 @@ void SettingForm::setTickBoxes(const TickBox& globally, const TickBox& inProject
     m_inProject = inProject;
 }
 
+void SettingForm::preferDefaultPicture()
+{
+    if (!m_desk.defaultBitmap().empty()) {
+        m_picture = m_desk.defaultBitmap();
+    }
+}
+
 // --- choices -------------------------------------------------------------------------------------
 
 void SettingForm::takeChoices(const Instelling& setting)

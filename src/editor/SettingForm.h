@@ -149,6 +149,9 @@ protected:
     /// Whether a box is shown and can be ticked, for a form with rules of its own.
     void setTickBoxes(const TickBox& globally, const TickBox& inProject);
 
+    /// Shows the picture of the desk where it has one, rather than that of the setting.
+    void preferDefaultPicture();
+
     /// Checks a value by the type, which may change its text. False when it is not one, as the user
     /// was told.
     [[nodiscard]] bool isValid(std::wstring& value) const;

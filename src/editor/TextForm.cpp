@@ -16,8 +16,10 @@ TextForm::TextForm(const Desk& desk, const std::wstring& value, std::size_t most
     takeOwn();
 }
 
+// These dialogs have always drawn the default picture last (test: TheDefaultPictureWins).
 void TextForm::takeOwn()
 {
+    preferDefaultPicture();
     constexpr std::size_t kOwnFields = 4;
     const auto own = fieldsOf(behindVisualFields(valueAtStart()), kOwnFields);
     m_style = NameChoice(textStylesOfDrawing());

@@ -15,7 +15,9 @@ enum class AccessibleText
     searchText,
     description,
     picture,
-    level
+    level,
+    fromList, // of two ways to give a name
+    otherName
 };
 
 /// In the language in force; English for a language without texts.

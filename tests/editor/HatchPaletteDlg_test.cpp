@@ -1,6 +1,7 @@
 #include "editor/HatchPaletteDlg.h"
 #include "editor/HatchPatternModel.h"
 #include "editor/HatchSwatchDelegate.h"
+#include "editor/hatch_swatch.h"
 #include "settings/texts.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
@@ -208,7 +209,7 @@ int inked(const HatchPattern& pattern, const QPalette& palette)
     QImage image(100, 100, QImage::Format_RGB32);
     image.fill(Qt::green);
     QPainter painter(&image);
-    corma::paintSwatch(painter, image.rect(), palette, pattern);
+    corma::paintSwatch(painter, image.rect(), palette, pattern, corma::swatchSide(pattern));
     painter.end();
     int count = 0;
     const int middle

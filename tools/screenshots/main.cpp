@@ -54,6 +54,10 @@ constexpr std::array kSettings = {
     Shot {"edit-option", L"Trappen", L"Materiaal"},
     Shot {"edit-picture", L"Tekst", L"Hoogte"},
     Shot {"edit-levels", L"Plot", L"Schaal"},
+    Shot {"edit-visual", L"Lagen", L"Buitenwand"},
+    Shot {"edit-text-style", L"Tekst", L"Titel"},
+    Shot {"colour", L"Tekst", L"Kleur"},
+    Shot {"edit-hatch", L"Arcering", L"Metselwerk"},
 };
 
 template<class Widget> Widget& find(QWidget& dialog, const char* name)
