@@ -1,9 +1,12 @@
 #include "editor/EditDlgHatch.h"
 
 #include "editor/accessible_texts.h"
+#include "editor/visual_value.h"
+#include "inifile/numbers.h"
 #include "settings/texts.h"
 #include "ui_HatchInputs.h"
 
+#include <algorithm>
 #include <utility>
 
 using corma::HatchForm;
@@ -15,6 +18,16 @@ QString toQt(const std::wstring& text)
     return QString::fromStdWString(text);
 }
 
+// The entry of the same number, from which the keys go on.
+int entryOf(const std::vector<std::wstring>& entries, const std::wstring& text)
+{
+    const double number = corma::toDouble(corma::withDecimalPoints(text));
+    const auto found = std::find_if(entries.begin(), entries.end(), [&](const auto& entry) {
+        return corma::toDouble(entry) == number;
+    });
+    return text.empty() || found == entries.end() ? -1 : static_cast<int>(found - entries.begin());
+}
+
 void fillBox(QComboBox& box, const std::vector<std::wstring>& entries, const std::wstring& shown)
 {
     const QSignalBlocker blocker(box);
@@ -22,7 +35,7 @@ void fillBox(QComboBox& box, const std::vector<std::wstring>& entries, const std
         box.addItem(toQt(entry));
     }
     box.setCompleter(nullptr); // what is typed is stored as it was typed
-    box.setCurrentIndex(box.findText(toQt(shown)));
+    box.setCurrentIndex(entryOf(entries, shown));
     box.setEditText(toQt(shown));
 }
 

@@ -88,8 +88,8 @@ QIcon colourIcon(const std::optional<host::Rgb>& colour)
     return iconOf([colour](QPainter& painter, const QRectF& area, const QColor& text) {
         constexpr double kHalf = 0.5; // of the pen, so that its pixels are whole
         const double side = std::min(area.width(), area.height()) - 2;
-        const QRectF square(area.left() + kHalf, area.center().y() - side / 2 + kHalf, side - 1,
-                            side - 1);
+        QRectF square(0, 0, side - 1, side - 1);
+        square.moveTopLeft(area.center() - QPointF(side / 2 - kHalf, side / 2 - kHalf));
         painter.setRenderHint(QPainter::Antialiasing, !colour);
         painter.setPen(penOf(text, 1));
         if (colour) {

@@ -1,6 +1,6 @@
 #include "controls/CPictureEx.h"
+#include "editor/EditDialogTest.h"
 #include "editor/EditDlg.h"
-#include "editor/SettingDialogTest.h"
 #include "editor/WrappedCheckBox.h"
 #include "platform/text.h"
 #include "support/SqliteFile.h"
@@ -9,7 +9,6 @@
 #include <set>
 
 using corma::WrappedCheckBox;
-using corma::testing::SettingDialogTest;
 using corma::testing::SqliteFile;
 using ::testing::ElementsAre;
 
@@ -25,19 +24,13 @@ std::string utf8(const QString& text)
     return text.toStdString();
 }
 
-class EditDlgTest : public SettingDialogTest
+class EditDlgTest : public corma::testing::EditDialogTest
 {
 protected:
     void SetUp() override
     {
-        SettingDialogTest::SetUp();
+        EditDialogTest::SetUp();
         writeIni("A=5\n");
-    }
-
-    void TearDown() override
-    {
-        dialog.reset();
-        SettingDialogTest::TearDown();
     }
 
     EditDlg& show(Levels levels = Levels::global, int language = 9)
@@ -45,70 +38,9 @@ protected:
         return show(startAt(levels, language));
     }
 
-    EditDlg& show(const corma::DeskStart& start)
-    {
-        dialog.reset();
-        open(start);
-        dialog = std::make_unique<EditDlg>(desk());
-        dialog->show();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
-        return *dialog;
-    }
-
-    template<class Widget> [[nodiscard]] Widget& at(const char* name) const
-    {
-        auto* const found = dialog->findChild<Widget*>(QString::fromUtf8(name));
-        EXPECT_NE(found, nullptr) << name;
-        return *found;
-    }
+    EditDlg& show(const corma::DeskStart& start) { return showDialog<EditDlg>(start); }
 
     [[nodiscard]] QLineEdit& field() const { return at<QLineEdit>("valueField"); }
-
-    [[nodiscard]] bool isShown(const char* name) const { return at<QWidget>(name).isVisible(); }
-
-    /// Types where the focus is.
-    void type(const char* text) const
-    {
-        QTest::keyClicks(dialog->focusWidget(), QString::fromUtf8(text));
-    }
-
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
-    {
-        QTest::keyClick(dialog->focusWidget(), key, modifiers);
-    }
-
-    /// On the left part, where a box has its tick.
-    void click(const char* name) const
-    {
-        auto& widget = at<QWidget>(name);
-        QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(10, widget.height() / 2));
-    }
-
-    [[nodiscard]] std::string focus() const { return utf8(dialog->focusWidget()->objectName()); }
-
-    [[nodiscard]] bool isAccepted() const
-    {
-        return !dialog->isVisible() && dialog->result() == QDialog::Accepted;
-    }
-
-    [[nodiscard]] bool isRejected() const
-    {
-        return !dialog->isVisible() && dialog->result() == QDialog::Rejected;
-    }
-
-    /// The widgets that Tab reaches, from the top, until it comes back to the first.
-    [[nodiscard]] std::vector<std::string> tabOrder() const
-    {
-        at<QWidget>("typeText").setFocus();
-        std::vector<std::string> names;
-        do {
-            names.push_back(focus());
-            press(Qt::Key_Tab);
-        } while (focus() != names.front() && names.size() < 20);
-        return names;
-    }
-
-    std::unique_ptr<EditDlg> dialog;
 };
 
 // --- keys ----------------------------------------------------------------------------------------
