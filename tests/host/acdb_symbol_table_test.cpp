@@ -422,4 +422,60 @@ TEST_F(SymbolTable, ALayerWhoseLinetypeIsNotThereHasNone)
     EXPECT_TRUE(drawing.open<AcDbLayerTableRecord>("11")->linetypeObjectId().isNull());
 }
 
+// --- linetypes -----------------------------------------------------------------------------------
+
+std::vector<double> dashesOf(const AcDbLinetypeTableRecord& linetype)
+{
+    std::vector<double> dashes;
+    for (int i = 0; i < linetype.numDashes(); ++i) {
+        dashes.push_back(linetype.dashLengthAt(i));
+    }
+    return dashes;
+}
+
+std::string withLinetype(std::string_view version, std::string_view groups)
+{
+    const std::string markers
+        = version == "AC1009" ? "" : "100 AcDbSymbolTableRecord\n100 AcDbLinetypeTableRecord\n";
+    return withSections(version,
+                        "0 SECTION\n2 TABLES\n0 TABLE\n2 LTYPE\n70 1\n0 LTYPE\n5 16\n" + markers
+                            + "2 Dashed\n70 0\n3 _ . _\n72 65\n" + std::string(groups)
+                            + "0 ENDTAB\n0 ENDSEC\n");
+}
+
+TEST_F(SymbolTable, ALinetypeTellsItsDashes)
+{
+    for (const char* version : {"AC1009", "AC1015"}) {
+        TestDrawing drawing(
+            withLinetype(version, "73 4\n40 1.0\n49 0.5\n49 -0.25\n49 0.0\n49 -0.25\n"));
+        const auto linetype = drawing.open<AcDbLinetypeTableRecord>("16");
+        EXPECT_EQ(dashesOf(*linetype), (std::vector {0.5, -0.25, 0.0, -0.25})) << version;
+        EXPECT_EQ(linetype->dashLengthAt(-1), 0.0);
+        EXPECT_EQ(linetype->dashLengthAt(4), 0.0);
+    }
+}
+
+TEST_F(SymbolTable, WhatStandsBetweenTheDashesOfALinetypeIsNotTold)
+{
+    TestDrawing drawing(withLinetype("AC1015",
+                                     "73 2\n40 1.0\n49 0.5\n74 2\n75 0\n340 0\n46 0.1\n50 0.0\n"
+                                     "44 -0.1\n45 -0.05\n9 GAS\n49 -0.5\n74 0\n"));
+    EXPECT_EQ(dashesOf(*drawing.open<AcDbLinetypeTableRecord>("16")), (std::vector {0.5, -0.5}));
+}
+
+TEST_F(SymbolTable, AContinuousLinetypeHasNoDashes)
+{
+    TestDrawing drawing(kSmallDrawing);
+    EXPECT_EQ(drawing.open<AcDbLinetypeTableRecord>("16")->numDashes(), 0);
+    const AcDbLinetypeTableRecord fresh;
+    EXPECT_EQ(fresh.numDashes(), 0);
+    EXPECT_EQ(fresh.dashLengthAt(0), 0.0);
+}
+
+TEST_F(SymbolTable, TheDashesOfALinetypeAreThoseThatItHasWhateverItsCountTells)
+{
+    TestDrawing drawing(withLinetype("AC1015", "73 7\n40 1.0\n49 0.5\n49 -0.5\n"));
+    EXPECT_EQ(drawing.open<AcDbLinetypeTableRecord>("16")->numDashes(), 2);
+}
+
 } // namespace

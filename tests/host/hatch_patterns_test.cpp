@@ -7,9 +7,12 @@
 
 using corma::host::CustomPatterns;
 using corma::host::HatchPattern;
+using corma::host::hatchPatternNames;
 using corma::host::loadHatchPatterns;
 using corma::host::parseHatchPatterns;
+using corma::host::patternFile;
 using corma::host::PatternFile;
+using corma::host::standardPatternFile;
 using corma::testing::CurrentFolder;
 using corma::testing::RecordingServices;
 using corma::testing::TempFolder;
@@ -136,6 +139,50 @@ TEST(PatternFiles, RememberNoMoreThanAHundredDefects)
     EXPECT_EQ(parseHatchPatterns(L"*A\n" + repeated(101, L"x\n")).defects.size(), 100U);
 }
 
+// --- names for a list ----------------------------------------------------------------------------
+
+struct NamesRow
+{
+    const char* sentence;
+    std::wstring text;
+    std::vector<std::wstring> names;
+};
+
+void PrintTo(const NamesRow& row, std::ostream* out)
+{
+    *out << row.sentence;
+}
+
+class PatternNames : public ::testing::TestWithParam<NamesRow>
+{
+};
+
+TEST_P(PatternNames, AreThoseOfTheLinesWithAStar)
+{
+    EXPECT_EQ(hatchPatternNames(GetParam().text), GetParam().names);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Host, PatternNames,
+    ::testing::Values(
+        NamesRow {"InTheOrderOfTheFile", L"*B, b\n0,0,0,0,1\n*A, a\n0,0,0,0,1\n", {L"B", L"A"}},
+        NamesRow {"WithoutLinesBelowThem", L"*A, a\n*B, b\n", {L"A", L"B"}},
+        NamesRow {"WithoutAComma", L"*A\n*B b\n", {L"A", L"B b"}},
+        NamesRow {"OfCarriageReturns", L"*A\r\n0,0,0,0,1\r\n*B, b\r\n*C", {L"A", L"B", L"C"}},
+        NamesRow {"BehindAMark", L"\xFEFF*A, a\n", {L"A"}},
+        NamesRow {"TheSameNameTwice", L"*A, a\n*B\n*A, again\n", {L"A", L"B", L"A"}},
+        NamesRow {"InTheCaseOfTheFile", L"*ansi31, a\n*ANSI31\n", {L"ansi31", L"ANSI31"}},
+        NamesRow {"BlanksBelongToThem", L"* A , a\n", {L" A "}},
+        NamesRow {"AnEmptyName", L"*, a\n*\n", {L"", L""}},
+        NamesRow {"AStarFurtherOnIsNone", L" *A\n;*B\n0,*C\n", {}},
+        NamesRow {"AsLongAsMayBe", L"*1234567890123456789, a", {L"1234567890123456789"}},
+        NamesRow {"OneCharacterTooLong", L"*12345678901234567890, a", {L"1234567890123456789"}},
+        NamesRow {"CutBeforeAComma", L"*" + std::wstring(300, L'x'), {std::wstring(19, L'x')}},
+        NamesRow {"EmptyLines", L"\n\r\n*A\n\n", {L"A"}}, NamesRow {"NothingAtAll", L"", {}}),
+    [](const auto& row) { return std::string(row.param.sentence); });
+
+// --- what there is to choose ---------------------------------------------------------------------
+
 class LoadPatterns : public ::testing::Test
 {
 protected:
@@ -223,6 +270,52 @@ TEST_F(LoadPatterns, ACustomFileWithoutItsPatternIsToldOf)
     EXPECT_EQ(names(CustomPatterns::shown), L"A ");
     EXPECT_EQ(services.allPrinted(),
               L"\nError in file " + path + L" on line 1: expected a pattern of the name b");
+}
+
+// --- one file ------------------------------------------------------------------------------------
+
+using StandardPatterns = LoadPatterns;
+
+TEST_F(StandardPatterns, AreMetricUnlessTheMeasurementIsNot)
+{
+    EXPECT_STREQ(standardPatternFile(), L"acadiso.pat") << "without a drawing";
+    setMeasurement(0);
+    EXPECT_STREQ(standardPatternFile(), L"acad.pat");
+    for (const short measurement : {short {1}, short {2}, short {-1}}) {
+        setMeasurement(measurement);
+        EXPECT_STREQ(standardPatternFile(), L"acadiso.pat") << measurement;
+    }
+}
+
+TEST_F(StandardPatterns, GoByTheDrawing)
+{
+    ASSERT_TRUE(corma::newDocument(folder.path(L"h.dxf").c_str()));
+    setMeasurement(0);
+    EXPECT_STREQ(standardPatternFile(), L"acad.pat");
+    ASSERT_TRUE(corma::newDocument(folder.path(L"i.dxf").c_str()));
+    setMeasurement(1);
+    EXPECT_STREQ(standardPatternFile(), L"acadiso.pat");
+}
+
+TEST_F(StandardPatterns, AreFoundBeforeTheHostsOwn)
+{
+    const auto own = patternFile(L"acad.pat");
+    ASSERT_TRUE(own);
+    EXPECT_EQ(own->path, L"acad.pat");
+    EXPECT_EQ(hatchPatternNames(own->text).size(), 17U);
+    const std::wstring path = folder.write(L"acad.pat", "*MINE, mine\n0,0,0,0,1\n");
+    const auto found = patternFile(L"acad.pat");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->path, path);
+    EXPECT_EQ(hatchPatternNames(found->text), std::vector<std::wstring> {L"MINE"});
+}
+
+TEST_F(StandardPatterns, OfAFileThatCannotBeReadAreNone)
+{
+    EXPECT_FALSE(patternFile(L"none.pat"));
+    EXPECT_FALSE(patternFile(folder.makeFolder(L"acad.pat")));
+    EXPECT_TRUE(services.printed.empty());
+    EXPECT_TRUE(services.boxes.empty());
 }
 
 } // namespace
