@@ -54,9 +54,11 @@ int lineweightFromText(std::wstring_view text)
             return row.weight;
         }
     }
-    // The bounds are far outside of all widths; a number beyond them would have no int.
+    // The bounds are far outside of all widths, and below the numbers of the words, which a bound
+    // must not become; a number beyond them would have no int.
+    constexpr double kFarOutside = 1000.0;
     const double hundredths = toDouble(upper) * 100.0;
-    const double bounded = std::clamp(hundredths, double {AcDb::kLnWtByLwDefault}, 1000.0);
+    const double bounded = std::clamp(hundredths, -kFarOutside, kFarOutside);
     return AcDbDatabase::getNearestLineWeight(static_cast<int>(bounded));
 }
 
