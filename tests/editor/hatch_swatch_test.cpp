@@ -9,6 +9,7 @@ using corma::kMostSwatchLines;
 using corma::SwatchLine;
 using corma::swatchLines;
 using corma::swatchSide;
+using corma::turnedAndScaled;
 using corma::host::HatchLines;
 using corma::host::HatchPattern;
 
@@ -117,6 +118,115 @@ TEST(SwatchSide, ShowsSomeRepetitions)
     EXPECT_DOUBLE_EQ(swatchSide(patternOf({{.across = -2}, {.across = 1}})), 10.0);
     EXPECT_DOUBLE_EQ(swatchSide(patternOf({{.across = 1.5}, {.across = 1}})), 9.0);
     EXPECT_DOUBLE_EQ(swatchSide(patternOf({})), 1.0);
+}
+
+// --- turned and scaled ---------------------------------------------------------------------------
+
+TEST(TurnedAndScaled, KeepsItsNameAndWhatItIs)
+{
+    const HatchPattern turned = turnedAndScaled({L"Solid", L"filled", {{.across = 1}}}, 45.0, 2.0);
+    EXPECT_EQ(turned.name, L"Solid");
+    EXPECT_EQ(turned.description, L"filled");
+    EXPECT_TRUE(turned.isSolid());
+    EXPECT_TRUE(turnedAndScaled(patternOf({}), 45.0, 2.0).families.empty());
+}
+
+TEST(TurnedAndScaled, TurnsTheOriginWithTheLines)
+{
+    const HatchLines turned
+        = turnedAndScaled(
+              patternOf(
+                  {{.angle = 30, .x = 1, .y = 2, .along = 3, .across = -4, .dashes = {5, 0, -6}}}),
+              90.0, 2.0)
+              .families.at(0);
+    EXPECT_DOUBLE_EQ(turned.angle, 120.0);
+    EXPECT_DOUBLE_EQ(turned.x, -4.0);
+    EXPECT_DOUBLE_EQ(turned.y, 2.0);
+    EXPECT_DOUBLE_EQ(turned.along, 6.0);
+    EXPECT_DOUBLE_EQ(turned.across, -8.0);
+    EXPECT_EQ(turned.dashes, (std::vector {10.0, 0.0, -12.0}));
+}
+
+TEST(TurnedAndScaled, ByNothingIsTheSame)
+{
+    const HatchPattern pattern
+        = patternOf({{.angle = 30, .x = 1, .y = 2, .along = 3, .across = 4, .dashes = {5, -6}}});
+    const HatchLines same = turnedAndScaled(pattern, 0.0, 1.0).families.at(0);
+    const HatchLines& before = pattern.families.at(0);
+    EXPECT_EQ(same.angle, before.angle);
+    EXPECT_EQ(same.x, before.x);
+    EXPECT_EQ(same.y, before.y);
+    EXPECT_EQ(same.along, before.along);
+    EXPECT_EQ(same.across, before.across);
+    EXPECT_EQ(same.dashes, before.dashes);
+}
+
+// Families with different origins, so that a turn of each around itself would show.
+HatchPattern crosses()
+{
+    return patternOf({{.x = 0.5, .y = 1, .along = 1, .across = 2, .dashes = {1, -1}},
+                      {.angle = 90, .x = 1, .y = 0.5, .across = 4, .dashes = {0, -2}}});
+}
+
+TEST(TurnedAndScaled, ScaledInASquareThatIsAsManyTimesAsLargeItLooksTheSame)
+{
+    const std::string once = described(swatchLines(crosses(), 4.0));
+    ASSERT_NE(once, "");
+    for (const double scale : {0.001, 0.25, 2.0, 1000.0}) {
+        EXPECT_EQ(described(swatchLines(turnedAndScaled(crosses(), 0.0, scale), 4.0 * scale)), once)
+            << scale;
+    }
+}
+
+// The lines of a swatch with ends and lines in order, moved from (0, 0) to (1, 0): what a turn to
+// the left by 90 degrees around the lower left corner brings into the square's neighbour.
+std::vector<std::string> ordered(const std::vector<SwatchLine>& lines)
+{
+    std::vector<std::string> all;
+    for (SwatchLine line : lines) {
+        if (std::pair(line.x1, line.y1) > std::pair(line.x2, line.y2)) {
+            std::swap(line.x1, line.x2);
+            std::swap(line.y1, line.y2);
+        }
+        all.push_back(described({line}));
+    }
+    std::sort(all.begin(), all.end());
+    return all;
+}
+
+SwatchLine turnedLeft(const SwatchLine& line)
+{
+    return {1 - line.y1, line.x1, 1 - line.y2, line.x2};
+}
+
+// Lines that repeat with the square, so that the square beside it, into which a turn around its
+// corner brings it, looks the same.
+TEST(TurnedAndScaled, TurnedByRightAnglesItIsThePictureTurned)
+{
+    const HatchPattern pattern
+        = patternOf({{.x = 0.5, .y = 1, .across = 4, .dashes = {1, -3}},
+                     {.angle = 90, .x = 3, .y = 0.25, .across = 4, .dashes = {2, -2}}});
+    std::vector<SwatchLine> expected = swatchLines(pattern, 4.0);
+    ASSERT_EQ(expected.size(), 2U);
+    for (const double degrees : {90.0, 180.0, 270.0, 360.0, 450.0}) {
+        for (SwatchLine& line : expected) {
+            line = turnedLeft(line);
+        }
+        EXPECT_EQ(ordered(swatchLines(turnedAndScaled(pattern, degrees, 1.0), 4.0)),
+                  ordered(expected))
+            << degrees;
+    }
+}
+
+TEST(TurnedAndScaled, AFamilyIsTurnedAsIfItHadThatAngle)
+{
+    const auto plain = [](double angle) {
+        return described(swatchLines(patternOf({{.angle = angle, .across = 1}}), 4.0));
+    };
+    for (const double degrees : {0.0, 17.0, 45.0, 90.0, 135.5, 270.0, -30.0, 725.0}) {
+        const auto turned = turnedAndScaled(patternOf({{.across = 1}}), degrees, 1.0);
+        EXPECT_EQ(described(swatchLines(turned, 4.0)), plain(degrees)) << degrees;
+    }
 }
 
 } // namespace

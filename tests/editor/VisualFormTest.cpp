@@ -1,0 +1,90 @@
+#include "editor/VisualFormTest.h"
+
+#include "host/host.h"
+#include "platform/text.h"
+
+using corma::host::Opened;
+
+namespace corma::testing {
+
+namespace {
+
+AcDbDatabase& database()
+{
+    return *acdbHostApplicationServices()->workingDatabase();
+}
+
+template<class Table, class Record> void add(const wchar_t* name, std::unique_ptr<Record> record)
+{
+    Opened<Table> table;
+    ASSERT_EQ(database().getSymbolTable(table.out(), AcDb::kForWrite), Acad::eOk);
+    ASSERT_EQ(record->setName(name), Acad::eOk);
+    ASSERT_EQ(table->add(record.get()), Acad::eOk);
+    ASSERT_EQ(record.release()->close(), Acad::eOk);
+}
+
+void addLayer(const wchar_t* name, unsigned short colour)
+{
+    auto layer = std::make_unique<AcDbLayerTableRecord>();
+    AcCmColor color;
+    ASSERT_EQ(color.setColorIndex(colour), Acad::eOk);
+    ASSERT_EQ(layer->setColor(color), Acad::eOk);
+    add<AcDbLayerTable>(name, std::move(layer));
+}
+
+template<class Table> std::string namesIn()
+{
+    Opened<Table> table;
+    EXPECT_EQ(database().getSymbolTable(table.out()), Acad::eOk);
+    AcDbSymbolTableIterator* made = nullptr;
+    EXPECT_EQ(table->newIterator(made), Acad::eOk);
+    const std::unique_ptr<AcDbSymbolTableIterator> walk(made);
+    std::string all;
+    for (; !walk->done(); walk->step()) {
+        Opened<AcDbSymbolTableRecord> record;
+        EXPECT_EQ(walk->getRecord(record.out(), AcDb::kForRead), Acad::eOk);
+        std::wstring name;
+        EXPECT_EQ(record->getName(name), Acad::eOk);
+        all += (all.empty() ? "" : " ") + toUtf8(name);
+    }
+    return all;
+}
+
+} // namespace
+
+void VisualFormTest::drawHouse() const
+{
+    newDrawing();
+    addLayer(L"Gevel", 3);
+    addLayer(L"MUUR", 5);
+    ASSERT_EQ(database().loadLineTypeFile(L"DASHED", L"acad.lin"), Acad::eOk);
+    add<AcDbTextStyleTable>(L"Smal", std::make_unique<AcDbTextStyleTableRecord>());
+}
+
+void VisualFormTest::give(const std::string& value, Levels levels, int language)
+{
+    define(m_type + " " + attributes);
+    writeIni("A=" + value + "\n");
+    open(levels, language);
+}
+
+std::string VisualFormTest::tables()
+{
+    return namesIn<AcDbLayerTable>() + "|" + namesIn<AcDbLinetypeTable>() + "|"
+        + namesIn<AcDbTextStyleTable>();
+}
+
+std::string VisualFormTest::places()
+{
+    const auto contentOf = [&](const char* label, const wchar_t* name) {
+        if (!folder.has(name)) {
+            return std::string();
+        }
+        const std::string content = folder.read(name);
+        return label + content + (content.empty() || content.ends_with('\n') ? "" : "\n");
+    };
+    return "ini " + ini() + contentOf("ipr ", L"house/tool.ipr")
+        + contentOf("cfg ipr ", L"cfg/tool.ipr") + "drawing " + savedDrawing();
+}
+
+} // namespace corma::testing
