@@ -4,6 +4,7 @@
 #include "editor/visual_value.h"
 #include "foundation/messages.h"
 #include "foundation/xx_findf.h"
+#include "host/definition_text.h"
 #include "inifile/numbers.h"
 
 #include <algorithm>
@@ -30,6 +31,15 @@ std::vector<std::wstring> series(double first, double step, double last)
 double numberIn(const std::wstring& text)
 {
     return toDouble(withDecimalPoints(text));
+}
+
+// The list has names as they stand in the file, with the blanks around them, and long ones in their
+// short form.
+bool isListedAs(const host::HatchPattern& pattern, const std::wstring& listed)
+{
+    const std::wstring_view name = host::trimmed(listed);
+    return listed.size() < host::kLongestListedName ? pattern.name == name
+                                                    : pattern.name.starts_with(name);
 }
 
 } // namespace
@@ -88,15 +98,14 @@ void HatchForm::updatePreview()
     m_previewSource = m_path + L'(' + name + L')';
 }
 
-// Patterns without lines have none to show, and the list has long names in their short form.
+// Patterns without lines have none to show.
 std::optional<HatchForm::Preview> HatchForm::preview() const
 {
     constexpr double kMostEnlarged = 2.0; // the largest and the smallest scale of the list
     constexpr double kMostReduced = 4.0;
     const std::wstring name = m_pattern.name();
-    const auto found = std::find_if(m_lines.begin(), m_lines.end(), [&](const auto& pattern) {
-        return pattern.name.substr(0, host::kLongestListedName) == name;
-    });
+    const auto found = std::find_if(m_lines.begin(), m_lines.end(),
+                                    [&](const auto& pattern) { return isListedAs(pattern, name); });
     if (!m_pattern.chosen() || found == m_lines.end()) {
         return std::nullopt;
     }

@@ -697,7 +697,7 @@ TEST_F(VisFormTest, AnyValueIsBuiltAgainByTheRuleAndStaysThen)
 {
     Dice dice(4711);
     give("0,1,Continuous,0.25");
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 500; ++i) {
         const std::wstring value = dice.value();
         const std::wstring once = showHanded(value, kPlenty).value();
         ASSERT_EQ(once, rebuilt(value)) << toUtf8(value);
