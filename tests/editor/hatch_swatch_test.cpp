@@ -178,8 +178,7 @@ TEST(TurnedAndScaled, ScaledInASquareThatIsAsManyTimesAsLargeItLooksTheSame)
     }
 }
 
-// The lines of a swatch with ends and lines in order, moved from (0, 0) to (1, 0): what a turn to
-// the left by 90 degrees around the lower left corner brings into the square's neighbour.
+// A line each, the same for the same lines whichever way they are drawn.
 std::vector<std::string> ordered(const std::vector<SwatchLine>& lines)
 {
     std::vector<std::string> all;
@@ -199,8 +198,8 @@ SwatchLine turnedLeft(const SwatchLine& line)
     return {1 - line.y1, line.x1, 1 - line.y2, line.x2};
 }
 
-// Lines that repeat with the square, so that the square beside it, into which a turn around its
-// corner brings it, looks the same.
+// The turn is around the corner of the square, into the square beside it; with lines that repeat
+// with the square that one looks the same.
 TEST(TurnedAndScaled, TurnedByRightAnglesItIsThePictureTurned)
 {
     const HatchPattern pattern
