@@ -3,12 +3,9 @@
 #include "controls/icons.h"
 #include "editor/Desk.h"
 #include "editor/accessible_texts.h"
-#include "editor/file_filter.h"
 #include "editor/mnemonics.h"
 #include "ui_EditDlg.h"
 
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -17,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 using corma::AccessibleText;
@@ -59,35 +57,13 @@ void showTickBox(QCheckBox& widget, const SettingForm::TickBox& box)
     widget.setChecked(box.isTicked);
 }
 
-std::optional<std::wstring> askWithFileDialog(QWidget& parent, const std::wstring& start,
-                                              const QStringList& filters)
-{
-    QFileDialog dialog(&parent);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    if (!filters.isEmpty()) {
-        dialog.setNameFilters(filters);
-    }
-    const QFileInfo begin(QString::fromStdWString(start).replace(u'\\', u'/'));
-    if (begin.isDir()) {
-        dialog.setDirectory(begin.filePath());
-    } else if (!start.empty() && begin.dir().exists()) {
-        dialog.setDirectory(begin.path());
-        dialog.selectFile(begin.fileName());
-    }
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
-        return std::nullopt;
-    }
-    return QDir::toNativeSeparators(dialog.selectedFiles().constFirst()).toStdWString();
-}
-
 } // namespace
 
 EditDlg::EditDlg(corma::Desk& desk, QWidget* parent)
     : QDialog(parent)
     , m_desk(desk)
     , m_ui(std::make_unique<Ui::EditDlg>())
-    , m_askFile(askWithFileDialog)
+    , m_askFile(corma::askWithFileDialog)
 {
     m_ui->setupUi(this);
     okButton().setText(QStringLiteral("OK"));
@@ -367,10 +343,7 @@ void EditDlg::fieldEdited(const QString& text)
 
 void EditDlg::browse()
 {
-    QStringList filters;
-    for (const std::wstring& filter : corma::nameFilters(m_form->fileFilter())) {
-        filters.append(toQt(filter));
-    }
+    const QStringList filters = corma::filtersOf(m_form->fileFilter());
     if (const auto file = m_askFile(*this, m_form->browseStart(), filters)) {
         m_form->setFieldText(*file);
         m_ui->valueField->setText(toQt(*file));

@@ -1,12 +1,11 @@
 #pragma once
 
 #include "editor/SettingForm.h"
+#include "editor/file_question.h"
 #include "editor/mnemonics.h"
 
 #include <QDialog>
-#include <QStringList>
 
-#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -36,13 +35,8 @@ public:
     void setVisible(bool visible) override;
     void accept() override;
 
-    /// Asks the user for a file, from a path or a folder on, with filters in the form of Qt. The
-    /// full path; nothing when the user cancels.
-    using FileQuestion = std::function<std::optional<std::wstring>(
-        QWidget& parent, const std::wstring& start, const QStringList& filters)>;
-
     /// Asks by this instead of a file dialog.
-    void setFileQuestion(FileQuestion question) { m_askFile = std::move(question); }
+    void setFileQuestion(corma::FileQuestion question) { m_askFile = std::move(question); }
 
 protected:
     /// What is shown and done, when the dialog is shown first.
@@ -92,6 +86,6 @@ private:
     corma::Desk& m_desk;
     std::unique_ptr<Ui::EditDlg> m_ui;
     std::unique_ptr<corma::SettingForm> m_form; // null until the dialog is shown first
-    FileQuestion m_askFile;
     QWidget* m_lastOwnInput = nullptr; // in the order of the keyboard; null without own inputs
+    corma::FileQuestion m_askFile;
 };
