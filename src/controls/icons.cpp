@@ -17,10 +17,19 @@ constexpr std::array<const char*, kMarks> kMarkNames
        "copy-of-global", "copy-of-project", "double-copy", "obsolete",
        "read-only"};
 
+constexpr std::array kBlockNames = {"block", "source-drawing", "reference"};
+constexpr std::array kAttributeNames = {"attribute-new", "attribute-extra"};
+
 QIcon iconOf(const char* name)
 {
     loadPictures();
     return QIcon(QStringLiteral(":/corma/icons/%1.svg").arg(QLatin1StringView(name)));
+}
+
+template<std::size_t Count> QIcon iconOf(const std::array<const char*, Count>& names, int image)
+{
+    const bool isThere = image >= 0 && image < static_cast<int>(Count);
+    return isThere ? iconOf(names[static_cast<std::size_t>(image)]) : QIcon();
 }
 
 } // namespace
@@ -32,10 +41,17 @@ QIcon programIcon()
 
 QIcon markIcon(int image)
 {
-    if (image < 0 || image >= kMarks) {
-        return {};
-    }
-    return iconOf(kMarkNames[static_cast<std::size_t>(image)]);
+    return iconOf(kMarkNames, image);
+}
+
+QIcon blockIcon(int image)
+{
+    return iconOf(kBlockNames, image);
+}
+
+QIcon attributeIcon(int image)
+{
+    return iconOf(kAttributeNames, image);
 }
 
 QString widePicture(int number)

@@ -19,6 +19,14 @@ QIcon markIcon(int image);
 /// The number of marks.
 inline constexpr int kMarks = 9;
 
+/// What a row of an attribute update is about, by the number of its image: 0 a block, 1 the drawing
+/// that it comes from, 2 a reference of it. Null for any other number.
+QIcon blockIcon(int image);
+
+/// The state of an attribute, by the number of its image: 0 a new one, 1 one too many. Null for any
+/// other number.
+QIcon attributeIcon(int image);
+
 /// Path of an SVG picture by its number, as CIconStatic draws it; empty for a number without one.
 QString widePicture(int number);
 

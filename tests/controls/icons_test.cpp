@@ -7,9 +7,12 @@
 #include <array>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace {
 
+using corma::attributeIcon;
+using corma::blockIcon;
 using corma::contrast;
 using corma::kLeastContrast;
 using corma::kMarks;
@@ -55,16 +58,37 @@ int differenceInGrey(const QImage& a, const QImage& b)
         / (size * size);
 }
 
-TEST(Icons, OfTheMarksCanBeToldApartWithoutTheirColours)
+/// Icons of which several are seen at a time.
+struct Family
 {
-    for (const int size : kSizes) {
-        for (const QColor& ground : kGrounds) {
-            for (int first = 0; first < kMarks; ++first) {
-                const QImage image = drawnOn(ground, markIcon(first), size);
-                for (int second = 0; second < first; ++second) {
-                    EXPECT_GE(differenceInGrey(image, drawnOn(ground, markIcon(second), size)), 8)
-                        << first << " and " << second << " in " << size << " pixels on "
-                        << ground.name().toStdString();
+    const char* name;
+    std::vector<QIcon> icons;
+};
+
+std::vector<Family> families()
+{
+    Family marks {"marks", {}};
+    for (int mark = 0; mark < kMarks; ++mark) {
+        marks.icons.push_back(markIcon(mark));
+    }
+    return {marks,
+            {"blocks", {blockIcon(0), blockIcon(1), blockIcon(2)}},
+            {"attributes", {attributeIcon(0), attributeIcon(1)}}};
+}
+
+TEST(Icons, OfAFamilyCanBeToldApartWithoutTheirColours)
+{
+    for (const Family& family : families()) {
+        for (const int size : kSizes) {
+            for (const QColor& ground : kGrounds) {
+                for (std::size_t first = 0; first < family.icons.size(); ++first) {
+                    const QImage image = drawnOn(ground, family.icons[first], size);
+                    for (std::size_t second = 0; second < first; ++second) {
+                        const QImage other = drawnOn(ground, family.icons[second], size);
+                        EXPECT_GE(differenceInGrey(image, other), 8)
+                            << family.name << ' ' << first << " and " << second << " in " << size
+                            << " pixels on " << ground.name().toStdString();
+                    }
                 }
             }
         }
@@ -73,25 +97,31 @@ TEST(Icons, OfTheMarksCanBeToldApartWithoutTheirColours)
 
 TEST(Icons, CanBeSeenOnALightAndOnADarkGround)
 {
-    for (int mark = 0; mark <= kMarks; ++mark) {
-        const QIcon icon = mark < kMarks ? markIcon(mark) : programIcon();
-        for (const int size : kSizes) {
-            for (const QColor& ground : kGrounds) {
-                const QImage image = drawnOn(ground, icon, size);
-                const int seen = countPixels(size, [&](const QPoint& at) {
-                    return contrast(image.pixelColor(at), ground) >= kLeastContrast;
-                });
-                EXPECT_GE(100 * seen / (size * size), 15)
-                    << mark << " in " << size << " pixels on " << ground.name().toStdString();
+    std::vector<Family> all = families();
+    all.push_back({"program", {programIcon()}});
+    for (const Family& family : all) {
+        for (std::size_t i = 0; i < family.icons.size(); ++i) {
+            for (const int size : kSizes) {
+                for (const QColor& ground : kGrounds) {
+                    const QImage image = drawnOn(ground, family.icons[i], size);
+                    const int seen = countPixels(size, [&](const QPoint& at) {
+                        return contrast(image.pixelColor(at), ground) >= kLeastContrast;
+                    });
+                    EXPECT_GE(100 * seen / (size * size), 15)
+                        << family.name << ' ' << i << " in " << size << " pixels on "
+                        << ground.name().toStdString();
+                }
             }
         }
     }
 }
 
-TEST(Icons, ANumberBesideTheMarksHasNone)
+TEST(Icons, ANumberBesideAFamilyHasNone)
 {
-    EXPECT_TRUE(markIcon(-1).isNull());
-    EXPECT_TRUE(markIcon(kMarks).isNull());
+    for (const QIcon& icon : {markIcon(-1), markIcon(kMarks), blockIcon(-1), blockIcon(3),
+                              attributeIcon(-1), attributeIcon(2)}) {
+        EXPECT_TRUE(icon.isNull());
+    }
 }
 
 TEST(Icons, TheProgramHasAnIconForTheDesktop)
