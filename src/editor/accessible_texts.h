@@ -16,6 +16,11 @@ enum class AccessibleText
     description,
     picture,
     level,
+    block,
+    blockReference,
+    newAttribute,
+    extraAttribute,
+    browseSource,
     fromList, // of two ways to give a name
     otherName
 };
