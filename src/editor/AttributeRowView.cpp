@@ -1,8 +1,11 @@
 #include "editor/AttributeRowView.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPushButton>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -11,6 +14,36 @@ namespace corma {
 namespace {
 
 constexpr int kBesideButton = 2; // device-independent pixels of the column that stay free
+
+// On a dark ground styles draw an empty check box in hardly another colour than that.
+class OutlinedCheckBoxes : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        QStyleOptionViewItem item(option);
+        initStyleOption(&item, index);
+        if (!item.features.testFlag(QStyleOptionViewItem::HasCheckIndicator)) {
+            return;
+        }
+        constexpr float kOpaque = 0.6F;
+        const bool isSelected = item.state.testFlag(QStyle::State_Selected);
+        QColor line = item.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Text);
+        line.setAlphaF(kOpaque);
+        const QStyle& style = *(item.widget != nullptr ? item.widget->style() : qApp->style());
+        const QRect box
+            = style.subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &item, item.widget);
+        painter->save();
+        painter->setPen(line);
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(box.adjusted(0, 0, -1, -1));
+        painter->restore();
+    }
+};
 
 bool isReasonOfPerson(Qt::FocusReason reason)
 {
@@ -45,6 +78,7 @@ AttributeRowView::AttributeRowView(QWidget* parent)
     m_button->setCursor(Qt::ArrowCursor);
     m_button->installEventFilter(this);
     m_button->hide();
+    setItemDelegate(new OutlinedCheckBoxes(this));
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);

@@ -1,6 +1,7 @@
 // The dialog of an attribute update, driven by mouse and keyboard.
 
 #include "AttributeUpdateTest.h"
+#include "controls/readable.h"
 #include "editor/AttributeRowModel.h"
 #include "editor/AttributeRowView.h"
 #include "editor/AttributeTagModel.h"
@@ -191,6 +192,28 @@ TEST_F(AttributeDialogTest, ARowOfARecordHasOtherIconsThanOneOfReferences)
     EXPECT_NE(picture(0, 0), picture(0, 1));
     EXPECT_NE(picture(0, 0), picture(1, 0));
     EXPECT_FALSE(picture(0, 1).isNull());
+}
+
+TEST_F(AttributeDialogTest, AnEmptyCheckBoxCanBeSeenOnADarkGround)
+{
+    QPalette dark;
+    const QColor ground(0x1B, 0x1E, 0x20);
+    dark.setColor(QPalette::Base, ground);
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Window, QColor(0x2A, 0x2E, 0x32));
+    show(doors());
+    dialog->setPalette(dark);
+    QApplication::processEvents();
+    const QImage image = list().viewport()->grab().toImage();
+    ASSERT_FALSE(isChecked(1));
+    const QRect row = list().visualRect(at(1));
+    int seen = 0;
+    for (int x = row.left(); x < row.left() + row.height(); ++x) {
+        const bool isLine
+            = contrast(image.pixelColor(x, row.center().y()), ground) >= kLeastContrast;
+        seen += isLine ? 1 : 0;
+    }
+    EXPECT_EQ(seen, 2) << "the left and the right side";
 }
 
 TEST_F(AttributeDialogTest, BeginsWithTheTagsOfTheFirstRowAndWithoutTheButton)
