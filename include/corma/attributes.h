@@ -53,7 +53,8 @@ struct AttributeUpdate
     AcDbObjectIdArray outOfDateRecords;
 };
 
-/// Where it is chosen what an attribute update brings up to date: a dialog, or a program.
+/// Where it is chosen what an attribute update brings up to date: the dialog of
+/// corma/attribute_dialog.h, or a program.
 class CORMA_EXPORT AttributeUpdateChooser
 {
 public:
@@ -76,13 +77,4 @@ public:
 CORMA_EXPORT int updateAttributes(AttributeUpdateMode mode, const wchar_t* pattern,
                                   AttributeUpdateChooser& chooser);
 
-/// Installs what xx_show_attribute_update() asks, and returns the former one. The caller keeps
-/// ownership; null: nothing is asked, and nothing is then brought up to date.
-CORMA_EXPORT AttributeUpdateChooser* setAttributeUpdateChooser(AttributeUpdateChooser* chooser);
-
 } // namespace corma
-
-/// corma::updateAttributes() as a command: of blocks for `records`, else of references. What is to
-/// be done is chosen where setAttributeUpdateChooser() says; when there is something to choose and
-/// no such place, the user is told.
-CORMA_EXPORT void xx_show_attribute_update(bool records, const wchar_t* pattern);

@@ -10,7 +10,6 @@
 #include <memory>
 #include <optional>
 #include <unordered_set>
-#include <utility>
 #include <vector>
 
 using corma::AttributeUpdate;
@@ -32,8 +31,6 @@ constexpr const wchar_t* kOptionForReferences = L"NAME";
 constexpr const wchar_t* kRecordsUpToDate = L"Block Tabel Records (%s) : Attributes up to date.";
 constexpr const wchar_t* kReferencesUpToDate = L"Block References (%s) : Attributes up to date.";
 constexpr const wchar_t* kRemoved = L"\nAttributes removed successfully.";
-constexpr const wchar_t* kNoChooser
-    = L"\nThe attributes cannot be updated: there is nobody to choose what is to be done.";
 
 int runSync(const wchar_t* option, const std::wstring& block)
 {
@@ -174,23 +171,6 @@ int runUpdate(AttributeUpdateMode mode, const wchar_t* pattern, AttributeUpdateC
                        : xx_update_refs(update.outOfDateRefs);
 }
 
-/// Where a program installed none: what there is to choose from cannot be shown.
-class Nobody : public AttributeUpdateChooser
-{
-public:
-    bool choose(AttributeUpdate& /*update*/) override
-    {
-        acutPrintf(kNoChooser);
-        return false;
-    }
-};
-
-AttributeUpdateChooser*& installedChooser()
-{
-    static AttributeUpdateChooser* chooser = nullptr;
-    return chooser;
-}
-
 } // namespace
 
 int xx_update_records(const AcDbObjectIdArray& records)
@@ -256,17 +236,4 @@ int updateAttributes(AttributeUpdateMode mode, const wchar_t* pattern,
     });
 }
 
-AttributeUpdateChooser* setAttributeUpdateChooser(AttributeUpdateChooser* chooser)
-{
-    return std::exchange(installedChooser(), chooser);
-}
-
 } // namespace corma
-
-void xx_show_attribute_update(bool records, const wchar_t* pattern)
-{
-    const auto mode = records ? AttributeUpdateMode::records : AttributeUpdateMode::references;
-    Nobody nobody;
-    AttributeUpdateChooser* const installed = installedChooser();
-    corma::updateAttributes(mode, pattern, installed != nullptr ? *installed : nobody);
-}

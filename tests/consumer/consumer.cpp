@@ -13,6 +13,10 @@
 #include <corma/xx_Var.h>
 #include <corma/xx_ado.h>
 
+#if __has_include(<corma/attribute_dialog.h>)
+#include <corma/attribute_dialog.h>
+#endif
+
 #include <algorithm>
 #include <cstdio>
 #include <cwchar>
@@ -120,6 +124,18 @@ bool loadsBlocks(const std::wstring& folder)
         && messages.said.find(L"Block WEG not found") != std::wstring::npos;
 }
 
+// Blocks that differ from their drawing files, which here are none: in the dialog where the package
+// has dialogs.
+void showBlocks(const wchar_t* pattern)
+{
+#if __has_include(<corma/attribute_dialog.h>)
+    xx_show_attribute_update(true, pattern);
+#else
+    Nothing nothing;
+    corma::updateAttributes(corma::AttributeUpdateMode::records, pattern, nothing);
+#endif
+}
+
 // True when the attributes of blocks can be read and compared.
 bool readsAttributes()
 {
@@ -131,13 +147,11 @@ bool readsAttributes()
     const bool isRead = xx_get_attdefs(xx_findblk_int(L"PG-DEUR-ENKEL", &status), list) == RTNORM
         && list.length() > 0 && xx_get_bl_attributes(AcDbObjectId(), list, &point) == RTERROR
         && xx_sync_attributes(L"weg") == RTERROR;
-    const bool isShown
+    const bool isCompared
         = corma::updateAttributes(corma::AttributeUpdateMode::references, nullptr, nothing)
-            == RTNORM
-        && corma::setAttributeUpdateChooser(&nothing) == nullptr;
-    xx_show_attribute_update(true, L"PG-*");
-    return isRead && isShown && corma::setAttributeUpdateChooser(nullptr) == &nothing
-        && !nothing.isAsked
+        == RTNORM;
+    showBlocks(L"PG-*");
+    return isRead && isCompared && !nothing.isAsked
         && messages.said.find(L"(*) : Attributes up to date.") != std::wstring::npos
         && messages.said.find(L"(PG-*) : Attributes up to date.") != std::wstring::npos;
 }

@@ -171,14 +171,6 @@ TEST_P(NothingToShow, IsToldInPlaceOfAQuestion)
     EXPECT_EQ(commands.sent(), "");
 }
 
-TEST_P(NothingToShow, IsToldAsWellWhenThereIsNobodyToChoose)
-{
-    BlockDrawing drawing;
-    open(drawing.block("DOOR", {{"WOOD"}}));
-    xx_show_attribute_update(GetParam().mode == kRecords, GetParam().pattern);
-    EXPECT_EQ(printed(), GetParam().message);
-}
-
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(AttributeUpdate, NothingToShow, ::testing::Values(
     NothingRow {"ForReferencesOfAnyBlock", kReferences, nullptr, "Block References (*) : Attributes up to date."},
@@ -282,28 +274,6 @@ TEST_F(ShowAttributeUpdate, LetsNothingOutThatTheChooserThrows)
     EXPECT_EQ(updateAttributes(kReferences, nullptr, chooser), RTERROR);
     EXPECT_NE(printed(), "");
     EXPECT_EQ(commands.sent(), "");
-}
-
-TEST_F(ShowAttributeUpdate, AsksTheInstalledChooser)
-{
-    open(doors());
-    Chooser chooser;
-    EXPECT_EQ(setAttributeUpdateChooser(&chooser), nullptr);
-    xx_show_attribute_update(false, L"DOOR");
-    EXPECT_EQ(setAttributeUpdateChooser(nullptr), &chooser);
-    EXPECT_EQ(described(chooser.found.outOfDateRefs), "A1 A3");
-    EXPECT_EQ(described(chooser.found.upToDateRefs), "");
-    EXPECT_EQ(commands.sent(), "_ATTSYNC|NAME|DOOR\n");
-}
-
-TEST_F(ShowAttributeUpdate, TellsWhenThereIsNobodyToChoose)
-{
-    open(doors());
-    xx_show_attribute_update(false, nullptr);
-    EXPECT_EQ(printed(),
-              "\nThe attributes cannot be updated: there is nobody to choose what is to be done.");
-    EXPECT_EQ(commands.sent(), "");
-    EXPECT_FALSE(isDocumentModified());
 }
 
 // --- references ----------------------------------------------------------------------------------

@@ -1,9 +1,11 @@
 // Starts in a process that has no Qt application, which is why this is a program of its own.
 
 #include "editor/CCfgDeskExeDlg.h"
+#include "support/BlockDrawing.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
 #include <corma/IniBuffer.h>
+#include <corma/attribute_dialog.h>
 #include <corma/cfgdesk.h>
 
 #include <QApplication>
@@ -185,6 +187,39 @@ TEST_F(WithoutApplication, WithoutADisplayNoPatternIsChosen)
     EXPECT_FALSE(xx_showHatchPalleteDialog(L"ANSI31", false, nullptr, 6));
     EXPECT_FALSE(xx_showHatchPalleteDialog(L"ANSI31", false, result.data(), 0));
     EXPECT_STREQ(result.data(), L"");
+}
+
+TEST_F(WithoutApplication, WithoutADisplayNoAttributesAreBroughtUpToDate)
+{
+    takeDisplaysAway();
+    BlockDrawing drawing;
+    drawing.block("DOOR", {{"WOOD"}}).inModel({"A1", "DOOR"});
+    ASSERT_TRUE(openDocument(folder.write(L"plan.dxf", drawing.bytes()).c_str()));
+    xx_show_attribute_update(false, nullptr);
+    ASSERT_EQ(services.alerts.size(), 1U);
+    EXPECT_TRUE(services.alerts.front().starts_with(L"CfgDesk cannot be shown: "))
+        << folder.homely(services.alerts.front());
+    EXPECT_FALSE(isDocumentModified());
+    EXPECT_EQ(QCoreApplication::instance(), nullptr);
+}
+
+TEST_F(WithoutApplication, AnAttributeUpdateMakesOneForAsLongAsItLasts)
+{
+    BlockDrawing drawing;
+    drawing.block("DOOR", {{"WOOD"}}).inModel({"A1", "DOOR"});
+    ASSERT_TRUE(openDocument(folder.write(L"plan.dxf", drawing.bytes()).c_str()));
+    bool wasOpen = false;
+    onceItRuns() = [&wasOpen] {
+        auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        wasOpen = true;
+        dialog->accept();
+    };
+    xx_show_attribute_update(false, nullptr);
+    EXPECT_TRUE(wasOpen);
+    EXPECT_TRUE(isDocumentModified());
+    EXPECT_EQ(QCoreApplication::instance(), nullptr);
+    EXPECT_THAT(services.alerts, IsEmpty());
 }
 
 } // namespace
