@@ -8,6 +8,9 @@
 #include "controls/CategoryTreeView.h"
 #include "editor/CCfgDeskExeDlg.h"
 #include "editor/DialogServices.h"
+#include "editor/xx_attUpdateDlg.h"
+#include <corma/attributes.h>
+#include <corma/blocks.h>
 #include <corma/cfgdesk.h>
 #include <corma/host.h>
 #include <corma/texts.h>
@@ -163,6 +166,39 @@ void takeSearch(Camera& camera, QWidget& dialog)
     camera.take("main-search", dialog);
 }
 
+// Takes the picture of the dialog in place of showing it.
+class PhotographedUpdate : public corma::AttributeUpdateChooser
+{
+public:
+    explicit PhotographedUpdate(Camera& camera)
+        : m_camera(camera)
+    {
+    }
+
+    bool choose(corma::AttributeUpdate& update) override
+    {
+        xx_attUpdateDlg dialog(update);
+        dialog.show();
+        auto& rows = find<QTreeView>(dialog, "rows");
+        rows.setCurrentIndex(rows.model()->index(0, 0));
+        m_camera.take("attributes", dialog);
+        return false;
+    }
+
+private:
+    Camera& m_camera;
+};
+
+// The doors of the example after the newer one was loaded.
+void takeAttributes(Camera& camera, const std::wstring& example)
+{
+    std::wstring door = example + L"/nieuw/deur.dxf!$PG-DEUR-ENKEL";
+    int status = 0;
+    xx_findblk(door.data(), &status);
+    PhotographedUpdate chooser(camera);
+    corma::updateAttributes(corma::AttributeUpdateMode::references, nullptr, chooser);
+}
+
 void takeAll(Camera& camera, const std::wstring& example, int language)
 {
     const corma::DialogServices services;
@@ -192,6 +228,9 @@ void takeAll(Camera& camera, const std::wstring& example, int language)
         CCfgDeskExeDlg dialog(start, preferences);
         dialog.show();
         camera.take("main-clean", dialog);
+    }
+    if (!camera.isDone()) {
+        takeAttributes(camera, example);
     }
     corma::closeDocument();
 }
