@@ -1,7 +1,6 @@
 #include "editor/VisDialogTest.h"
 
-#include "host/host.h"
-#include "inifile/xx_Inifile_private.h"
+#include "support/table_entries.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -9,54 +8,13 @@
 
 namespace corma::testing {
 
-namespace {
-
-using host::Opened;
-
-AcDbDatabase& workingDatabase()
-{
-    return *acdbHostApplicationServices()->workingDatabase();
-}
-
-template<class Record, class Table> void add(Table& table, std::unique_ptr<Record> record)
-{
-    ASSERT_EQ(table.add(record.get()), Acad::eOk);
-    record.release()->close();
-}
-
-void addLayer(const wchar_t* name, unsigned short colour)
-{
-    Opened<AcDbLayerTable> layers;
-    ASSERT_EQ(workingDatabase().getLayerTable(layers.out(), AcDb::kForWrite), Acad::eOk);
-    auto layer = std::make_unique<AcDbLayerTableRecord>();
-    AcCmColor index;
-    index.setColorIndex(colour);
-    layer->setName(name);
-    add(*layers, std::move(layer));
-    AcDbObjectId id;
-    layers->getAt(name, id);
-    const Opened<AcDbLayerTableRecord> added(id, AcDb::kForWrite);
-    ASSERT_EQ(added->setColor(index), Acad::eOk);
-}
-
-void addStyle(const wchar_t* name)
-{
-    Opened<AcDbTextStyleTable> styles;
-    ASSERT_EQ(workingDatabase().getTextStyleTable(styles.out(), AcDb::kForWrite), Acad::eOk);
-    auto style = std::make_unique<AcDbTextStyleTableRecord>();
-    style->setName(name);
-    add(*styles, std::move(style));
-}
-
-} // namespace
-
 void VisDialogTest::SetUp()
 {
     EditDialogTest::SetUp();
     newDrawing();
     addLayer(L"WALL", 1);
-    addStyle(L"NOTES");
-    ASSERT_EQ(workingDatabase().loadLineTypeFile(L"DASHED", L"acadiso.lin"), Acad::eOk);
+    addTextStyle(L"NOTES");
+    addLinetype(L"DASHED");
 }
 
 void VisDialogTest::chooseEntry(const char* list, int entry) const

@@ -2,6 +2,7 @@
 
 #include "host/host.h"
 #include "platform/text.h"
+#include "support/table_entries.h"
 
 using corma::host::Opened;
 
@@ -9,33 +10,11 @@ namespace corma::testing {
 
 namespace {
 
-AcDbDatabase& database()
-{
-    return *acdbHostApplicationServices()->workingDatabase();
-}
-
-template<class Table, class Record> void add(const wchar_t* name, std::unique_ptr<Record> record)
-{
-    Opened<Table> table;
-    ASSERT_EQ(database().getSymbolTable(table.out(), AcDb::kForWrite), Acad::eOk);
-    ASSERT_EQ(record->setName(name), Acad::eOk);
-    ASSERT_EQ(table->add(record.get()), Acad::eOk);
-    ASSERT_EQ(record.release()->close(), Acad::eOk);
-}
-
-void addLayer(const wchar_t* name, unsigned short colour)
-{
-    auto layer = std::make_unique<AcDbLayerTableRecord>();
-    AcCmColor color;
-    ASSERT_EQ(color.setColorIndex(colour), Acad::eOk);
-    ASSERT_EQ(layer->setColor(color), Acad::eOk);
-    add<AcDbLayerTable>(name, std::move(layer));
-}
-
 template<class Table> std::string namesIn()
 {
     Opened<Table> table;
-    EXPECT_EQ(database().getSymbolTable(table.out()), Acad::eOk);
+    EXPECT_EQ(acdbHostApplicationServices()->workingDatabase()->getSymbolTable(table.out()),
+              Acad::eOk);
     AcDbSymbolTableIterator* made = nullptr;
     EXPECT_EQ(table->newIterator(made), Acad::eOk);
     const std::unique_ptr<AcDbSymbolTableIterator> walk(made);
@@ -57,8 +36,8 @@ void VisualFormTest::drawHouse() const
     newDrawing();
     addLayer(L"Gevel", 3);
     addLayer(L"MUUR", 5);
-    ASSERT_EQ(database().loadLineTypeFile(L"DASHED", L"acad.lin"), Acad::eOk);
-    add<AcDbTextStyleTable>(L"Smal", std::make_unique<AcDbTextStyleTableRecord>());
+    addLinetype(L"DASHED");
+    addTextStyle(L"Smal");
 }
 
 void VisualFormTest::give(const std::string& value, Levels levels, int language)
