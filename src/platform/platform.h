@@ -93,6 +93,22 @@ bool couldHideAChange(const FileStamp& stamp, std::int64_t now);
 /// Now, by the clock that stamps files, in ns since 1970.
 std::int64_t fileClock();
 
+/// A moment as the clocks of this place show it.
+struct LocalTime
+{
+    int year = 0;
+    int month = 1; // from 1 on
+    int day = 1; // from 1 on
+    int hour = 0;
+    int minute = 0;
+    int second = 0;
+
+    bool operator==(const LocalTime&) const = default;
+};
+
+/// The local time of a moment in ns since 1970, as a FileStamp has it.
+LocalTime localTime(std::int64_t moment);
+
 /// True when there is a file, folder or device of that name, in any case of its letters.
 bool exists(std::wstring_view path);
 
@@ -240,6 +256,12 @@ std::wstring programFile();
 
 /// Full path of a loaded library of that file name; nothing when none is loaded.
 std::optional<std::wstring> loadedLibrary(std::wstring_view name);
+
+/// A text of the version block of a module file, which need not be loaded: "FileDescription",
+/// "FileVersion" or "LegalCopyright", to the letter. Nothing when it has none, when the file has no
+/// such block, and for what is no module. Only the parts of the file are read that tell it. How a
+/// module gets the block: corma/version_note.h.
+std::optional<std::wstring> versionText(std::wstring_view moduleFile, std::string_view key);
 
 using LibraryFunction = void (*)();
 

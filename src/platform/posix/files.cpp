@@ -84,6 +84,24 @@ std::int64_t fileClock()
     return nanoseconds(now);
 }
 
+LocalTime localTime(std::int64_t moment)
+{
+    const std::int64_t past = moment % kSecond < 0 ? 1 : 0; // seconds before 1970 begin earlier
+    const auto seconds = static_cast<std::time_t>(moment / kSecond - past);
+    std::tm fields = {};
+    ::tzset(); // localtime_r() need not look at TZ
+    if (::localtime_r(&seconds, &fields) == nullptr) {
+        return {};
+    }
+    constexpr int kFirstYear = 1900;
+    return {fields.tm_year + kFirstYear,
+            fields.tm_mon + 1,
+            fields.tm_mday,
+            fields.tm_hour,
+            fields.tm_min,
+            fields.tm_sec};
+}
+
 bool exists(std::wstring_view path)
 {
     struct stat status = {};
