@@ -3,11 +3,15 @@
 #include "current_drawing.h"
 #include "text.h"
 #include <corma/texts.h>
+#include <corma/version_note.h>
 
 #include <cstdio>
 #include <exception>
 #include <span>
 #include <string>
+
+CORMA_VERSION_NOTE("cfgctl, settings of CAD add-ons from the command line", CFGCTL_VERSION,
+                   CORMA_COPYRIGHT)
 
 namespace {
 

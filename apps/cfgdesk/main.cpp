@@ -1,10 +1,13 @@
 #include "cfgctl/text.h"
 #include "cfgctl/usage.h"
 #include "run.h"
+#include <corma/version_note.h>
 
 #include <cstdio>
 #include <exception>
 #include <iostream>
+
+CORMA_VERSION_NOTE("CfgDesk, the settings editor", CFGDESK_VERSION, CORMA_COPYRIGHT)
 
 namespace {
 
