@@ -271,6 +271,13 @@ using LibraryFunction = void (*)();
 /// as the systems here call it: "name.so" and "libname.so".
 LibraryFunction loadedFunction(std::wstring_view library, const char* symbol);
 
+/// Writes text for programmers to where the system keeps that, as it stands. Where it has no such
+/// place, as here, the text goes to standard error, but only when CORMA_DEBUG is set and not empty.
+void debugOutput(std::wstring_view text);
+
+/// False when debugOutput() would write nowhere; so a caller can spare itself the making of text.
+bool hasDebugOutput();
+
 /// Tells whether a window can be shown. A program asks before it makes its first object of Qt,
 /// which ends the process where there is no display, and keeps the object until it has made that: a
 /// server may start anew when its last client leaves, and would then refuse the next one. The
