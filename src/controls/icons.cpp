@@ -57,7 +57,14 @@ QIcon attributeIcon(int image)
 QString widePicture(int number)
 {
     loadPictures();
-    return number == kProgramBanner ? QStringLiteral(":/corma/icons/banner.svg") : QString();
+    switch (number) {
+    case kProgramBanner:
+        return QStringLiteral(":/corma/icons/banner.svg");
+    case kAboutPicture:
+        return QStringLiteral(":/corma/icons/about.svg");
+    default:
+        return {};
+    }
 }
 
 } // namespace corma

@@ -30,7 +30,9 @@ QIcon attributeIcon(int image);
 /// Path of an SVG picture by its number, as CIconStatic draws it; empty for a number without one.
 QString widePicture(int number);
 
-/// The number of the wide picture with the name of the program, 140 by 48.
+/// The numbers of the wide pictures, 140 by 48: the name of the program, and the head of the about
+/// box of client applications.
 inline constexpr int kProgramBanner = 1;
+inline constexpr int kAboutPicture = 173;
 
 } // namespace corma

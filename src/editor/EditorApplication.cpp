@@ -49,7 +49,7 @@ std::optional<std::thread::id>& threadOfFirst()
 
 } // namespace
 
-EditorApplication::EditorApplication(int language)
+EditorApplication::EditorApplication(int language, const wchar_t* what)
 {
     auto why = problem();
     if (!why && QCoreApplication::instance() == nullptr) {
@@ -60,7 +60,7 @@ EditorApplication::EditorApplication(int language)
         }
     }
     if (why) {
-        services().alert((L"CfgDesk cannot be shown: " + *why + L'.').c_str());
+        services().alert((std::wstring(what) + L" cannot be shown: " + *why + L'.').c_str());
         return;
     }
     // The editor may be the last window of a program that wants to go on.

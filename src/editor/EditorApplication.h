@@ -16,8 +16,9 @@ class EditorApplication
 {
 public:
     /// Qt's own texts, as those of its file dialogs, are in the language of that number as far as
-    /// Qt has them. When nothing can be shown the user is told why.
-    explicit EditorApplication(int language);
+    /// Qt has them. When nothing can be shown the user is told why, with `what` as that which
+    /// cannot.
+    explicit EditorApplication(int language, const wchar_t* what = L"CfgDesk");
     EditorApplication(const EditorApplication&) = delete;
     EditorApplication& operator=(const EditorApplication&) = delete;
     ~EditorApplication();

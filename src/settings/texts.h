@@ -78,6 +78,7 @@ inline constexpr int kCancel = 3039;
 inline constexpr int kBrowse = 3040;
 inline constexpr int kHelp = 3041;
 inline constexpr int kRemoveCategory = 3042;
+inline constexpr int kRemoteAssistance = 3056;
 inline constexpr int kStopSearch = 8566;
 
 } // namespace row

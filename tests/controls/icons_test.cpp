@@ -14,6 +14,7 @@ namespace {
 using corma::attributeIcon;
 using corma::blockIcon;
 using corma::contrast;
+using corma::kAboutPicture;
 using corma::kLeastContrast;
 using corma::kMarks;
 using corma::kProgramBanner;
@@ -129,10 +130,13 @@ TEST(Icons, TheProgramHasAnIconForTheDesktop)
     EXPECT_EQ(programIcon().pixmap(256, 256).size(), QSize(256, 256));
 }
 
-TEST(Icons, OnlyTheBannerIsAWidePicture)
+TEST(Icons, TheBannerAndTheHeadOfTheAboutBoxAreWidePictures)
 {
     EXPECT_TRUE(QFile::exists(widePicture(kProgramBanner)));
-    EXPECT_TRUE(widePicture(0).isEmpty());
+    EXPECT_TRUE(QFile::exists(widePicture(kAboutPicture)));
+    for (const int none : {-1, 0, kProgramBanner + 1, kAboutPicture - 1, kAboutPicture + 1}) {
+        EXPECT_TRUE(widePicture(none).isEmpty()) << none;
+    }
 }
 
 } // namespace

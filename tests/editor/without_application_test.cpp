@@ -5,6 +5,7 @@
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
 #include <corma/IniBuffer.h>
+#include <corma/about.h>
 #include <corma/attribute_dialog.h>
 #include <corma/cfgdesk.h>
 
@@ -220,6 +221,42 @@ TEST_F(WithoutApplication, AnAttributeUpdateMakesOneForAsLongAsItLasts)
     EXPECT_TRUE(isDocumentModified());
     EXPECT_EQ(QCoreApplication::instance(), nullptr);
     EXPECT_THAT(services.alerts, IsEmpty());
+}
+
+TEST_F(WithoutApplication, AnAboutBoxMakesOneForAsLongAsItLasts)
+{
+    ASSERT_EQ(QCoreApplication::instance(), nullptr);
+    QString title;
+    onceItRuns() = [&title] {
+        title = QApplication::activeModalWidget()->windowTitle();
+        QApplication::activeModalWidget()->close();
+    };
+    xx_show_about(L"none.mnu", {L"a"}, nullptr);
+    EXPECT_EQ(title, QStringLiteral("About"));
+    EXPECT_EQ(QCoreApplication::instance(), nullptr);
+    EXPECT_THAT(services.alerts, IsEmpty());
+    EXPECT_NE(services.allPrinted().find(L"Cannot find menufile none.mnu"), std::wstring::npos);
+}
+
+// Not even that the menu file is not there.
+TEST_F(WithoutApplication, WithoutADisplayAnAboutBoxTellsThatAndNothingElse)
+{
+    takeDisplaysAway();
+    xx_show_about(L"none.mnu", {L"a"}, nullptr);
+    EXPECT_THAT(services.alerts,
+                ElementsAre(L"The about box cannot be shown: no display: neither DISPLAY nor "
+                            L"WAYLAND_DISPLAY is set."));
+    EXPECT_THAT(services.printed, IsEmpty());
+    EXPECT_EQ(QCoreApplication::instance(), nullptr);
+}
+
+TEST_F(WithoutApplication, AnotherThreadShowsNoAboutBox)
+{
+    start([](CCfgDeskExeDlg& /*dialog*/) {});
+    std::thread([] { xx_show_about(nullptr); }).join();
+    EXPECT_THAT(services.alerts,
+                ElementsAre(L"The about box cannot be shown: this is not the thread of the user "
+                            L"interface."));
 }
 
 } // namespace
