@@ -115,7 +115,7 @@ void GridDelegate::drawText(QPainter& painter, const QStyleOptionViewItem& optio
     painter.setPen(colorsFor(option, index).text);
     const auto alignment = static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt());
     painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine,
-                     QFontMetrics(font, painter.device())
+                     QFontMetrics(font)
                          .elidedText(shownText(index), Qt::ElideRight, rect.width()));
 }
 
