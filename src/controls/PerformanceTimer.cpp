@@ -1,7 +1,7 @@
 #include "controls/PerformanceTimer.h"
 
+#include "foundation/messages.h"
 #include "platform/platform.h"
-#include "platform/text.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,5 +1,6 @@
 #include "controls/grid_cells.h"
 
+#include "foundation/messages.h"
 #include "foundation/wide_text.h"
 #include "platform/text.h"
 

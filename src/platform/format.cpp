@@ -293,15 +293,6 @@ std::wstring formatWide(const wchar_t* format, std::va_list list)
     return out;
 }
 
-std::wstring formatted(const wchar_t* format, ...)
-{
-    std::va_list arguments;
-    va_start(arguments, format);
-    std::wstring text = formatWide(format, arguments);
-    va_end(arguments);
-    return text;
-}
-
 // NOLINTEND(clang-analyzer-valist.Uninitialized)
 
 } // namespace corma

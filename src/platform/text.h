@@ -87,7 +87,4 @@ std::u16string toUtf16(std::wstring_view text);
 /// every locale.
 std::wstring formatWide(const wchar_t* format, std::va_list arguments);
 
-/// The same with the arguments themselves.
-std::wstring formatted(const wchar_t* format, ...);
-
 } // namespace corma

@@ -1,5 +1,6 @@
 #include "platform/text.h"
 
+#include <cstdarg>
 #include <gtest/gtest.h>
 
 namespace corma {
@@ -137,43 +138,52 @@ TEST(Utf16, CharactersBeyondTheFirstPlaneTakeTwoUnits)
     EXPECT_EQ(toUtf16(L"a\x1F600"), u"a\xD83D\xDE00");
 }
 
+std::wstring format(const wchar_t* form, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, form);
+    std::wstring text = formatWide(form, arguments);
+    va_end(arguments);
+    return text;
+}
+
 TEST(FormatWide, TextIsWideOnEveryPlatform)
 {
-    EXPECT_EQ(formatted(L"<%s>", L"é"), L"<é>");
-    EXPECT_EQ(formatted(L"<%ls>", L"a"), L"<a>");
-    EXPECT_EQ(formatted(L"<%S>", "\xC3\xA9"), L"<é>");
-    EXPECT_EQ(formatted(L"%c%C", L'a', L'b'), L"ab");
+    EXPECT_EQ(format(L"<%s>", L"é"), L"<é>");
+    EXPECT_EQ(format(L"<%ls>", L"a"), L"<a>");
+    EXPECT_EQ(format(L"<%S>", "\xC3\xA9"), L"<é>");
+    EXPECT_EQ(format(L"%c%C", L'a', L'b'), L"ab");
 }
 
 TEST(FormatWide, WidthAndPrecisionHold)
 {
-    EXPECT_EQ(formatted(L"[%5s][%-5s][%.2s][%*s]", L"ab", L"ab", L"abc", 4, L"x"),
+    EXPECT_EQ(format(L"[%5s][%-5s][%.2s][%*s]", L"ab", L"ab", L"abc", 4, L"x"),
               L"[   ab][ab   ][ab][   x]");
-    EXPECT_EQ(formatted(L"[%5d][%-5d][%05d][%+d][% d][%.3d]", 42, 42, -42, 42, 42, 7),
+    EXPECT_EQ(format(L"[%5d][%-5d][%05d][%+d][% d][%.3d]", 42, 42, -42, 42, 42, 7),
               L"[   42][42   ][-0042][+42][ 42][007]");
-    EXPECT_EQ(formatted(L"%.2f %g %e", 1.005, 0.5, 12.0), L"1.00 0.5 1.200000e+01");
+    EXPECT_EQ(format(L"%.2f %g %e", 1.005, 0.5, 12.0), L"1.00 0.5 1.200000e+01");
 }
 
 TEST(FormatWide, NumbersOfAllSizes)
 {
-    EXPECT_EQ(formatted(L"%d %i", -2147483647 - 1, 2147483647), L"-2147483648 2147483647");
-    EXPECT_EQ(formatted(L"%lld %llu", -1LL, ~0ULL), L"-1 18446744073709551615");
-    EXPECT_EQ(formatted(L"%x %X %#x", 255U, 255U, 255U), L"ff FF 0xff");
-    EXPECT_EQ(formatted(L"%zu", std::size_t {7}), L"7");
+    EXPECT_EQ(format(L"%d %i", -2147483647 - 1, 2147483647), L"-2147483648 2147483647");
+    EXPECT_EQ(format(L"%lld %llu", -1LL, ~0ULL), L"-1 18446744073709551615");
+    EXPECT_EQ(format(L"%x %X %#x", 255U, 255U, 255U), L"ff FF 0xff");
+    EXPECT_EQ(format(L"%zu", std::size_t {7}), L"7");
 }
 
 TEST(FormatWide, APercentSignAndWhatIsUnknownStay)
 {
-    EXPECT_EQ(formatted(L"100%%"), L"100%");
-    EXPECT_EQ(formatted(L"a%y b%"), L"a%y b%");
-    EXPECT_EQ(formatted(L"%s", static_cast<const wchar_t*>(nullptr)), L"(null)");
+    EXPECT_EQ(format(L"100%%"), L"100%");
+    EXPECT_EQ(format(L"a%y b%"), L"a%y b%");
+    EXPECT_EQ(format(L"%s", static_cast<const wchar_t*>(nullptr)), L"(null)");
 }
 
 TEST(FormatWide, DoesNotDependOnTheLocale)
 {
     const std::string before = std::setlocale(LC_ALL, nullptr);
     std::setlocale(LC_ALL, "nl_NL.UTF-8");
-    EXPECT_EQ(formatted(L"%.1f", 2.5), L"2.5");
+    EXPECT_EQ(format(L"%.1f", 2.5), L"2.5");
     std::setlocale(LC_ALL, before.c_str());
 }
 
