@@ -96,27 +96,26 @@ CellColors GridDelegate::colorsFor(const QStyleOptionViewItem& option,
     return colors;
 }
 
-QFont GridDelegate::fontFor(const QModelIndex& index, RowState state) const
+std::optional<QFont> GridDelegate::fontFor(const QModelIndex& index, RowState state) const
 {
-    return fontOf(levelsOf(index), state, m_list.font()).value_or(m_list.font());
+    return fontOf(levelsOf(index), state, m_list.font());
 }
 
 int GridDelegate::inset() const
 {
-    return 2 * QFontMetrics(m_list.font()).horizontalAdvance(QLatin1Char(' '));
+    return 2 * m_list.fontMetrics().horizontalAdvance(QLatin1Char(' '));
 }
 
 void GridDelegate::drawText(QPainter& painter, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const
 {
-    const QFont font = fontFor(index, stateOf(option));
+    const QFont font = fontFor(index, stateOf(option)).value_or(m_list.font());
     const QRect rect = option.rect.adjusted(inset(), 0, -inset(), 0);
     painter.setFont(font);
     painter.setPen(colorsFor(option, index).text);
     const auto alignment = static_cast<Qt::Alignment>(index.data(Qt::TextAlignmentRole).toInt());
     painter.drawText(rect, static_cast<int>(alignment) | Qt::TextSingleLine,
-                     QFontMetrics(font)
-                         .elidedText(shownText(index), Qt::ElideRight, rect.width()));
+                     QFontMetrics(font).elidedText(shownText(index), Qt::ElideRight, rect.width()));
 }
 
 void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -136,14 +135,14 @@ void GridDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 
 QSize GridDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    return {widthOf(index, stateOf(option)),
-            QFontMetrics(m_list.font()).height() + 2 * kAboveAndBelow};
+    return {widthOf(index, fontFor(index, stateOf(option))),
+            m_list.fontMetrics().height() + 2 * kAboveAndBelow};
 }
 
-int GridDelegate::widthOf(const QModelIndex& index, RowState state) const
+int GridDelegate::widthOf(const QModelIndex& index, const std::optional<QFont>& font) const
 {
-    return QFontMetrics(fontFor(index, state)).horizontalAdvance(shownText(index)) + 2 * inset()
-        + 1;
+    const QFontMetrics metrics = font ? QFontMetrics(*font) : m_list.fontMetrics();
+    return metrics.horizontalAdvance(shownText(index)) + 2 * inset() + 1;
 }
 
 int GridDelegate::widthOfColumn(int column) const
@@ -151,8 +150,12 @@ int GridDelegate::widthOfColumn(int column) const
     int width = 0;
     for (int row = 0; row < m_model.rowCount(); ++row) {
         const QModelIndex index = m_model.index(row, column);
-        width = std::max(
-            {width, widthOf(index, RowState::plain), widthOf(index, RowState::selected)});
+        const auto plain = fontFor(index, RowState::plain);
+        const auto selected = fontFor(index, RowState::selected);
+        width = std::max(width, widthOf(index, plain));
+        if (selected != plain) {
+            width = std::max(width, widthOf(index, selected));
+        }
     }
     return width;
 }

@@ -5,6 +5,8 @@
 
 #include <QStyledItemDelegate>
 
+#include <optional>
+
 namespace corma {
 
 /// What a grid list shows, besides its rows and their styles.
@@ -39,8 +41,8 @@ private:
     [[nodiscard]] QString shownText(const QModelIndex& index) const;
     [[nodiscard]] CellColors colorsFor(const QStyleOptionViewItem& option,
                                        const QModelIndex& index) const;
-    [[nodiscard]] QFont fontFor(const QModelIndex& index, RowState state) const;
-    [[nodiscard]] int widthOf(const QModelIndex& index, RowState state) const;
+    [[nodiscard]] std::optional<QFont> fontFor(const QModelIndex& index, RowState state) const;
+    [[nodiscard]] int widthOf(const QModelIndex& index, const std::optional<QFont>& font) const;
     [[nodiscard]] int inset() const;
     void drawText(QPainter& painter, const QStyleOptionViewItem& option,
                   const QModelIndex& index) const;
