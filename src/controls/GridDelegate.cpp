@@ -62,11 +62,11 @@ StyleLevels GridDelegate::levelsOf(const QModelIndex& index) const
 
 QString GridDelegate::shownText(const QModelIndex& index) const
 {
-    const QString text = m_model.text(index.row(), index.column());
-    if (!m_look.ownDrawText) {
-        return text;
+    QString text = m_model.text(index.row(), index.column());
+    if (m_look.ownDrawText) {
+        text = QString::fromStdWString(numberWithin(text.toStdWString(), m_look.maxDecimals));
     }
-    return QString::fromStdWString(numberWithin(text.toStdWString(), m_look.maxDecimals));
+    return text;
 }
 
 // A colour that nobody chose for its background is changed as far as it must be to be readable.

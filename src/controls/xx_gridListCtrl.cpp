@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QTextDocument> // Qt::mightBeRichText()
 #include <QToolTip>
 
 #include <algorithm>
@@ -20,7 +21,12 @@ namespace {
 constexpr QRgb kFirstCellColor = qRgb(0x7D, 0x7D, 0x7D);
 constexpr int kTipSize = 80; // characters
 
+// Where the timer tells marks to be: fixed, so that recordings of all versions can be compared.
 constexpr const wchar_t* kSource = L"xx_gridListCtrl.cpp";
+constexpr int kColorsKept = 1990;
+constexpr int kMarkMoved = 1993;
+constexpr int kCellsStyled = 2000;
+constexpr int kRedrawn = 2002;
 
 std::optional<corma::CellStep> stepOf(int key)
 {
@@ -71,6 +77,18 @@ public:
         , m_delegate(new corma::GridDelegate(m_look, *m_model, list))
     {
         takeHighlight();
+        connect(m_model, &QAbstractItemModel::rowsInserted, &list,
+                [this](const QModelIndex&, int first, int last) {
+                    m_mark += m_mark >= first ? last - first + 1 : 0;
+                });
+        connect(m_model, &QAbstractItemModel::rowsRemoved, &list,
+                [this](const QModelIndex&, int first, int last) {
+                    if (m_mark > last) {
+                        m_mark -= last - first + 1;
+                    } else if (m_mark >= first) {
+                        m_mark = -1;
+                    }
+                });
     }
 
     void takeHighlight()
@@ -181,7 +199,7 @@ public:
     corma::GridLook m_look;
     corma::GridModel* m_model; // of the list
     corma::GridDelegate* m_delegate; // of the list
-    QPersistentModelIndex m_mark;
+    int m_mark = -1;
     QColor m_currentCellColor = kFirstCellColor;
     QColor m_rowColor = Qt::black;
     int m_style = 0;
@@ -221,18 +239,18 @@ void xx_gridListCtrl::setRowColor(int row, int column, const QColor& cellColor,
     corma::PerformanceTimer timer(L"xx_gridListCtrl::setRowColor");
     m_grid->m_currentCellColor = cellColor;
     m_grid->m_rowColor = rowColor;
-    timer.mark(kSource, 1990);
+    timer.mark(kSource, kColorsKept);
     if (!m_grid->m_model->hasCell(row, column)) {
         return;
     }
-    m_grid->m_mark = m_grid->m_model->index(row, column);
-    timer.mark(kSource, 1993);
+    m_grid->m_mark = row;
+    timer.mark(kSource, kMarkMoved);
     for (int other = 0; other < columnCount(); ++other) {
         m_grid->colorCell(row, other, other == column ? cellColor : rowColor);
     }
-    timer.mark(kSource, 2000);
+    timer.mark(kSource, kCellsStyled);
     m_grid->show(true);
-    timer.mark(kSource, 2002);
+    timer.mark(kSource, kRedrawn);
 }
 
 int xx_gridListCtrl::autoSizeColumns()
@@ -396,7 +414,7 @@ int xx_gridListCtrl::currentColumn() const
 
 int xx_gridListCtrl::selectionMark() const
 {
-    return m_grid->m_mark.row();
+    return m_grid->m_mark;
 }
 
 QColor xx_gridListCtrl::currentCellColor() const
@@ -555,5 +573,5 @@ void xx_gridListCtrl::mouseDoubleClickEvent(QMouseEvent* event)
 void xx_gridListCtrl::currentChanged(const QModelIndex& current, const QModelIndex& previous)
 {
     QTreeView::currentChanged(current, previous);
-    m_grid->m_mark = current;
+    m_grid->m_mark = current.row();
 }

@@ -2,6 +2,7 @@
 #include <corma/xx_gridListCtrl.h>
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QtTest>
 
 #include <gtest/gtest.h>
@@ -349,6 +350,11 @@ TEST_F(GridList, TheColouringOfARowIsTimed)
               L"Performance mark in xx_gridListCtrl.cpp, line 2000: 0 \u00b5s\n"
               L"Performance mark in xx_gridListCtrl.cpp, line 2002: 0 \u00b5s\n"
               L"Function xx_gridListCtrl::setRowColor took 0 \u00b5s\n");
+    recorder.text.clear();
+    list.setRowColor(1, kColumns, Qt::red, Qt::blue);
+    EXPECT_EQ(recorder.text,
+              L"Performance mark in xx_gridListCtrl.cpp, line 1990: 0 \u00b5s\n"
+              L"Function xx_gridListCtrl::setRowColor took 0 \u00b5s\n");
 }
 
 // --- keys ----------------------------------------------------------------------------------------
@@ -434,6 +440,19 @@ TEST_F(GridList, TheIndexThatScreenReadersFollowIsTheCurrentCell)
     EXPECT_FALSE(list.selectionModel()->isRowSelected(1));
 }
 
+TEST_F(GridList, AScreenReaderFindsTheNameAndTheCurrentCell)
+{
+    list.setAccessibleName(text("Doors"));
+    QAccessibleInterface* const reader = QAccessible::queryAccessibleInterface(&list);
+    ASSERT_NE(reader, nullptr);
+    EXPECT_EQ(reader->text(QAccessible::Name), text("Doors"));
+    press(1, 1);
+    pressKeys({Qt::Key_Right});
+    QAccessibleInterface* const cell = reader->focusChild();
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->text(QAccessible::Name), textOf(1, 2));
+}
+
 TEST_F(GridList, ARowThatIsReachedByTheKeysComesIntoSight)
 {
     for (int row = kRows; row < 200; ++row) {
@@ -459,6 +478,25 @@ TEST_F(GridList, TheMarkGoesAlongWithTheFocusAndWithItsRow)
     list.deleteRow(0);
     EXPECT_EQ(list.selectionMark(), 1);
     list.deleteRow(1);
+    EXPECT_EQ(list.selectionMark(), -1);
+}
+
+TEST_F(GridList, TheMarkStaysAtItsRowWhenOthersOrColumnsGo)
+{
+    press(3, 2);
+    list.setRowColor(2, 0, Qt::red, Qt::blue);
+    list.setCellText(3, 0, 0, text("behind"), {});
+    EXPECT_EQ(list.selectionMark(), 2);
+    list.setCellText(2, 0, 0, text("before"), {});
+    EXPECT_EQ(list.selectionMark(), 3);
+    list.deleteColumn(0);
+    list.deleteColumn(0);
+    EXPECT_EQ(list.selectionMark(), 3);
+    list.deleteRow(4);
+    EXPECT_EQ(list.selectionMark(), 3);
+    list.deleteRow(0);
+    EXPECT_EQ(list.selectionMark(), 2);
+    list.deleteAllRows();
     EXPECT_EQ(list.selectionMark(), -1);
 }
 
