@@ -2,6 +2,7 @@
 
 #include "RunProgram.h"
 #include "platform/platform.h"
+#include "support/BlockDrawing.h"
 #include "support/TempFolder.h"
 
 #include <filesystem>
@@ -78,7 +79,18 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgdeskUsage, ::testing::Values(
     Row {"CleanWithADrawing",     {"tool.ini", "--clean", "--drawing", "a.dxf"}, "--clean cannot go with --drawing, --project, --local or --project-mode; see cfgdesk --help"},
     Row {"CleanWithAProject",     {"tool.ini", "--clean", "--project", "p.ipr"}, "--clean cannot go with --drawing, --project, --local or --project-mode; see cfgdesk --help"},
     Row {"CleanInLocalMode",      {"tool.ini", "--clean", "--local"}, "--clean cannot go with --drawing, --project, --local or --project-mode; see cfgdesk --help"},
-    Row {"CleanInProjectMode",    {"tool.ini", "--clean", "--project-mode"}, "--clean cannot go with --drawing, --project, --local or --project-mode; see cfgdesk --help"}),
+    Row {"CleanInProjectMode",    {"tool.ini", "--clean", "--project-mode"}, "--clean cannot go with --drawing, --project, --local or --project-mode; see cfgdesk --help"},
+    Row {"AttributesWithADrawing", {"a.dxf", "--attributes", "--drawing", "a.dxf"}, "--attributes cannot go with --drawing, --project, --local, --project-mode, --clean or --access; FILE is the drawing; see cfgdesk --help"},
+    Row {"AttributesWithAProject", {"a.dxf", "--attributes", "--project", "p.ipr"}, "--attributes cannot go with --drawing, --project, --local, --project-mode, --clean or --access; FILE is the drawing; see cfgdesk --help"},
+    Row {"AttributesInLocalMode", {"a.dxf", "--attributes", "--local"}, "--attributes cannot go with --drawing, --project, --local, --project-mode, --clean or --access; FILE is the drawing; see cfgdesk --help"},
+    Row {"AttributesInProjectMode", {"a.dxf", "--attributes", "--project-mode"}, "--attributes cannot go with --drawing, --project, --local, --project-mode, --clean or --access; FILE is the drawing; see cfgdesk --help"},
+    Row {"AttributesClean",       {"a.dxf", "--attributes", "--clean"}, "--attributes cannot go with --drawing, --project, --local, --project-mode, --clean or --access; FILE is the drawing; see cfgdesk --help"},
+    Row {"AttributesWithAccess",  {"a.dxf", "--attributes", "--access", "0"}, "--attributes cannot go with --drawing, --project, --local, --project-mode, --clean or --access; FILE is the drawing; see cfgdesk --help"},
+    Row {"AttributesWithoutAFile", {"--attributes"}, "FILE is required; see cfgdesk --help"},
+    Row {"AttributesOfAnEmptyFile", {"--attributes", ""}, "FILE is empty; see cfgdesk --help"},
+    Row {"RecordsWithoutAttributes", {"tool.ini", "--records"}, "--records needs --attributes; see cfgdesk --help"},
+    Row {"APatternWithoutAttributes", {"tool.ini", "--pattern", "A*"}, "--pattern needs --attributes; see cfgdesk --help"},
+    Row {"AnEmptyPattern",        {"a.dxf", "--attributes", "--pattern", ""}, "--pattern is empty; see cfgdesk --help"}),
     [](const auto& row) { return row.param.sentence; });
 
 // clang-format on
@@ -96,6 +108,44 @@ TEST_F(CfgdeskTest, ADrawingThatCannotBeReadIsToldInOneLine)
     }
 }
 
+TEST_F(CfgdeskTest, AFileWithAttributesMustBeADrawing)
+{
+    for (const char* const name : {"tekst.dxf", "weg.dxf", "tool.ini"}) {
+        const ProgramResult result = run({"--attributes", name});
+        EXPECT_EQ(result.exitStatus, 2) << name;
+        EXPECT_THAT(result.err, HasSubstr(name));
+        EXPECT_THAT(result.err, ::testing::EndsWith("; pass a DXF drawing\n")) << name;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    }
+}
+
+TEST_F(CfgdeskTest, AttributesThatAreUpToDateAreToldWithoutADisplay)
+{
+    const std::string plan = BlockDrawing().block("DOOR", {{"WOOD"}}).bytes();
+    folder.write(L"plan.dxf", plan);
+    const ProgramResult references = run({"--attributes", "plan.dxf"});
+    EXPECT_EQ(references.exitStatus, 0);
+    EXPECT_EQ(references.out, "");
+    EXPECT_EQ(references.err, "Block References (*) : Attributes up to date.\n");
+    const ProgramResult records = run({"plan.dxf", "--attributes", "--records", "--pattern", "D*"});
+    EXPECT_EQ(records.exitStatus, 0);
+    EXPECT_EQ(records.err, "Block Tabel Records (D*) : Attributes up to date.\n");
+    EXPECT_EQ(folder.read(L"plan.dxf"), plan);
+}
+
+TEST_F(CfgdeskTest, WithoutADisplayNoAttributesChange)
+{
+    const std::string plan
+        = BlockDrawing().block("DOOR", {{"WOOD"}}).inModel({"A1", "DOOR"}).bytes();
+    folder.write(L"plan.dxf", plan);
+    const ProgramResult result = run({"--attributes", "plan.dxf"});
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(result.err, StartsWith("CfgDesk cannot be shown: "));
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    EXPECT_EQ(folder.read(L"plan.dxf"), plan);
+}
+
 TEST_F(CfgdeskTest, HelpAndVersionNeedNoDisplay)
 {
     const ProgramResult version = run({"--version"});
@@ -107,7 +157,8 @@ TEST_F(CfgdeskTest, HelpAndVersionNeedNoDisplay)
     EXPECT_EQ(help.err, "");
     for (const char* const option :
          {"--drawing FILE", "--project FILE", "--local", "--project-mode", "--clean",
-          "--language N", "--access N", "-h,--help", "--version"}) {
+          "--language N", "--access N", "--attributes", "--records", "--pattern P", "-h,--help",
+          "--version"}) {
         EXPECT_THAT(help.out, HasSubstr(option));
     }
 }
@@ -157,6 +208,7 @@ TEST_F(CfgdeskTest, TheExamplesOfTheHelpAreRight)
         words >> word;
         Words arguments;
         while (words >> word) {
+            std::erase(word, '"'); // as a shell does
             arguments.push_back(word);
             if (word.find('.') != std::string::npos) {
                 EXPECT_TRUE(std::filesystem::exists(std::string(CORMA_EXAMPLES "/") + word))
@@ -172,7 +224,7 @@ TEST_F(CfgdeskTest, TheExamplesOfTheHelpAreRight)
         EXPECT_EQ(result.exitStatus, 1) << line;
         EXPECT_THAT(result.err, StartsWith("CfgDesk cannot be shown: ")) << line;
     }
-    EXPECT_EQ(examples, 4);
+    EXPECT_EQ(examples, 6);
 }
 
 // The manual tells each option that the help tells.
@@ -182,7 +234,8 @@ TEST_F(CfgdeskTest, TheManualNamesTheOptions)
     ASSERT_TRUE(manual.has_value());
     for (const char* const option :
          {"\\-\\-drawing", "\\-\\-project", "\\-\\-local", "\\-\\-project\\-mode", "\\-\\-clean",
-          "\\-\\-language", "\\-\\-access", "\\-\\-help", "\\-\\-version"}) {
+          "\\-\\-language", "\\-\\-access", "\\-\\-attributes", "\\-\\-records", "\\-\\-pattern",
+          "\\-\\-help", "\\-\\-version"}) {
         EXPECT_THAT(std::string(manual->view()), HasSubstr(option));
     }
 }
