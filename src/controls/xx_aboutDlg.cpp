@@ -15,12 +15,14 @@
 
 namespace {
 
-// Of the dialog, in quarters of a character's width and eighths of its height.
+// Of the dialog, in quarters of a letter's width and eighths of its height.
 constexpr QSize kUnits(269, 202);
 
 QSize fromUnits(const QSize& units, const QFontMetrics& font)
 {
-    return {units.width() * font.averageCharWidth() / 4, units.height() * font.height() / 8};
+    const QString letters = QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
+    const auto wide = static_cast<int>(font.horizontalAdvance(letters) / letters.size());
+    return {units.width() * wide / 4, units.height() * font.height() / 8};
 }
 
 // Long ones take another line, those that cannot be broken are cut; none makes the dialog wider.
@@ -43,6 +45,8 @@ void showLine(QLineEdit& line, const std::wstring& text)
     line.setReadOnly(true);
     line.setText(QString::fromStdWString(text));
     line.setCursorPosition(0);
+    const int date = line.fontMetrics().horizontalAdvance(QStringLiteral("00/00/0000 00:00:00 "));
+    line.setMinimumWidth(date + line.textMargins().left() + line.textMargins().right());
 }
 
 // In few enough pixels, but in as many of the screen's as these take.
@@ -130,6 +134,8 @@ void xx_aboutDlg::showRows(const corma::AboutBox& box)
         ++row;
     }
     grid.autoSizeColumns();
+    constexpr int kLeastLines = 7; // with the headings, and the room around texts
+    grid.setMinimumHeight(kLeastLines * grid.fontMetrics().height());
 }
 
 void xx_aboutDlg::showLink()
