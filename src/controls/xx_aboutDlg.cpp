@@ -31,6 +31,7 @@ void showParagraph(QLabel& label, const std::wstring& text)
     label.setTextFormat(Qt::PlainText);
     label.setText(QString::fromStdWString(text));
     label.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label.setFocusPolicy(Qt::StrongFocus); // whoever has no mouse copies it, too
     label.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     label.setVisible(!text.empty());
 }

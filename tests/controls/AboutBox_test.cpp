@@ -223,19 +223,19 @@ TEST_F(MenuOfAboutBox, WithoutANameIsNotThere)
 // The path is cut where it does not fit, and the file of the cut path is not there.
 TEST_F(MenuOfAboutBox, WithAPathOfMoreThan260CharactersHasAnEmptyVersion)
 {
-    const auto ofLength = [this](std::size_t length) {
+    const auto ofLength = [this](std::size_t length, wchar_t letter) {
         std::wstring name;
         while (folder.path(name).size() + 101 < length) {
             name += std::wstring(50, L'd') + L"/";
         }
-        name += std::wstring(length - folder.path(name).size(), L'm');
+        name += std::wstring(length - folder.path(name).size(), letter);
         return folder.write(name, "_MENUVERSION \"1\"");
     };
-    const std::wstring fits = ofLength(260);
+    const std::wstring fits = ofLength(260, L'a');
     ASSERT_EQ(fits.size(), 260U);
     EXPECT_EQ(versionOfMenu(fits.c_str()), L"1");
     EXPECT_THAT(services.printed, IsEmpty());
-    EXPECT_EQ(versionOfMenu(ofLength(261).c_str()), L"");
+    EXPECT_EQ(versionOfMenu(ofLength(261, L'b').c_str()), L"");
     EXPECT_NE(services.allPrinted().find(L"(xx_findfile filename length, ec = 261)"),
               std::wstring::npos);
 }

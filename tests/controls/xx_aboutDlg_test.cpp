@@ -185,7 +185,8 @@ TEST_F(AboutDialog, TheLinkOpensTheAddressByMouseAndByKeyboard)
     EXPECT_EQ(link.toolTip(), xx_aboutDlg::supportAddress());
     QTest::mouseClick(&link, Qt::LeftButton, {}, QPoint(5, link.height() / 2));
     EXPECT_THAT(opened.addresses, ElementsAre(xx_aboutDlg::supportAddress()));
-    QTest::keyClick(&find<QWidget>("grid"), Qt::Key_Tab);
+    find<QWidget>("grid").setFocus();
+    QTest::keyClick(dialog->focusWidget(), Qt::Key_Tab);
     ASSERT_EQ(dialog->focusWidget(), &link);
     QTest::keyClick(&link, Qt::Key_Return);
     EXPECT_EQ(opened.addresses.size(), 2U);
@@ -198,9 +199,6 @@ TEST_F(AboutDialog, AnAddressThatCannotBeOpenedIsTold)
         GTEST_SKIP() << "a desktop would open it";
     }
     show();
-    QTest::ignoreMessage(QtWarningMsg,
-                         "This plugin does not support QPlatformServices::openUrl() for "
-                         "'https://support.korvane.example/'.");
     Q_EMIT find<QLabel>("link").linkActivated(QString());
     EXPECT_THAT(services.alerts,
                 ElementsAre(L"Cannot open " + xx_aboutDlg::supportAddress().toStdWString()));
