@@ -5,7 +5,9 @@
 #include "support/TempFolder.h"
 #include <corma/host.h>
 
+#include <array>
 #include <cstdlib>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>

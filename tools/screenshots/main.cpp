@@ -4,8 +4,10 @@
 // corma_screenshots OUT_FOLDER EXAMPLE_FOLDER LANGUAGE SUFFIX [--dark] [--only NAME]
 
 #include "camera.h"
+#include "controls/AboutBox.h"
 #include "controls/CColorListCtrl.h"
 #include "controls/CategoryTreeView.h"
+#include "controls/xx_aboutDlg.h"
 #include "editor/CCfgDeskExeDlg.h"
 #include "editor/DialogServices.h"
 #include "editor/xx_attUpdateDlg.h"
@@ -16,6 +18,7 @@
 #include <corma/texts.h>
 
 #include <QApplication>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -143,6 +146,21 @@ void takeQuestions(Camera& camera, QWidget& dialog)
     });
 }
 
+// As an add-on with a version note shows it, but with a date that stays.
+void takeAboutBox(Camera& camera, const std::wstring& example)
+{
+    corma::AboutBox box;
+    box.appName = L"Plattegrond, plans of buildings";
+    box.appVersion = L"4.2.1";
+    box.menuVersion = corma::versionOfMenu((example + L"/plattegrond.mnu").c_str());
+    box.appDate = L"07/07/2026 09:05:09";
+    box.copyright = L"Copyright (c) 2026 Korvane";
+    box.setRows({L"Software\t4.2\tPlattegrond\tyes", L"Software\t2018\tWoonhuis\tyes",
+                 L"Hardware\t0017\tDongle\tno", L"Hardware\t2\tPlotter A1\tyes"});
+    const QImage picture(QString::fromStdWString(example + L"/optrede.png"));
+    camera.takeModal("about-box", [&] { xx_aboutDlg(box, &picture, corma::windowInUse()).exec(); });
+}
+
 void takeMenus(Camera& camera, QWidget& dialog)
 {
     auto& menuBar = find<QMenuBar>(dialog, "menu");
@@ -218,6 +236,7 @@ void takeAll(Camera& camera, const std::wstring& example, int language)
         if (!camera.isDone()) {
             takeEditors(camera, dialog);
             takeQuestions(camera, dialog);
+            takeAboutBox(camera, example);
             takeMenus(camera, dialog);
             takeSearch(camera, dialog);
         }
