@@ -18,12 +18,12 @@ constexpr short kLongWay = 0;
 constexpr short kUsual = 3;
 constexpr std::size_t kLongestPath = 499; // characters
 
-// The steps are such that counting them gives each value exactly.
-std::vector<std::wstring> series(double first, double step, double last)
+// The multiples of a step, the last one included.
+std::vector<std::wstring> series(double step, int first, int last)
 {
     std::vector<std::wstring> texts;
-    for (double value = first; value <= last; value += step) {
-        texts.push_back(formatted(L"%.2f", value));
+    for (int i = first; i <= last; ++i) {
+        texts.push_back(formatted(L"%.2f", i * step));
     }
     return texts;
 }
@@ -119,15 +119,15 @@ std::optional<HatchForm::Preview> HatchForm::preview() const
 std::vector<std::wstring> HatchForm::angles()
 {
     constexpr double kStep = 45.0;
-    constexpr double kLast = 360.0;
-    return series(0.0, kStep, kLast);
+    constexpr int kSteps = 8; // a whole turn
+    return series(kStep, 0, kSteps);
 }
 
 std::vector<std::wstring> HatchForm::scales()
 {
     constexpr double kStep = 0.25;
-    constexpr double kLast = 2.0;
-    return series(kStep, kStep, kLast);
+    constexpr int kSteps = 8; // up to double size
+    return series(kStep, 1, kSteps);
 }
 
 std::vector<std::wstring> HatchForm::fields() const
