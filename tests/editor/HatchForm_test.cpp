@@ -247,6 +247,16 @@ TEST_F(HatchFormTest, AReadOnlyHatchHasClosedInputs)
     EXPECT_FALSE(showPattern("NET").isEnabled());
 }
 
+TEST_F(HatchFormTest, TheDefaultPictureWins)
+{
+    attributes = "bitmap=own.bmp";
+    EXPECT_EQ(folder.homely(showPattern("NET").picture()), "~/cfg/own.bmp");
+    corma::DeskStart start = startAt(Levels::global);
+    start.defaultBitmap = L"/pictures/default.bmp";
+    open(start);
+    EXPECT_EQ(toUtf8(showAgain().picture()), "/pictures/default.bmp");
+}
+
 // --- angle and scale that are none ---------------------------------------------------------------
 
 struct NumberRow
@@ -464,17 +474,17 @@ struct ScaleRow
     double side; // of the square, in those of scale 1
 };
 
-TEST_F(HatchFormTest, ThePreviewGrowsWithTheScaleInASquareThatStays)
+TEST_F(HatchFormTest, ThePreviewGrowsInASquareThatStaysForTheScalesOfTheList)
 {
     constexpr double kSide = 6 * kSpacing;
     for (const ScaleRow& row : {ScaleRow {L"1", 1.0, 1.0},
                                 {L"0.25", 0.25, 1.0},
-                                {L"2,5", 2.5, 1.0},
-                                {L"0.125", 0.125, 1.0},
-                                {L"4", 4.0, 1.0},
-                                {L"0.0625", 0.0625, 0.5},
-                                {L"8", 8.0, 2.0},
-                                {L"1e6", 1e6, 250000.0},
+                                {L"2.00", 2.0, 1.0},
+                                {L"1,5", 1.5, 1.0},
+                                {L"0.125", 0.125, 0.5},
+                                {L"4", 4.0, 2.0},
+                                {L"1e6", 1e6, 500000.0},
+                                {L"1e-6", 1e-6, 4e-6},
                                 {L"0", 1.0, 1.0},
                                 {L"-2", 1.0, 1.0},
                                 {L"large", 1.0, 1.0},

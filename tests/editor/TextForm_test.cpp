@@ -143,6 +143,18 @@ TEST_F(TextFormTest, HasTheNameOfItsType)
     EXPECT_FALSE(show("").isEnabled());
 }
 
+TEST_F(TextFormTest, TheDefaultPictureWins)
+{
+    EXPECT_EQ(show("").picture(), L"");
+    attributes = "bitmap=own.bmp";
+    EXPECT_EQ(folder.homely(show("").picture()), "~/cfg/own.bmp");
+    corma::DeskStart start = startAt(Levels::global);
+    start.defaultBitmap = L"/pictures/default.bmp";
+    open(start);
+    EXPECT_EQ(toUtf8(showAgain().picture()), "/pictures/default.bmp");
+    EXPECT_EQ(toUtf8(showHanded(L"", 1000).picture()), "/pictures/default.bmp");
+}
+
 TEST_F(TextFormTest, NumbersAreStoredUnchecked)
 {
     TextForm& form = show("0,1,Continuous,0.25,Breed,2.5,1,0", Levels::local);

@@ -249,6 +249,19 @@ TEST_F(VisFormTest, TheUpperPartIsThatOfEverySetting)
     EXPECT_EQ(folder.homely(form.picture()), "~/cfg/own.bmp");
 }
 
+TEST_F(VisFormTest, ThePictureOfTheSettingGoesBeforeTheDefault)
+{
+    corma::DeskStart start = startAt(Levels::global);
+    start.defaultBitmap = L"/pictures/default.bmp";
+    give("0,1,Continuous,0");
+    open(start);
+    EXPECT_EQ(toUtf8(showAgain().picture()), "/pictures/default.bmp");
+    attributes = "bitmap=own.bmp";
+    give("0,1,Continuous,0");
+    open(start);
+    EXPECT_EQ(folder.homely(showAgain().picture()), "~/cfg/own.bmp");
+}
+
 TEST_F(VisFormTest, AReadOnlySettingHasClosedInputs)
 {
     attributes = "readonly=true";
