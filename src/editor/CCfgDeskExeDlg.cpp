@@ -4,6 +4,7 @@
 #include "controls/CPictureEx.h"
 #include "controls/CategoryTreeView.h"
 #include "controls/icons.h"
+#include "controls/qt_text.h"
 #include "editor/AboutCfgDeskDlg.h"
 #include "editor/CategoryTreeModel.h"
 #include "editor/DeskDialogs.h"
@@ -32,6 +33,7 @@
 #include <utility>
 
 using corma::MenuCommand;
+using corma::toQt;
 
 namespace {
 
@@ -41,14 +43,9 @@ constexpr int kListWidth = 800;
 constexpr int kUpperHeight = 480;
 constexpr int kLowerHeight = 110;
 
-QString shown(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
-
 void name(QWidget* widget, corma::AccessibleText what)
 {
-    widget->setAccessibleName(shown(corma::accessibleText(what)));
+    widget->setAccessibleName(toQt(corma::accessibleText(what)));
 }
 
 // The letters that open the titles of a menu.
@@ -65,7 +62,7 @@ QStringList filtersOf(const corma::ProjectQuestion& question)
 {
     QStringList filters;
     for (const std::wstring& filter : corma::nameFilters(question.filter)) {
-        filters.append(shown(filter));
+        filters.append(toQt(filter));
     }
     return filters;
 }
@@ -180,8 +177,7 @@ void CCfgDeskExeDlg::addItems(QMenu& menu, MenuCommand first, MenuCommand last)
 // program's icon, on a right click beside the other widgets, and on a key.
 void CCfgDeskExeDlg::addAbout()
 {
-    auto* const about
-        = new QAction(corma::programIcon(), shown(corma::text(corma::row::kAbout)), this);
+    auto* const about = new QAction(corma::programIcon(), corma::qtText(corma::row::kAbout), this);
     about->setObjectName(QStringLiteral("about"));
     about->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F1));
     connect(about, &QAction::triggered, this, &CCfgDeskExeDlg::showAbout);
@@ -192,7 +188,7 @@ void CCfgDeskExeDlg::addAbout()
         button->setObjectName(QStringLiteral("windowMenu"));
         button->setIcon(corma::programIcon());
         button->setAutoRaise(true);
-        button->setAccessibleName(shown(corma::text(corma::row::kAbout)).remove(u'&'));
+        button->setAccessibleName(corma::qtText(corma::row::kAbout).remove(u'&'));
         button->setPopupMode(QToolButton::InstantPopup);
         button->addAction(about);
         m_menuBar->setCornerWidget(button);
@@ -234,7 +230,7 @@ void CCfgDeskExeDlg::setButtonTexts()
                                   {m_ui->help, texts.help},
                                   {m_ui->newSetting, newOne}},
                                  m_menuBar == nullptr ? std::wstring() : lettersOf(m_desk.menu()));
-    m_ui->searchText->setPlaceholderText(shown(texts.search));
+    m_ui->searchText->setPlaceholderText(toQt(texts.search));
     name(m_ui->newCategory, corma::AccessibleText::newCategory);
     name(m_ui->newSetting, corma::AccessibleText::newSetting);
     m_ui->newCategory->setToolTip(m_ui->newCategory->accessibleName());
@@ -252,7 +248,7 @@ void CCfgDeskExeDlg::setColumnWidths()
     int widest = m_ui->list->columnWidth(corma::SettingListModel::kType);
     for (unsigned type = 0; type <= static_cast<unsigned>(SettingType::openOption); ++type) {
         const int row = corma::labelRowOf(static_cast<SettingType>(type));
-        const int width = metrics.horizontalAdvance(shown(corma::text(row)));
+        const int width = metrics.horizontalAdvance(corma::qtText(row));
         widest = std::max(widest, width + margins);
     }
     m_ui->list->setColumnWidth(corma::SettingListModel::kType, widest);
@@ -393,8 +389,8 @@ void CCfgDeskExeDlg::showList()
 
 void CCfgDeskExeDlg::showState()
 {
-    setWindowTitle(shown(m_desk.title()));
-    const QString searchText = shown(m_desk.searchText());
+    setWindowTitle(toQt(m_desk.title()));
+    const QString searchText = toQt(m_desk.searchText());
     if (m_ui->searchText->text() != searchText) {
         m_ui->searchText->setText(searchText);
     }
@@ -402,7 +398,7 @@ void CCfgDeskExeDlg::showState()
         m_searchButton = m_desk.searchButton();
         setButtonTexts();
     }
-    const QString description = shown(m_desk.description());
+    const QString description = toQt(m_desk.description());
     if (m_ui->description->toPlainText() != description) {
         m_ui->description->setPlainText(description);
     }
@@ -475,8 +471,8 @@ std::optional<std::wstring> CCfgDeskExeDlg::askProject(const corma::ProjectQuest
     dialog.setAcceptMode(question.isNew ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(question.isNew ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setNameFilters(filtersOf(question));
-    dialog.setDirectory(shown(m_desk.fileNames().projectFolder));
-    dialog.selectFile(shown(question.initialName));
+    dialog.setDirectory(toQt(m_desk.fileNames().projectFolder));
+    dialog.selectFile(toQt(question.initialName));
     if (dialog.exec() != Accepted || dialog.selectedFiles().isEmpty()) {
         return std::nullopt;
     }

@@ -1,5 +1,6 @@
 #include "editor/ColourDlg.h"
 
+#include "controls/qt_text.h"
 #include "editor/ColourTableModel.h"
 #include "editor/mnemonics.h"
 #include "editor/sample_icons.h"
@@ -19,11 +20,6 @@ namespace {
 
 constexpr int kCell = 19; // device-independent pixels
 
-QString textOf(int row)
-{
-    return QString::fromStdWString(corma::text(row));
-}
-
 } // namespace
 
 ColourDlg::ColourDlg(int colour, QWidget* parent)
@@ -42,13 +38,13 @@ ColourDlg::~ColourDlg() = default;
 
 void ColourDlg::fill()
 {
-    setWindowTitle(textOf(corma::row::kColour));
+    setWindowTitle(corma::qtText(corma::row::kColour));
     corma::setTextsWithMnemonics({{m_ui->numberLabel, corma::text(corma::row::kColour)},
                                   {m_ui->byLayer, corma::colourText(kColorByLayer)},
                                   {m_ui->byBlock, corma::colourText(kColorByBlock)}});
-    m_ui->colours->setAccessibleName(textOf(corma::row::kColour));
+    m_ui->colours->setAccessibleName(corma::qtText(corma::row::kColour));
     m_ui->buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("OK"));
-    m_ui->buttons->button(QDialogButtonBox::Cancel)->setText(textOf(corma::row::kCancel));
+    m_ui->buttons->button(QDialogButtonBox::Cancel)->setText(corma::qtText(corma::row::kCancel));
     m_model = new ColourTableModel(this);
     m_ui->colours->setModel(m_model);
     m_ui->colours->setItemDelegate(new corma::ColourCellDelegate(this));

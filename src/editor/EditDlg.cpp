@@ -1,6 +1,7 @@
 #include "editor/EditDlg.h"
 
 #include "controls/icons.h"
+#include "controls/qt_text.h"
 #include "editor/Desk.h"
 #include "editor/accessible_texts.h"
 #include "editor/mnemonics.h"
@@ -19,6 +20,7 @@
 
 using corma::AccessibleText;
 using corma::SettingForm;
+using corma::toQt;
 using Input = SettingForm::Input;
 
 namespace {
@@ -26,11 +28,6 @@ namespace {
 constexpr int kIconSize = 16; // device-independent pixels
 constexpr int kUsualWidth = 440; // of the dialog, as above
 constexpr int kMostOfScreen = 2; // a picture or a question takes at most one part in so many
-
-QString toQt(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
 
 // A field that is only read looks like the text that it is, and can be copied.
 void showAsText(QLineEdit& field)

@@ -1,5 +1,6 @@
 #include "editor/EditDlgHatch.h"
 
+#include "controls/qt_text.h"
 #include "editor/accessible_texts.h"
 #include "editor/visual_value.h"
 #include "inifile/numbers.h"
@@ -10,13 +11,9 @@
 #include <utility>
 
 using corma::HatchForm;
+using corma::toQt;
 
 namespace {
-
-QString toQt(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
 
 // The entry of the same number, from which the keys go on.
 int entryOf(const std::vector<std::wstring>& entries, const std::wstring& text)

@@ -1,20 +1,17 @@
 #include "editor/EditDlgText.h"
 
+#include "controls/qt_text.h"
 #include "settings/texts.h"
 #include "ui_TextInputs.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
 
 #include <utility>
 
 using corma::TextForm;
-
-namespace {
-
-QString toQt(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
-
-} // namespace
+using corma::toQt;
 
 EditDlgText::EditDlgText(corma::Desk& desk, QWidget* parent, std::optional<HandedIn> handedIn)
     : EditDlgVis(desk, parent, std::move(handedIn))
@@ -48,36 +45,30 @@ std::vector<corma::MnemonicText> EditDlgText::ownTexts() const
 
 EditDlgVis::NameWidgets EditDlgText::styleWidgets() const
 {
-    return {*m_inputs->styleFromList, *m_inputs->styleList, *m_inputs->styleFromField,
-            *m_inputs->styleField};
+    return {m_inputs->styleFromList, m_inputs->styleList, m_inputs->styleFromField,
+            m_inputs->styleField};
 }
 
 void EditDlgText::showInputs()
 {
-    EditDlgVis::showInputs();
     const TextForm& text = textForm();
-    {
-        const QSignalBlocker blocker(m_inputs->styleList);
-        for (const std::wstring& style : text.style().names()) {
-            m_inputs->styleList->addItem(toQt(style));
-        }
+    for (const std::wstring& style : text.style().names()) {
+        m_inputs->styleList->addItem(toQt(style));
     }
-    m_inputs->styleList->setAccessibleName(toQt(corma::text(corma::row::kStyleGroup)));
-    nameButtons(styleWidgets());
+    nameChoice(styleWidgets(), corma::row::kStyleGroup);
     for (const auto& [field, shown] : {std::pair(m_inputs->height, &text.height()),
                                        std::pair(m_inputs->widthFactor, &text.widthFactor()),
                                        std::pair(m_inputs->oblique, &text.oblique())}) {
         field->setText(toQt(*shown));
         field->setEnabled(text.isEnabled());
     }
-    showStyle();
+    EditDlgVis::showInputs();
 }
 
-void EditDlgText::showStyle()
+void EditDlgText::showState()
 {
-    const corma::NameChoice& style = textForm().style();
-    showChoice(styleWidgets(), style);
-    m_inputs->styleList->setCurrentIndex(style.chosen() ? static_cast<int>(*style.chosen()) : -1);
+    EditDlgVis::showState();
+    showChoice(styleWidgets(), textForm().style());
 }
 
 // As in EditDlgVis.
@@ -88,18 +79,7 @@ void EditDlgText::compactLayout()
 
 void EditDlgText::connectInputs()
 {
-    connect(m_inputs->styleList, &QComboBox::activated, this,
-            [this](int entry) { textForm().chooseStyle(static_cast<std::size_t>(entry)); });
-    connect(m_inputs->styleFromList, &QRadioButton::clicked, this, [this] {
-        textForm().styleFromList();
-        showStyle();
-    });
-    connect(m_inputs->styleFromField, &QRadioButton::clicked, this, [this] {
-        textForm().styleFromField();
-        showStyle();
-    });
-    connect(m_inputs->styleField, &QLineEdit::textEdited, this,
-            [this](const QString& text) { textForm().typeStyle(text.toStdWString()); });
+    connectChoice(styleWidgets(), [this]() -> corma::NameChoice& { return textForm().style(); });
     connect(m_inputs->height, &QLineEdit::textEdited, this,
             [this](const QString& text) { textForm().setHeight(text.toStdWString()); });
     connect(m_inputs->widthFactor, &QLineEdit::textEdited, this,

@@ -24,11 +24,11 @@ protected:
     [[nodiscard]] std::unique_ptr<corma::SettingForm> makeForm() override;
     [[nodiscard]] std::vector<corma::MnemonicText> ownTexts() const override;
     void showInputs() override;
+    void showState() override;
     void compactLayout() override;
 
 private:
     void connectInputs();
-    void showStyle();
     [[nodiscard]] NameWidgets styleWidgets() const;
 
     [[nodiscard]] corma::TextForm& textForm() { return static_cast<corma::TextForm&>(form()); }

@@ -1,5 +1,6 @@
 #include "editor/EditDlgVis.h"
 
+#include "controls/qt_text.h"
 #include "editor/accessible_texts.h"
 #include "settings/texts.h"
 #include "ui_VisInputs.h"
@@ -11,14 +12,10 @@
 
 using corma::AccessibleText;
 using corma::NameChoice;
+using corma::toQt;
 using corma::VisForm;
 
 namespace {
-
-QString toQt(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
 
 void name(QWidget& widget, AccessibleText what)
 {
@@ -63,14 +60,14 @@ std::vector<corma::MnemonicText> EditDlgVis::ownTexts() const
 
 EditDlgVis::NameWidgets EditDlgVis::layerWidgets() const
 {
-    return {*m_inputs->layerFromList, *m_inputs->layerList, *m_inputs->layerFromField,
-            *m_inputs->layerField};
+    return {m_inputs->layerFromList, m_inputs->layerList, m_inputs->layerFromField,
+            m_inputs->layerField};
 }
 
 EditDlgVis::NameWidgets EditDlgVis::linetypeWidgets() const
 {
-    return {*m_inputs->linetypeFromList, *m_inputs->linetypeList, *m_inputs->linetypeFromField,
-            *m_inputs->linetypeField};
+    return {m_inputs->linetypeFromList, m_inputs->linetypeList, m_inputs->linetypeFromField,
+            m_inputs->linetypeField};
 }
 
 void EditDlgVis::showInputs()
@@ -79,33 +76,32 @@ void EditDlgVis::showInputs()
     m_inputs->layerList->setLayers(visForm().layers());
     m_inputs->linetypeList->setLinetypes(visForm().linetypes());
     m_inputs->lineweight->setLineweights(VisForm::lineweights());
-    for (const NameWidgets& widgets : {layerWidgets(), linetypeWidgets()}) {
-        nameButtons(widgets);
-    }
-    m_inputs->layerList->setAccessibleName(toQt(corma::text(corma::row::kLayer)));
-    m_inputs->colour->setAccessibleName(toQt(corma::text(corma::row::kColour)));
-    m_inputs->linetypeList->setAccessibleName(toQt(corma::text(corma::row::kLinetype)));
-    m_inputs->lineweight->setAccessibleName(toQt(corma::text(corma::row::kLineweight)));
+    nameChoice(layerWidgets(), corma::row::kLayer);
+    nameChoice(linetypeWidgets(), corma::row::kLinetype);
+    m_inputs->colour->setAccessibleName(corma::qtText(corma::row::kColour));
+    m_inputs->lineweight->setAccessibleName(corma::qtText(corma::row::kLineweight));
     showState();
 }
 
-void EditDlgVis::nameButtons(const NameWidgets& widgets)
+void EditDlgVis::nameChoice(const NameWidgets& widgets, int label)
 {
-    name(widgets.fromList, AccessibleText::fromList);
-    name(widgets.fromField, AccessibleText::otherName);
-    widgets.field.setAccessibleName(toQt(corma::accessibleText(AccessibleText::otherName)));
+    name(*widgets.fromList, AccessibleText::fromList);
+    name(*widgets.fromField, AccessibleText::otherName);
+    widgets.list->setAccessibleName(corma::qtText(label));
+    widgets.field->setAccessibleName(toQt(corma::accessibleText(AccessibleText::otherName)));
 }
 
 void EditDlgVis::showChoice(const NameWidgets& widgets, const NameChoice& choice)
 {
     const bool isEnabled = form().isEnabled();
-    (choice.isTyped() ? widgets.fromField : widgets.fromList).setChecked(true);
-    widgets.fromList.setEnabled(isEnabled && choice.canChoose());
-    widgets.fromField.setEnabled(isEnabled);
-    widgets.list.setEnabled(isEnabled && !choice.isTyped());
-    widgets.field.setEnabled(isEnabled && choice.isTyped());
-    if (widgets.field.text() != toQt(choice.typed())) {
-        widgets.field.setText(toQt(choice.typed()));
+    (choice.isTyped() ? widgets.fromField : widgets.fromList)->setChecked(true);
+    widgets.fromList->setEnabled(isEnabled && choice.canChoose());
+    widgets.fromField->setEnabled(isEnabled);
+    widgets.list->setEnabled(isEnabled && !choice.isTyped());
+    widgets.list->setCurrentIndex(choice.chosen() ? static_cast<int>(*choice.chosen()) : -1);
+    widgets.field->setEnabled(isEnabled && choice.isTyped());
+    if (widgets.field->text() != toQt(choice.typed())) {
+        widgets.field->setText(toQt(choice.typed()));
     }
 }
 
@@ -114,11 +110,6 @@ void EditDlgVis::showState()
     const VisForm& vis = visForm();
     showChoice(layerWidgets(), vis.layer());
     showChoice(linetypeWidgets(), vis.linetype());
-    const auto entryOf = [](const NameChoice& choice) {
-        return choice.chosen() ? static_cast<int>(*choice.chosen()) : -1;
-    };
-    m_inputs->layerList->setCurrentIndex(entryOf(vis.layer()));
-    m_inputs->linetypeList->setCurrentIndex(entryOf(vis.linetype()));
     m_inputs->colour->setColour(vis.colour(), vis.shownColour());
     m_inputs->colour->setEnabled(vis.isEnabled());
     m_inputs->lineweight->select(vis.lineweight());
@@ -138,32 +129,31 @@ void EditDlgVis::compactLayout()
 
 void EditDlgVis::connectInputs()
 {
-    const auto change = [this](auto signalOf, auto* widget, auto apply) {
-        connect(widget, signalOf, this, [this, apply](const auto& given) {
-            apply(visForm(), given);
-            showState();
-        });
-    };
-    change(&QComboBox::activated, m_inputs->layerList,
-           [](VisForm& vis, int entry) { vis.chooseLayer(static_cast<std::size_t>(entry)); });
-    change(&QComboBox::activated, m_inputs->linetypeList,
-           [](VisForm& vis, int entry) { vis.chooseLinetype(static_cast<std::size_t>(entry)); });
-    change(&QComboBox::activated, m_inputs->lineweight,
-           [list = m_inputs->lineweight](VisForm& vis, int entry) {
-               vis.setLineweight(list->weightAt(entry));
-           });
-    change(&CAcadcolorctrl1::colourChosen, m_inputs->colour,
-           [](VisForm& vis, int colour) { vis.setColour(colour); });
-    change(&QLineEdit::textEdited, m_inputs->layerField,
-           [](VisForm& vis, const QString& text) { vis.typeLayer(text.toStdWString()); });
-    change(&QLineEdit::textEdited, m_inputs->linetypeField,
-           [](VisForm& vis, const QString& text) { vis.typeLinetype(text.toStdWString()); });
-    change(&QRadioButton::clicked, m_inputs->layerFromList,
-           [](VisForm& vis, bool /*isChecked*/) { vis.layerFromList(); });
-    change(&QRadioButton::clicked, m_inputs->layerFromField,
-           [](VisForm& vis, bool /*isChecked*/) { vis.layerFromField(); });
-    change(&QRadioButton::clicked, m_inputs->linetypeFromList,
-           [](VisForm& vis, bool /*isChecked*/) { vis.linetypeFromList(); });
-    change(&QRadioButton::clicked, m_inputs->linetypeFromField,
-           [](VisForm& vis, bool /*isChecked*/) { vis.linetypeFromField(); });
+    connectChoice(layerWidgets(), [this]() -> NameChoice& { return visForm().layer(); });
+    connectChoice(linetypeWidgets(), [this]() -> NameChoice& { return visForm().linetype(); });
+    connect(m_inputs->colour, &CAcadcolorctrl1::colourChosen, this, [this](int colour) {
+        visForm().setColour(colour);
+        showState();
+    });
+    connect(m_inputs->lineweight, &QComboBox::activated, this,
+            [this](int entry) { visForm().setLineweight(m_inputs->lineweight->weightAt(entry)); });
+}
+
+void EditDlgVis::connectChoice(const NameWidgets& widgets,
+                               const std::function<NameChoice&()>& choice)
+{
+    connect(widgets.list, &QComboBox::activated, this, [this, choice](int entry) {
+        choice().choose(static_cast<std::size_t>(entry));
+        showState();
+    });
+    connect(widgets.fromList, &QRadioButton::clicked, this, [this, choice] {
+        choice().fromList();
+        showState();
+    });
+    connect(widgets.fromField, &QRadioButton::clicked, this, [this, choice] {
+        choice().fromField();
+        showState();
+    });
+    connect(widgets.field, &QLineEdit::textEdited, this,
+            [choice](const QString& text) { choice().type(text.toStdWString()); });
 }

@@ -4,8 +4,10 @@
 #include "editor/VisForm.h"
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 
+class QComboBox;
 class QLineEdit;
 class QRadioButton;
 
@@ -57,21 +59,27 @@ protected:
     /// The widgets that offer one of the names of a list, or one that is typed.
     struct NameWidgets
     {
-        QRadioButton& fromList;
-        QWidget& list;
-        QRadioButton& fromField;
-        QLineEdit& field;
+        QRadioButton* fromList;
+        QComboBox* list;
+        QRadioButton* fromField;
+        QLineEdit* field;
     };
+
+    /// Lets the widgets change a choice of the form, which is asked for when that happens.
+    void connectChoice(const NameWidgets& widgets,
+                       const std::function<corma::NameChoice&()>& choice);
 
     /// Shows which of the two counts, and closes the other.
     void showChoice(const NameWidgets& widgets, const corma::NameChoice& choice);
 
     /// Tells those who cannot see the buttons what they are for.
-    static void nameButtons(const NameWidgets& widgets);
+    static void nameChoice(const NameWidgets& widgets, int label);
+
+    /// Everything that depends on what the form holds.
+    virtual void showState();
 
 private:
     void connectInputs();
-    void showState();
     [[nodiscard]] NameWidgets layerWidgets() const;
     [[nodiscard]] NameWidgets linetypeWidgets() const;
 

@@ -1,5 +1,6 @@
 #include "editor/HatchPaletteDlg.h"
 
+#include "controls/qt_text.h"
 #include "editor/HatchPatternModel.h"
 #include "editor/HatchSwatchDelegate.h"
 #include "settings/texts.h"
@@ -10,15 +11,6 @@
 using corma::HatchPalette;
 using corma::HatchPatternModel;
 using corma::host::CustomPatterns;
-
-namespace {
-
-QString textOf(int row)
-{
-    return QString::fromStdWString(corma::text(row));
-}
-
-} // namespace
 
 HatchPaletteDlg::HatchPaletteDlg(const std::wstring& pattern, bool showCustom, QWidget* parent)
     : QDialog(parent)
@@ -42,11 +34,11 @@ std::wstring HatchPaletteDlg::chosen() const
 
 void HatchPaletteDlg::fill()
 {
-    setWindowTitle(textOf(corma::row::kHatch));
-    m_ui->patternLabel->setText(textOf(corma::row::kPattern));
-    m_ui->patterns->setAccessibleName(textOf(corma::row::kPattern));
+    setWindowTitle(corma::qtText(corma::row::kHatch));
+    m_ui->patternLabel->setText(corma::qtText(corma::row::kPattern));
+    m_ui->patterns->setAccessibleName(corma::qtText(corma::row::kPattern));
     m_ui->buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("OK"));
-    m_ui->buttons->button(QDialogButtonBox::Cancel)->setText(textOf(corma::row::kCancel));
+    m_ui->buttons->button(QDialogButtonBox::Cancel)->setText(corma::qtText(corma::row::kCancel));
     QFont bold = m_ui->nameText->font();
     bold.setBold(true);
     m_ui->nameText->setFont(bold);

@@ -1,6 +1,7 @@
 #include "editor/SettingListModel.h"
 
 #include "controls/icons.h"
+#include "controls/qt_text.h"
 #include "settings/texts.h"
 
 #include <QColor>
@@ -19,11 +20,6 @@ constexpr std::array<int, kMarks> kMarkTexts
     = {row::kGlobalSetting, row::kProjectSetting, row::kLocalSetting,
        row::kCopyOfGlobal,  row::kCopyOfGlobal,   row::kCopyOfProject,
        row::kDoubleCopy,    row::kObsolete,       0};
-
-QString shown(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
 
 const std::wstring& textOf(const SettingRow& row, int column)
 {
@@ -53,7 +49,7 @@ QVariant markText(int image)
 {
     const bool isMark = image >= 0 && image < kMarks;
     const int number = isMark ? kMarkTexts[static_cast<std::size_t>(image)] : 0;
-    return number == 0 ? QVariant() : shown(text(number));
+    return number == 0 ? QVariant() : qtText(number);
 }
 
 QVariant nameData(const SettingRow& row, int role)
@@ -96,7 +92,7 @@ QVariant SettingListModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return shown(textOf(row, index.column()));
+        return toQt(textOf(row, index.column()));
     case Qt::ForegroundRole:
         return colourOf(row.rgb);
     default:
@@ -110,7 +106,7 @@ QVariant SettingListModel::headerData(int section, Qt::Orientation orientation, 
         || section >= kColumns) {
         return QAbstractTableModel::headerData(section, orientation, role);
     }
-    return shown(text(kHeadings[static_cast<std::size_t>(section)]));
+    return qtText(kHeadings[static_cast<std::size_t>(section)]);
 }
 
 } // namespace corma

@@ -13,15 +13,9 @@ public:
     explicit TextForm(const Desk& desk);
     TextForm(const Desk& desk, const std::wstring& value, std::size_t mostCharacters);
 
+    [[nodiscard]] NameChoice& style() { return m_style; }
+
     [[nodiscard]] const NameChoice& style() const { return m_style; }
-
-    void chooseStyle(std::size_t index) { m_style.choose(index); }
-
-    void styleFromList() { m_style.fromList(); }
-
-    void styleFromField() { m_style.fromField(); }
-
-    void typeStyle(std::wstring name) { m_style.type(std::move(name)); }
 
     [[nodiscard]] const std::wstring& height() const { return m_height; }
 

@@ -30,15 +30,9 @@ public:
 
     [[nodiscard]] const std::vector<LayerEntry>& layers() const { return m_layers; }
 
+    [[nodiscard]] NameChoice& layer() { return m_layer; }
+
     [[nodiscard]] const NameChoice& layer() const { return m_layer; }
-
-    void chooseLayer(std::size_t index) { m_layer.choose(index); }
-
-    void layerFromList() { m_layer.fromList(); }
-
-    void layerFromField() { m_layer.fromField(); }
-
-    void typeLayer(std::wstring name) { m_layer.type(std::move(name)); }
 
     /// 0 by block, 256 by layer, 1 to 255 a colour. A value may have other numbers, which mean
     /// nothing and stay until another colour is chosen.
@@ -57,15 +51,9 @@ public:
 
     [[nodiscard]] const std::vector<LinetypeEntry>& linetypes() const { return m_linetypes; }
 
+    [[nodiscard]] NameChoice& linetype() { return m_linetype; }
+
     [[nodiscard]] const NameChoice& linetype() const { return m_linetype; }
-
-    void chooseLinetype(std::size_t index) { m_linetype.choose(index); }
-
-    void linetypeFromList() { m_linetype.fromList(); }
-
-    void linetypeFromField() { m_linetype.fromField(); }
-
-    void typeLinetype(std::wstring name) { m_linetype.type(std::move(name)); }
 
     /// What there is to choose from: by layer, by block, default, and the legal widths.
     [[nodiscard]] static std::vector<int> lineweights();

@@ -1,19 +1,11 @@
 #include "editor/visual_controls.h"
 
+#include "controls/qt_text.h"
 #include "editor/ColourDlg.h"
 #include "editor/sample_icons.h"
 #include "editor/visual_value.h"
 
 #include <QAbstractItemView>
-
-namespace {
-
-QString shown(const std::wstring& text)
-{
-    return QString::fromStdWString(text);
-}
-
-} // namespace
 
 // --- colour --------------------------------------------------------------------------------------
 
@@ -27,7 +19,7 @@ CAcadcolorctrl1::CAcadcolorctrl1(QWidget* parent)
 
 void CAcadcolorctrl1::setColour(int colour, const std::optional<corma::host::Rgb>& sample)
 {
-    const QString text = shown(corma::colourText(colour));
+    const QString text = corma::toQt(corma::colourText(colour));
     m_colour = colour;
     setIcon(corma::colourIcon(sample));
     setText(text);
@@ -64,7 +56,8 @@ void CAcadlayerctrl1::setLayers(const std::vector<corma::LayerEntry>& layers)
     const QSignalBlocker blocker(this);
     clear();
     for (const corma::LayerEntry& layer : layers) {
-        addItem(corma::colourIcon(corma::host::colorOfIndex(layer.colour)), shown(layer.name));
+        addItem(corma::colourIcon(corma::host::colorOfIndex(layer.colour)),
+                corma::toQt(layer.name));
         setItemData(count() - 1, QString::number(layer.colour), Qt::AccessibleDescriptionRole);
     }
     setCurrentIndex(-1);
@@ -81,7 +74,7 @@ void CAcadlinetype1::setLinetypes(const std::vector<corma::LinetypeEntry>& linet
     const QSignalBlocker blocker(this);
     clear();
     for (const corma::LinetypeEntry& linetype : linetypes) {
-        addItem(corma::linetypeIcon(linetype.dashes), shown(linetype.name));
+        addItem(corma::linetypeIcon(linetype.dashes), corma::toQt(linetype.name));
     }
     setCurrentIndex(-1);
 }
@@ -98,7 +91,8 @@ void CAcadlineweight1::setLineweights(const std::vector<int>& weights)
     clear();
     for (const int weight : weights) {
         const QString unit = weight < 0 ? QString() : QStringLiteral(" mm");
-        addItem(corma::lineweightIcon(weight), shown(corma::lineweightText(weight)) + unit, weight);
+        addItem(corma::lineweightIcon(weight), corma::toQt(corma::lineweightText(weight)) + unit,
+                weight);
     }
     setCurrentIndex(-1);
 }

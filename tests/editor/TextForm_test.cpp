@@ -103,28 +103,28 @@ INSTANTIATE_TEST_SUITE_P(Of, TextFormValue, ::testing::ValuesIn(valueRows),
 TEST_F(TextFormTest, WhatIsChosenAndTypedIsBuilt)
 {
     TextForm& form = show("0,1,Continuous,0.25,Standard,2.5,0.8,15");
-    form.chooseStyle(1);
+    form.style().choose(1);
     form.setColour(256);
     form.setHeight(L"2,5");
     form.setWidthFactor(L",8");
     form.setOblique(L"1,234,5");
     EXPECT_EQ(toUtf8(form.height()), "2,5") << "the field keeps what was typed";
     EXPECT_EQ(toUtf8(form.value()), "0,ByLayer,Continuous,0.25,Smal,2.5,.8,1.234.5");
-    form.styleFromField();
+    form.style().fromField();
     EXPECT_EQ(toUtf8(form.style().typed()), "Smal");
-    form.typeStyle(L"Breed");
+    form.style().type(L"Breed");
     form.setHeight(L"");
     EXPECT_EQ(toUtf8(form.value()), "0,ByLayer,Continuous,0.25,Breed,,.8,1.234.5");
-    form.styleFromList();
+    form.style().fromList();
     EXPECT_EQ(toUtf8(form.value()), "0,ByLayer,Continuous,0.25,Smal,,.8,1.234.5");
 }
 
 TEST_F(TextFormTest, AListWithNothingChosenBeginsWithItsFirst)
 {
     TextForm& form = show("0,1,Continuous,0.25,Breed,2.5,1,0");
-    form.styleFromList();
+    form.style().fromList();
     EXPECT_EQ(described(form.style()), "chosen 0");
-    form.styleFromField();
+    form.style().fromField();
     EXPECT_EQ(described(form.style()), "typed Breed");
 }
 

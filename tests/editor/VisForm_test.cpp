@@ -139,30 +139,30 @@ INSTANTIATE_TEST_SUITE_P(Of, VisFormValue, ::testing::ValuesIn(valueRows),
 TEST_F(VisFormTest, WhatIsChosenIsBuilt)
 {
     VisForm& form = show("0,ByLayer,Continuous,0.25");
-    form.chooseLayer(2);
+    form.layer().choose(2);
     form.setColour(12);
-    form.chooseLinetype(3);
+    form.linetype().choose(3);
     form.setLineweight(AcDb::kLnWtByBlock);
     EXPECT_EQ(toUtf8(form.value()), "MUUR,12,DASHED,ByBlock");
-    form.layerFromField();
-    form.typeLayer(L"Nieuw");
-    form.linetypeFromField();
-    form.typeLinetype(L"Kronkel");
+    form.layer().fromField();
+    form.layer().type(L"Nieuw");
+    form.linetype().fromField();
+    form.linetype().type(L"Kronkel");
     form.setColour(0);
     form.setLineweight(5);
     EXPECT_EQ(toUtf8(form.value()), "Nieuw,ByBlock,Kronkel,0.05");
-    form.layerFromList();
-    form.linetypeFromList();
+    form.layer().fromList();
+    form.linetype().fromList();
     EXPECT_EQ(toUtf8(form.value()), "MUUR,ByBlock,DASHED,0.05");
 }
 
 TEST_F(VisFormTest, AListWithNothingChosenBeginsWithItsFirst)
 {
     VisForm& form = show("Dak,1,Kronkel,0.25");
-    form.layerFromList();
-    form.linetypeFromList();
+    form.layer().fromList();
+    form.linetype().fromList();
     EXPECT_EQ(toUtf8(form.value()), "0,1,ByBlock,0.25");
-    form.layerFromField();
+    form.layer().fromField();
     EXPECT_EQ(toUtf8(form.value()), "Dak,1,ByBlock,0.25");
 }
 
@@ -197,14 +197,14 @@ TEST_F(VisFormTest, ByLayerLooksLikeTheChosenLayer)
     const Rgb blue {0, 0, 255};
     EXPECT_EQ(form.colourOfLayer(), green);
     EXPECT_EQ(form.shownColour(), green);
-    form.chooseLayer(2);
+    form.layer().choose(2);
     EXPECT_EQ(form.shownColour(), blue);
-    form.layerFromField();
+    form.layer().fromField();
     EXPECT_EQ(form.colourOfLayer(), std::nullopt);
     EXPECT_EQ(form.shownColour(), std::nullopt);
-    form.typeLayer(L"Gevel");
+    form.layer().type(L"Gevel");
     EXPECT_EQ(form.shownColour(), std::nullopt) << "a typed name has no link to a layer";
-    form.layerFromList();
+    form.layer().fromList();
     EXPECT_EQ(form.shownColour(), blue);
 }
 
@@ -213,14 +213,14 @@ TEST_F(VisFormTest, AColourOfItsOwnDoesNotFollowTheLayer)
     VisForm& form = show("Gevel,1,Continuous,0");
     const Rgb red {255, 0, 0};
     EXPECT_EQ(form.shownColour(), red);
-    form.chooseLayer(2);
+    form.layer().choose(2);
     EXPECT_EQ(form.colour(), 1);
     EXPECT_EQ(form.shownColour(), red);
-    form.layerFromField();
+    form.layer().fromField();
     EXPECT_EQ(form.shownColour(), red);
     form.setColour(256);
     EXPECT_EQ(form.shownColour(), std::nullopt);
-    form.layerFromList();
+    form.layer().fromList();
     EXPECT_EQ(form.shownColour(), (Rgb {0, 0, 255}));
 }
 
