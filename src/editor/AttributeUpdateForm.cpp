@@ -30,6 +30,7 @@ constexpr std::size_t kLongestFile = 260; // that xx_findblk() takes out of a te
 std::vector<std::wstring> namesOf(const xx_VarArray& attributes)
 {
     std::vector<std::wstring> names;
+    names.reserve(static_cast<std::size_t>(attributes.length()));
     for (int i = 0; i < attributes.length(); ++i) {
         names.emplace_back(view(attributes[i]->name()));
     }
