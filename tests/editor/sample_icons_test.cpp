@@ -90,7 +90,15 @@ TEST(SampleIcons, FollowTheStateOfWhatTheyStandOn)
     const QPalette palette = QApplication::palette();
     EXPECT_EQ(colourOf(QIcon::Normal), palette.color(QPalette::Text));
     EXPECT_EQ(colourOf(QIcon::Selected), palette.color(QPalette::HighlightedText));
+    EXPECT_EQ(colourOf(QIcon::Active), palette.color(QPalette::HighlightedText));
     EXPECT_EQ(colourOf(QIcon::Disabled), palette.color(QPalette::Disabled, QPalette::Text));
+}
+
+TEST(SampleIcons, AColourOnAButtonWithTheFocusKeepsItsFrame)
+{
+    const QIcon icon = corma::colourIcon(corma::host::Rgb {10, 20, 30});
+    EXPECT_EQ(drawn(icon, {16, 16}, 1.0, QIcon::Active).pixelColor(1, 8),
+              QApplication::palette().color(QPalette::Text));
 }
 
 TEST(SampleIcons, FollowThePalette)

@@ -73,7 +73,7 @@ void Camera::take(const char* name, QWidget& widget)
     m_isDone = !m_only.isEmpty();
 }
 
-void Camera::takeModal(const char* name, const std::function<void()>& action)
+void Camera::takeModal(const char* name, const std::function<void()>& action, const PartOf& partOf)
 {
     if (!wants(name)) {
         return;
@@ -84,7 +84,7 @@ void Camera::takeModal(const char* name, const std::function<void()>& action)
         auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (dialog != nullptr && !isTaken) {
             isTaken = true;
-            take(name, *dialog);
+            take(name, partOf ? partOf(*dialog) : *dialog);
             dialog->reject();
         }
     });

@@ -18,9 +18,13 @@ public:
 
     void take(const char* name, QWidget& widget);
 
-    /// Does something that shows a modal dialog, takes its picture, and cancels it. Throws when no
-    /// dialog comes up.
-    void takeModal(const char* name, const std::function<void()>& action);
+    /// Which widget of a dialog is to be seen.
+    using PartOf = std::function<QWidget&(QWidget& dialog)>;
+
+    /// Does something that shows a modal dialog, takes a picture of it, or of a part, and cancels
+    /// it. Throws when no dialog comes up.
+    void takeModal(const char* name, const std::function<void()>& action,
+                   const PartOf& partOf = {});
 
     /// True when the only picture that is wanted was taken.
     [[nodiscard]] bool isDone() const { return m_isDone; }

@@ -17,7 +17,9 @@
 #include <corma/host.h>
 #include <corma/texts.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -130,6 +132,24 @@ void takeEditors(Camera& camera, QWidget& dialog)
     }
 }
 
+// The lists of a visualisation, open.
+void takeLists(Camera& camera, QWidget& dialog)
+{
+    for (const auto& [picture, list] :
+         {std::pair("list-layers", "layerList"), std::pair("list-linetypes", "linetypeList"),
+          std::pair("list-lineweights", "lineweight")}) {
+        const auto edit = [&] {
+            select(dialog, L"Lagen", L"Buitenwand");
+            press(find<QTreeView>(dialog, "list"), Qt::Key_F2);
+        };
+        camera.takeModal(picture, edit, [name = list](QWidget& shown) -> QWidget& {
+            auto& box = find<QComboBox>(shown, name);
+            box.showPopup();
+            return *box.view()->window();
+        });
+    }
+}
+
 void takeQuestions(Camera& camera, QWidget& dialog)
 {
     camera.takeModal("new-category", [&] { find<QPushButton>(dialog, "newCategory").click(); });
@@ -235,6 +255,7 @@ void takeAll(Camera& camera, const std::wstring& example, int language)
         camera.take("main", dialog);
         if (!camera.isDone()) {
             takeEditors(camera, dialog);
+            takeLists(camera, dialog);
             takeQuestions(camera, dialog);
             takeAboutBox(camera, example);
             takeMenus(camera, dialog);
