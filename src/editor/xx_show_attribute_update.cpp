@@ -13,7 +13,7 @@ namespace corma {
 
 struct AttributeDialog::Windows
 {
-    EditorApplication application {textLanguage()};
+    EditorApplication application {textLanguage(), L"The attribute update"};
     std::optional<DialogServices> services; // where windows can be shown
 };
 

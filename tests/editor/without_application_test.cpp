@@ -198,7 +198,7 @@ TEST_F(WithoutApplication, WithoutADisplayNoAttributesAreBroughtUpToDate)
     ASSERT_TRUE(openDocument(folder.write(L"plan.dxf", drawing.bytes()).c_str()));
     xx_show_attribute_update(false, nullptr);
     ASSERT_EQ(services.alerts.size(), 1U);
-    EXPECT_TRUE(services.alerts.front().starts_with(L"CfgDesk cannot be shown: "))
+    EXPECT_TRUE(services.alerts.front().starts_with(L"The attribute update cannot be shown: "))
         << folder.homely(services.alerts.front());
     EXPECT_FALSE(isDocumentModified());
     EXPECT_EQ(QCoreApplication::instance(), nullptr);
