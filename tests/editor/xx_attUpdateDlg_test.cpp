@@ -10,11 +10,17 @@
 #include <corma/texts.h>
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGroupBox>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
 
 namespace corma::testing {
 

@@ -6,9 +6,11 @@
 #include "support/CommandRecorder.h"
 #include <corma/attribute_dialog.h>
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 namespace corma::testing {
