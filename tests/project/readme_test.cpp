@@ -18,8 +18,9 @@ std::string contentOf(const std::filesystem::path& file)
 
 TEST(Readme, ShowsTheExampleProgramsToTheLetter)
 {
-    for (const char* file : {"examples/first_lookup.cpp", "examples/translated_words.cpp",
-                             "examples/newer_doors.cpp", "examples/edit_settings.cpp", "examples/about_box.cpp"}) {
+    for (const char* file :
+         {"examples/first_lookup.cpp", "examples/translated_words.cpp", "examples/newer_doors.cpp",
+          "examples/edit_settings.cpp", "examples/about_box.cpp"}) {
         const std::string program = contentOf(file);
         ASSERT_FALSE(program.empty()) << file;
         EXPECT_NE(contentOf("README.md").find("```cpp\n" + program + "```\n"), std::string::npos)
