@@ -135,7 +135,7 @@ void xx_aboutDlg::showRows(const corma::AboutBox& box)
         ++row;
     }
     grid.autoSizeColumns();
-    constexpr int kLeastLines = 7; // with the headings, and the room around texts
+    constexpr int kLeastLines = 8; // with the headings, and the room around texts
     grid.setMinimumHeight(kLeastLines * grid.fontMetrics().height());
 }
 
