@@ -28,7 +28,7 @@ public:
         return m_file.isOpen() && ::fstat(m_file.get(), &status) == 0 && S_ISREG(status.st_mode);
     }
 
-    std::size_t read(std::uint64_t offset, std::span<char> bytes) const override
+    [[nodiscard]] std::size_t read(std::uint64_t offset, std::span<char> bytes) const override
     {
         if (offset > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max() - bytes.size())) {
             return 0;

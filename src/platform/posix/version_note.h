@@ -22,7 +22,7 @@ public:
 
     /// Copies what stands at `offset` into `bytes`; the count, which is less at the end of the
     /// file and 0 behind it.
-    virtual std::size_t read(std::uint64_t offset, std::span<char> bytes) const = 0;
+    [[nodiscard]] virtual std::size_t read(std::uint64_t offset, std::span<char> bytes) const = 0;
 };
 
 /// Bytes that are in memory; they must outlive the object.
@@ -34,7 +34,7 @@ public:
     {
     }
 
-    std::size_t read(std::uint64_t offset, std::span<char> bytes) const override;
+    [[nodiscard]] std::size_t read(std::uint64_t offset, std::span<char> bytes) const override;
 
 private:
     std::string_view m_bytes;
