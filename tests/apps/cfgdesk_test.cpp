@@ -141,7 +141,7 @@ TEST_F(CfgdeskTest, WithoutADisplayNoAttributesChange)
     const ProgramResult result = run({"--attributes", "plan.dxf"});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, StartsWith("CfgDesk cannot be shown: "));
+    EXPECT_THAT(result.err, StartsWith("The attribute update cannot be shown: "));
     EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     EXPECT_EQ(folder.read(L"plan.dxf"), plan);
 }

@@ -3,7 +3,6 @@
 #include "host/host.h"
 
 #include <gtest/gtest.h>
-
 #include <memory>
 
 namespace corma::testing {
