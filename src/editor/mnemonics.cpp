@@ -59,6 +59,11 @@ void setText(QWidget& widget, const QString& text)
         box->setTitle(text);
     } else if (auto* const label = qobject_cast<QLabel*>(&widget)) {
         label->setText(text);
+        // A letter that is underlined is drawn apart from its neighbours, for which Qt measures
+        // none of the room that it takes.
+        constexpr int kApart = 3; // device-independent pixels
+        label->ensurePolished();
+        label->setMinimumWidth(label->sizeHint().width() + kApart);
     }
 }
 

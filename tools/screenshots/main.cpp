@@ -255,8 +255,8 @@ void takeAll(Camera& camera, const std::wstring& example, int language)
         camera.take("main", dialog);
         if (!camera.isDone()) {
             takeEditors(camera, dialog);
-            takeLists(camera, dialog);
             takeQuestions(camera, dialog);
+            takeLists(camera, dialog);
             takeAboutBox(camera, example);
             takeMenus(camera, dialog);
             takeSearch(camera, dialog);
