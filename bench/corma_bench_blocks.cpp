@@ -8,6 +8,7 @@
 #include "host/host.h"
 #include "platform/platform.h"
 #include "platform/text.h"
+#include "references.h"
 #include <corma/blocks.h>
 
 #include <array>
@@ -25,34 +26,6 @@ namespace corma::bench {
 namespace {
 
 using benchmark::State;
-
-/// A drawing of bench/make_references.py, as bench/CMakeLists.txt has it made.
-struct References
-{
-    std::size_t count;
-    std::size_t blocks;
-
-    [[nodiscard]] std::string path() const
-    {
-        return "references-" + std::to_string(count) + "-" + std::to_string(blocks) + ".dxf";
-    }
-
-    [[nodiscard]] std::string form() const
-    {
-        return std::to_string(blocks) + (blocks == 1 ? " block" : " blocks");
-    }
-
-    [[nodiscard]] std::vector<std::wstring> blockNames() const
-    {
-        std::vector<std::wstring> names;
-        for (std::size_t i = 0; i < blocks; ++i) {
-            char name[32];
-            std::snprintf(name, sizeof name, "DEUR-%03zu", i);
-            names.push_back(fromUtf8(name));
-        }
-        return names;
-    }
-};
 
 constexpr std::array kDrawings
     = {References {1'000, 1}, References {10'000, 1}, References {100'000, 1},
