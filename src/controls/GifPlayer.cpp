@@ -88,7 +88,7 @@ QImage GifPlayer::decoded(const GifFrame& frame) const
     return isShowable(sizeOf(frame)) ? decodePicture(fileOfFrame(m_gif, frame)) : QImage();
 }
 
-ShownPicture GifPlayer::next()
+TimedPicture GifPlayer::next()
 {
     leaveFrame();
     if (m_next >= m_gif.frames.size()) {

@@ -13,7 +13,7 @@
 namespace corma {
 
 /// What is to be seen, and for how long.
-struct ShownPicture
+struct TimedPicture
 {
     QImage picture; // null: what was seen before stays
     std::chrono::milliseconds time {0};
@@ -43,7 +43,7 @@ public:
 
     /// The picture with the next frame. Null, for no time, when that frame cannot be decoded; it is
     /// dropped then.
-    ShownPicture next();
+    TimedPicture next();
 
 private:
     explicit GifPlayer(std::string bytes);

@@ -48,7 +48,7 @@ GifThread::~GifThread()
 void GifThread::run(State& state)
 {
     for (;;) {
-        ShownPicture next = state.pictures(); // without the lock: it takes its time
+        TimedPicture next = state.pictures(); // without the lock: it takes its time
         std::unique_lock lock(state.mutex);
         if (state.isStopping) {
             return;

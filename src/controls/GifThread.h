@@ -18,7 +18,7 @@ class GifThread
 {
 public:
     /// Gives the next picture; called on the thread only.
-    using Pictures = std::function<ShownPicture()>;
+    using Pictures = std::function<TimedPicture()>;
 
     enum class End
     {

@@ -169,7 +169,7 @@ TEST(GifPlayer, ABrokenFrameIsDroppedWithoutTakingTime)
     EXPECT_EQ(player->frames(), 3U);
     EXPECT_EQ(textOf(player->next().picture), "RBB");
 
-    const ShownPicture dropped = player->next();
+    const TimedPicture dropped = player->next();
     EXPECT_TRUE(dropped.picture.isNull());
     EXPECT_EQ(dropped.time, 0ms);
     EXPECT_EQ(player->frames(), 2U);

@@ -43,7 +43,7 @@ TEST(GifThread, ShowsOnePictureAfterTheOther)
     QWidget widget;
     GifThread thread(widget, [number = 0]() mutable {
         ++number;
-        return ShownPicture {.picture = dot(qRgb(number, 0, 0)), .time = number < 3 ? 1ms : 1h};
+        return TimedPicture {.picture = dot(qRgb(number, 0, 0)), .time = number < 3 ? 1ms : 1h};
     });
     EXPECT_TRUE(QTest::qWaitFor([&] {
         const QImage seen = thread.picture();
@@ -56,7 +56,7 @@ TEST(GifThread, KeepsThePictureWhenThereIsNoOther)
 {
     QWidget widget;
     std::atomic<int> calls = 0;
-    GifThread thread(widget, [&calls]() -> ShownPicture {
+    GifThread thread(widget, [&calls]() -> TimedPicture {
         if (++calls == 1) {
             return {.picture = dot(qRgb(9, 0, 0)), .time = 0ms};
         }
@@ -69,7 +69,7 @@ TEST(GifThread, KeepsThePictureWhenThereIsNoOther)
 TEST(GifThread, EndsAtOnceHoweverLongAPictureStays)
 {
     QWidget widget;
-    GifThread thread(widget, [] { return ShownPicture {.picture = dot(0), .time = 1h}; });
+    GifThread thread(widget, [] { return TimedPicture {.picture = dot(0), .time = 1h}; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return !thread.picture().isNull(); }));
     EXPECT_EQ(thread.stop(), GifThread::End::waitedFor);
     EXPECT_EQ(thread.stop(), GifThread::End::waitedFor);
@@ -96,7 +96,7 @@ TEST(GifThread, IsLeftBehindWhenItDoesNotEnd)
         GifThread thread(*widget, [gate] {
             gate->isIn.release();
             gate->mayGo.acquire();
-            return ShownPicture {.picture = dot(0), .time = 1h};
+            return TimedPicture {.picture = dot(0), .time = 1h};
         });
         gate->isIn.acquire();
         EXPECT_EQ(thread.stop(20ms), GifThread::End::leftBehind);
@@ -116,7 +116,7 @@ TEST(GifThread, AsksAgainOnlyWhenItsPictureWasTaken)
     std::atomic<int> calls = 0;
     GifThread thread(widget, [&calls] {
         ++calls;
-        return ShownPicture {.picture = dot(0), .time = 0ms};
+        return TimedPicture {.picture = dot(0), .time = 0ms};
     });
     const auto waitForTenMore = [&] {
         const int before = calls;
@@ -139,7 +139,7 @@ TEST(GifThread, AsksAgainOnlyWhenItsPictureWasTaken)
 TEST(GifThread, EndsWithoutMemory)
 {
     QWidget widget;
-    GifThread thread(widget, []() -> ShownPicture { throw std::bad_alloc(); });
+    GifThread thread(widget, []() -> TimedPicture { throw std::bad_alloc(); });
     EXPECT_EQ(thread.stop(), GifThread::End::waitedFor);
     EXPECT_TRUE(thread.picture().isNull());
 }
