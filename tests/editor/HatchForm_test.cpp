@@ -573,23 +573,9 @@ TEST_F(HatchFormTest, BlanksAroundANameDoNotHideItsPreview)
 
 // --- any value -----------------------------------------------------------------------------------
 
-/// The own fields once more, as the rule tells them.
-std::wstring ownFields(const std::wstring& value)
+/// What is built of the own fields: a pattern that the file lacks is none.
+std::wstring builtOf(const std::vector<std::wstring>& fields)
 {
-    static_assert(std::wstring::npos + 1 == 0);
-    std::size_t at = 0;
-    for (int i = 0; i < 4; ++i) {
-        at = value.find(L',', at) + 1; // npos + 1 is the beginning
-    }
-    std::wstring fields[3];
-    int field = 0;
-    for (const wchar_t c : value.substr(at)) {
-        if (c == L',') {
-            ++field;
-        } else if (field < 3) {
-            fields[field] += c;
-        }
-    }
     std::wstring pattern;
     for (const wchar_t* known : {L"ONE", L"Two"}) {
         if (corma::upperCase(fields[0]) == corma::upperCase(known)) {
@@ -607,12 +593,9 @@ TEST_F(HatchFormTest, AnyOwnFieldsAreBuiltAgainByTheRule)
         = {L"", L"0", L"45.00", L"ONE", L"one", L"TWO", L"Three", L"ByLayer", L" x", L"-1e3"};
     give("");
     for (int i = 0; i < 300; ++i) {
-        std::wstring value = pieces[random() % pieces.size()];
-        for (auto more = random() % 9; more != 0; --more) {
-            value += L"," + pieces[random() % pieces.size()];
-        }
+        const std::wstring value = randomValue(random, pieces, 9);
         const std::wstring once = showHanded(value, 1000).value();
-        ASSERT_TRUE(once.ends_with(L"," + ownFields(value)))
+        ASSERT_TRUE(once.ends_with(L"," + builtOf(ownFields(value, 3))))
             << toUtf8(value) << " became " << toUtf8(once);
         ASSERT_EQ(std::count(once.begin(), once.end(), L','), 6);
         ASSERT_EQ(showHanded(once, 1000).value(), once) << toUtf8(value);

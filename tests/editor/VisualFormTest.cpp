@@ -66,4 +66,33 @@ std::string VisualFormTest::places()
         + contentOf("cfg ipr ", L"cfg/tool.ipr") + "drawing " + savedDrawing();
 }
 
+std::vector<std::wstring> VisualFormTest::ownFields(const std::wstring& value, std::size_t count)
+{
+    static_assert(std::wstring::npos + 1 == 0);
+    std::size_t at = 0;
+    for (int i = 0; i < 4; ++i) {
+        at = value.find(L',', at) + 1; // npos + 1 is the beginning
+    }
+    std::vector<std::wstring> fields(count);
+    std::size_t field = 0;
+    for (const wchar_t c : value.substr(at)) {
+        if (c == L',') {
+            ++field;
+        } else if (field < count) {
+            fields[field] += c;
+        }
+    }
+    return fields;
+}
+
+std::wstring VisualFormTest::randomValue(std::mt19937& random,
+                                         const std::vector<std::wstring>& pieces, std::size_t most)
+{
+    std::wstring value = pieces[random() % pieces.size()];
+    for (auto more = random() % most; more != 0; --more) {
+        value += L"," + pieces[random() % pieces.size()];
+    }
+    return value;
+}
+
 } // namespace corma::testing

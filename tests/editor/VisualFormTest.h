@@ -3,7 +3,9 @@
 #include "editor/SettingDialogTest.h"
 
 #include <memory>
+#include <random>
 #include <string>
+#include <vector>
 
 namespace corma::testing {
 
@@ -33,6 +35,14 @@ protected:
     /// The configuration file, the project files that there are, and the drawing after it was saved
     /// and read again. Ends the desk.
     std::string places();
+
+    /// The fields behind the four visual ones, so many, as the rule tells them once more: a value
+    /// with too few separators begins anew at each that it lacks.
+    static std::vector<std::wstring> ownFields(const std::wstring& value, std::size_t count);
+
+    /// A value of up to so many pieces with "," between, drawn from those given.
+    static std::wstring randomValue(std::mt19937& random, const std::vector<std::wstring>& pieces,
+                                    std::size_t most);
 
     std::string attributes; // of the definition of A, such as "readonly=true"
 
