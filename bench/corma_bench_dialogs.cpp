@@ -5,10 +5,10 @@
 #include "benchmark_run.h"
 #include "drawing/attribute_update.h"
 #include "drawing_work.h"
-#include "editor/CCfgDeskExeDlg.h"
 #include "editor/EditDlgVis.h"
 #include "editor/xx_attUpdateDlg.h"
 #include "host/host.h"
+#include "no_preferences.h"
 #include "references.h"
 #include "sample_files.h"
 #include <corma/xx_gridListCtrl.h>
@@ -40,14 +40,6 @@ constexpr double kAtOnce = 100; // ms
 constexpr double kWhileOpening = 1000; // ms
 constexpr double kMillisecond = 1e6; // ns
 constexpr int kColumns = 5;
-
-class NoPreferences : public Preferences
-{
-public:
-    [[nodiscard]] bool sortCategories() const override { return false; }
-
-    void setSortCategories(bool /*sort*/) override { }
-};
 
 // The desk shows nothing itself.
 class NoView : public DeskView

@@ -5,6 +5,7 @@
 #include "benchmark_run.h"
 #include "editor/CCfgDeskExeDlg.h"
 #include "model_family.h"
+#include "no_preferences.h"
 #include "sample_files.h"
 
 #include <QAbstractButton>
@@ -37,14 +38,6 @@ constexpr const char* kMove = "next setting by a key";
 constexpr double kAtOnce = 100; // ms
 constexpr double kWhileOpening = 1000; // ms
 constexpr double kMillisecond = 1e6; // ns
-
-class NoPreferences : public Preferences
-{
-public:
-    [[nodiscard]] bool sortCategories() const override { return false; }
-
-    void setSortCategories(bool /*sort*/) override { }
-};
 
 void press(QWidget& widget, Qt::Key key)
 {
