@@ -12,7 +12,7 @@
 #include "editor/NieuwDlg.h"
 #include "editor/SettingListModel.h"
 #include "editor/accessible_texts.h"
-#include "editor/file_filter.h"
+#include "editor/file_question.h"
 #include "editor/mnemonics.h"
 #include "settings/texts.h"
 #include "ui_CCfgDeskExeDlg.h"
@@ -56,15 +56,6 @@ std::wstring lettersOf(const corma::MenuForm& menu)
         letters += title.at(title.find(L'&') + 1);
     }
     return letters;
-}
-
-QStringList filtersOf(const corma::ProjectQuestion& question)
-{
-    QStringList filters;
-    for (const std::wstring& filter : corma::nameFilters(question.filter)) {
-        filters.append(toQt(filter));
-    }
-    return filters;
 }
 
 // Marks something as under way for the life of the object.
@@ -470,7 +461,7 @@ std::optional<std::wstring> CCfgDeskExeDlg::askProject(const corma::ProjectQuest
     dialog.setDefaultSuffix(QStringLiteral("ipr"));
     dialog.setAcceptMode(question.isNew ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(question.isNew ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setNameFilters(filtersOf(question));
+    dialog.setNameFilters(corma::filtersOf(question.filter));
     dialog.setDirectory(toQt(m_desk.fileNames().projectFolder));
     dialog.selectFile(toQt(question.initialName));
     if (dialog.exec() != Accepted || dialog.selectedFiles().isEmpty()) {
