@@ -38,6 +38,9 @@ ValueKind valueKindOf(int code);
 
 /// Codes with a meaning in every record.
 namespace code {
+inline constexpr int opaqueVersion = -12; // of a record that is not understood: of its file
+inline constexpr int opaqueSize = -11; // how many bits it has
+inline constexpr int opaqueBits = -10; // the bits; groups with the handles of it follow
 inline constexpr int type = 0;
 inline constexpr int handle = 5;
 inline constexpr int dimStyleHandle = 105;
@@ -212,6 +215,9 @@ public:
 
     /// Takes the first group with that code out of a range, if there is one.
     void remove(int code, GroupRange in);
+
+    /// False for a record of which a part is known as bits only.
+    [[nodiscard]] bool isUnderstood() const { return !find(code::opaqueVersion); }
 
     /// Its own handle, ahead of the first subclass: code 5, or for a DIMSTYLE code 105.
     [[nodiscard]] Handle ownHandle() const;

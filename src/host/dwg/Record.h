@@ -1,0 +1,77 @@
+#pragma once
+
+#include "host/dwg/Body.h"
+#include "host/dwg/Frame.h"
+#include "host/dwg/TypeTable.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace corma::host::dwg {
+
+/// One record, taken apart. It is understood when it can be put together again to the same bits.
+class Record
+{
+public:
+    /// How much of a record is understood.
+    enum class Depth : std::uint8_t
+    {
+        nothing, // all that is known are its type and its handle
+        frame, // its body is opaque
+        all
+    };
+
+    /// A new record of a type; none of its fields has a value yet.
+    Record(const FileForm& form, const TypeTable& types, unsigned type);
+
+    /// `bytes` has the record with its length ahead and its checksum behind. Nothing when not even
+    /// the type and the handle can be read.
+    static std::optional<Record> read(std::string_view bytes, const FileForm& form,
+                                      const TypeTable& types);
+
+    [[nodiscard]] unsigned type() const { return m_type; }
+
+    [[nodiscard]] Depth depth() const { return m_depth; }
+
+    [[nodiscard]] const Frame& frame() const { return m_frame; }
+
+    Frame& frame() { return m_frame; }
+
+    /// The groups that a DXF file would have for it.
+    void toGroups(const Names& names, Groups& groups) const;
+
+    /// Takes the values of groups over. Nothing when that worked, else what the trouble is, as a
+    /// part of a sentence.
+    std::optional<std::wstring> fromGroups(const Names& names, const Groups& groups,
+                                           const Surroundings& around);
+
+    /// The record with its length ahead and its checksum behind.
+    [[nodiscard]] std::string bytes() const;
+
+private:
+    bool readFrame(FieldsFromBits& io);
+    void readBody(const FieldsFromBits& behindFrame, std::string_view bytes);
+
+    const FileForm* m_form;
+    const TypeTable* m_types;
+    unsigned m_type = 0;
+    Depth m_depth = Depth::nothing;
+    Frame m_frame;
+    std::unique_ptr<Body> m_body;
+};
+
+/// What can be told of a record without taking it apart.
+struct RecordHead
+{
+    unsigned type = 0;
+    Handle handle = Handle::none;
+    std::size_t size = 0; // bytes, with the length ahead and the checksum behind
+};
+
+/// Nothing when the record would go beyond the end of the bytes, which begin with it, or when its
+/// checksum is not that of its bytes.
+std::optional<RecordHead> readHead(std::string_view bytes, DrawingVersion version);
+
+} // namespace corma::host::dwg

@@ -1,0 +1,190 @@
+#include "host/dwg/TypeTable.h"
+
+#include "host/dwg/bodies.h"
+#include "platform/text.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace corma::host::dwg {
+
+namespace {
+
+struct FixedType
+{
+    unsigned number;
+    std::string_view name; // of several with one name groups tell which it is
+    bool isEntity;
+    MakeBody makeBody;
+};
+
+// clang-format off
+constexpr FixedType kFixedTypes[] = {
+    {0x01, "TEXT",                true,  nullptr},
+    {0x02, "ATTRIB",              true,  nullptr},
+    {0x03, "ATTDEF",              true,  nullptr},
+    {0x04, "BLOCK",               true,  nullptr},
+    {0x05, "ENDBLK",              true,  nullptr},
+    {0x06, "SEQEND",              true,  nullptr},
+    {0x07, "INSERT",              true,  nullptr},
+    {0x08, "INSERT",              true,  nullptr}, // in rows and columns
+    {0x0A, "VERTEX",              true,  nullptr}, // 2D
+    {0x0B, "VERTEX",              true,  nullptr}, // 3D
+    {0x0C, "VERTEX",              true,  nullptr}, // of a mesh
+    {0x0D, "VERTEX",              true,  nullptr}, // of faces
+    {0x0E, "VERTEX",              true,  nullptr}, // a face
+    {0x0F, "POLYLINE",            true,  nullptr}, // 2D
+    {0x10, "POLYLINE",            true,  nullptr}, // 3D
+    {0x11, "ARC",                 true,  makeArc},
+    {0x12, "CIRCLE",              true,  makeCircle},
+    {0x13, "LINE",                true,  nullptr},
+    {0x14, "DIMENSION",           true,  nullptr}, // ordinate
+    {0x15, "DIMENSION",           true,  nullptr}, // linear
+    {0x16, "DIMENSION",           true,  nullptr}, // aligned
+    {0x17, "DIMENSION",           true,  nullptr}, // angle of 3 points
+    {0x18, "DIMENSION",           true,  nullptr}, // angle of 2 lines
+    {0x19, "DIMENSION",           true,  nullptr}, // radius
+    {0x1A, "DIMENSION",           true,  nullptr}, // diameter
+    {0x1B, "POINT",               true,  nullptr},
+    {0x1C, "3DFACE",              true,  nullptr},
+    {0x1D, "POLYLINE",            true,  nullptr}, // faces
+    {0x1E, "POLYLINE",            true,  nullptr}, // mesh
+    {0x1F, "SOLID",               true,  nullptr},
+    {0x20, "TRACE",               true,  nullptr},
+    {0x21, "SHAPE",               true,  nullptr},
+    {0x22, "VIEWPORT",            true,  nullptr},
+    {0x23, "ELLIPSE",             true,  nullptr},
+    {0x24, "SPLINE",              true,  nullptr},
+    {0x25, "REGION",              true,  nullptr},
+    {0x26, "3DSOLID",             true,  nullptr},
+    {0x27, "BODY",                true,  nullptr},
+    {0x28, "RAY",                 true,  nullptr},
+    {0x29, "XLINE",               true,  nullptr},
+    {0x2A, "DICTIONARY",          false, makeDictionary},
+    {0x2B, "OLEFRAME",            true,  nullptr},
+    {0x2C, "MTEXT",               true,  nullptr},
+    {0x2D, "LEADER",              true,  nullptr},
+    {0x2E, "TOLERANCE",           true,  nullptr},
+    {0x2F, "MLINE",               true,  nullptr},
+    {0x30, "TABLE",               false, nullptr}, // of blocks
+    {0x31, "BLOCK_RECORD",        false, nullptr},
+    {0x32, "TABLE",               false, nullptr}, // of layers
+    {0x33, "LAYER",               false, nullptr},
+    {0x34, "TABLE",               false, nullptr}, // of text styles
+    {0x35, "STYLE",               false, nullptr},
+    {0x38, "TABLE",               false, nullptr}, // of linetypes
+    {0x39, "LTYPE",               false, nullptr},
+    {0x3C, "TABLE",               false, nullptr}, // of views
+    {0x3D, "VIEW",                false, nullptr},
+    {0x3E, "TABLE",               false, nullptr}, // of coordinate systems
+    {0x3F, "UCS",                 false, nullptr},
+    {0x40, "TABLE",               false, nullptr}, // of the windows of the model
+    {0x41, "VPORT",               false, nullptr},
+    {0x42, "TABLE",               false, nullptr}, // of applications
+    {0x43, "APPID",               false, nullptr},
+    {0x44, "TABLE",               false, nullptr}, // of dimension styles
+    {0x45, "DIMSTYLE",            false, nullptr},
+    {0x46, "TABLE",               false, nullptr}, // of viewports, up to R2000
+    {0x47, "VX",                  false, nullptr},
+    {0x48, "GROUP",               false, nullptr},
+    {0x49, "MLINESTYLE",          false, nullptr},
+    {0x4A, "OLE2FRAME",           true,  nullptr},
+    {0x4C, "LONG_TRANSACTION",    false, nullptr},
+    {0x4D, "LWPOLYLINE",          true,  nullptr},
+    {0x4E, "HATCH",               true,  nullptr},
+    {0x4F, "XRECORD",             false, nullptr},
+    {0x50, "ACDBPLACEHOLDER",     false, makePlaceholder},
+    {0x51, "VBA_PROJECT",         false, nullptr},
+    {0x52, "LAYOUT",              false, nullptr},
+    {0x1F2, "ACAD_PROXY_ENTITY",  true,  nullptr},
+    {0x1F3, "ACAD_PROXY_OBJECT",  false, nullptr},
+};
+
+struct ClassType
+{
+    std::string_view name;
+    MakeBody makeBody;
+};
+
+// Types that drawings number by their classes, some of them in a few versions only.
+constexpr ClassType kClassTypes[] = {
+    {"ACDBDICTIONARYWDFLT", makeDictionaryWithDefault},
+    {"ACDBPLACEHOLDER",     makePlaceholder},
+};
+
+// clang-format on
+
+const FixedType* fixedOf(unsigned number)
+{
+    const auto* const found = std::lower_bound(
+        std::begin(kFixedTypes), std::end(kFixedTypes), number,
+        [](const FixedType& row, unsigned wanted) { return row.number < wanted; });
+    return found == std::end(kFixedTypes) || found->number != number ? nullptr : found;
+}
+
+} // namespace
+
+MakeBody bodyNamed(std::string_view name)
+{
+    const auto* const found = std::find_if(std::begin(kClassTypes), std::end(kClassTypes),
+                                           [&](const ClassType& row) { return row.name == name; });
+    if (found != std::end(kClassTypes)) {
+        return found->makeBody;
+    }
+    const auto* const fixed = std::find_if(std::begin(kFixedTypes), std::end(kFixedTypes),
+                                           [&](const FixedType& row) { return row.name == name; });
+    return fixed == std::end(kFixedTypes) ? nullptr : fixed->makeBody;
+}
+
+TypeTable::TypeTable(std::vector<ClassInfo> classes)
+    : m_classes(std::move(classes))
+{
+    for (std::size_t i = 0; i < m_classes.size(); ++i) {
+        enter(i);
+    }
+}
+
+void TypeTable::enter(std::size_t position)
+{
+    const ClassInfo& entered = m_classes[position];
+    m_names.push_back(toUtf8(entered.dxfName.value));
+    m_byNumber.emplace(entered.number, position);
+    m_byName.emplace(m_names.back(), entered.number);
+}
+
+TypeInfo TypeTable::find(unsigned number) const
+{
+    if (const FixedType* const fixed = fixedOf(number)) {
+        return {fixed->name, fixed->isEntity, fixed->makeBody};
+    }
+    const auto found = m_byNumber.find(number);
+    if (found == m_byNumber.end()) {
+        return {};
+    }
+    const std::string& name = m_names[found->second];
+    return {name, m_classes[found->second].isEntity, bodyNamed(name)};
+}
+
+std::optional<unsigned> TypeTable::numberFor(const Groups& groups) const
+{
+    const std::string name = toUtf8(groups[0].text());
+    if (const auto byClass = m_byName.find(name); byClass != m_byName.end()) {
+        return byClass->second;
+    }
+    const auto* const fixed = std::find_if(std::begin(kFixedTypes), std::end(kFixedTypes),
+                                           [&](const FixedType& row) { return row.name == name; });
+    return fixed == std::end(kFixedTypes) ? std::nullopt : std::optional(fixed->number);
+}
+
+void TypeTable::add(ClassInfo added)
+{
+    constexpr unsigned kFirst = 500;
+    added.number = kFirst;
+    for (const ClassInfo& known : m_classes) {
+        added.number = std::max(added.number, known.number + 1);
+    }
+    m_classes.push_back(std::move(added));
+    enter(m_classes.size() - 1);
+}
+
+} // namespace corma::host::dwg

@@ -1,0 +1,111 @@
+#include "host/dwg/group_fields.h"
+
+#include <numbers>
+
+namespace corma::host::dwg {
+
+namespace {
+
+constexpr double kHalfTurn = 180.0; // degrees
+constexpr int kAxis = 10; // between the codes of the coordinates of a point
+
+} // namespace
+
+double degreesFrom(double radians)
+{
+    return radians * kHalfTurn / std::numbers::pi;
+}
+
+double radiansFrom(double degrees)
+{
+    return degrees * std::numbers::pi / kHalfTurn;
+}
+
+// --- FieldsToGroups ------------------------------------------------------------------------------
+
+void FieldsToGroups::point(int code, const Point& value)
+{
+    real(code, value.x);
+    real(code + kAxis, value.y);
+    real(code + 2 * kAxis, value.z);
+}
+
+void FieldsToGroups::point2(int code, const Point2& value)
+{
+    real(code, value.x);
+    real(code + kAxis, value.y);
+}
+
+void FieldsToGroups::named(int code, const Ref& value, TableKind /*table*/, std::wstring_view usual)
+{
+    std::wstring name
+        = value.target == Handle::none ? std::wstring() : m_names->nameOf(value.target);
+    if (!name.empty() && foldedName(name) != foldedName(usual)) {
+        m_groups->add(Group(code, GroupValue(std::move(name))));
+    }
+}
+
+// --- FieldsFromGroups ----------------------------------------------------------------------------
+
+void FieldsFromGroups::fail(std::wstring_view problem)
+{
+    if (m_problem.empty()) {
+        m_problem = problem;
+    }
+}
+
+void FieldsFromGroups::marker(const wchar_t* name)
+{
+    const GroupRange body = m_groups->body();
+    std::size_t from = m_marker == name ? m_range.end : body.begin;
+    m_marker = name;
+    while (from < body.end
+           && ((*m_groups)[from].code != code::subclass || !(*m_groups)[from].isText(name))) {
+        ++from;
+    }
+    m_range = {from, from};
+    if (from == body.end) {
+        return;
+    }
+    m_range = {from + 1, from + 1};
+    while (m_range.end < body.end && (*m_groups)[m_range.end].code != code::subclass) {
+        ++m_range.end;
+    }
+}
+
+void FieldsFromGroups::angle(int code, double& value, double usual)
+{
+    const auto at = m_groups->find(code, m_range);
+    if (!at) {
+        value = usual;
+        return;
+    }
+    const double degrees = (*m_groups)[*at].real();
+    if (degreesFrom(value) != degrees) { // it need not come back as the same number
+        value = radiansFrom(degrees);
+    }
+}
+
+void FieldsFromGroups::point2(int code, Point2& value)
+{
+    value.x = m_groups->real(code, m_range);
+    value.y = m_groups->real(code + kAxis, m_range);
+}
+
+void FieldsFromGroups::named(int code, Ref& value, TableKind table, std::wstring_view usual)
+{
+    const std::wstring_view name = m_groups->text(code, m_range, usual);
+    if (value.target != Handle::none
+        && foldedName(m_names->nameOf(value.target)) == foldedName(name)) {
+        return;
+    }
+    const Handle found = name.empty() ? Handle::none : m_names->find(table, name);
+    if (found == Handle::none && !name.empty()) {
+        std::wstring problem = L"it names \"";
+        problem += name;
+        fail(problem + L"\", which the drawing does not have");
+    }
+    value.set(found);
+}
+
+} // namespace corma::host::dwg
