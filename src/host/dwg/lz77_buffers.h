@@ -1,0 +1,114 @@
+#pragma once
+
+// What the two decompressors have in common: bytes that come in, bytes that go out.
+
+#include <cstddef>
+#include <cstring>
+#include <span>
+#include <string_view>
+
+namespace corma::host::dwg {
+
+inline constexpr std::size_t kStride = 16; // bytes that are copied at once where there is room
+
+class StreamInput
+{
+public:
+    explicit StreamInput(std::string_view bytes)
+        : m_at(bytes.data())
+        , m_end(bytes.data() + bytes.size())
+    {
+    }
+
+    [[nodiscard]] std::size_t left() const { return static_cast<std::size_t>(m_end - m_at); }
+
+    [[nodiscard]] bool isGood() const { return m_isGood; }
+
+    /// The next byte; 0, and no longer good, behind the end.
+    unsigned next()
+    {
+        if (m_at == m_end) {
+            m_isGood = false;
+            return 0;
+        }
+        return static_cast<unsigned char>(*m_at++);
+    }
+
+    [[nodiscard]] const char* at() const { return m_at; }
+
+    void skip(std::size_t count) { m_at += count; }
+
+private:
+    const char* m_at;
+    const char* m_end;
+    bool m_isGood = true;
+};
+
+class StreamOutput
+{
+public:
+    explicit StreamOutput(std::span<char> out)
+        : m_begin(out.data())
+        , m_at(out.data())
+        , m_end(out.data() + out.size())
+    {
+    }
+
+    [[nodiscard]] std::size_t size() const { return static_cast<std::size_t>(m_at - m_begin); }
+
+    [[nodiscard]] std::size_t left() const { return static_cast<std::size_t>(m_end - m_at); }
+
+    /// False when one of both sides has too few bytes.
+    bool copyFrom(StreamInput& input, std::size_t count)
+    {
+        if (count > input.left() || count > left()) {
+            return false;
+        }
+        if (count <= kStride && input.left() >= kStride && left() >= kStride) {
+            std::memcpy(m_at, input.at(), kStride);
+        } else {
+            std::memcpy(m_at, input.at(), count);
+        }
+        input.skip(count);
+        m_at += count;
+        return true;
+    }
+
+    /// Repeats bytes that came out before; they may overlap those that are made. False when they
+    /// lie before the begin or there is no room.
+    bool repeat(std::size_t distance, std::size_t count)
+    {
+        if (distance == 0 || distance > size() || count > left()) {
+            return false;
+        }
+        if (distance >= kStride && left() - count >= kStride) {
+            for (std::size_t done = 0; done < count; done += kStride) {
+                std::memcpy(m_at + done, m_at + done - distance, kStride);
+            }
+        } else {
+            repeatExactly(distance, count);
+        }
+        m_at += count;
+        return true;
+    }
+
+private:
+    void repeatExactly(std::size_t distance, std::size_t count) const
+    {
+        const char* const from = m_at - distance;
+        char* to = m_at;
+        while (count > distance) { // what was made doubles what can be repeated at once
+            std::memcpy(to, from, distance);
+            to += distance;
+            count -= distance;
+            distance += distance;
+        }
+        std::memcpy(to, from, count);
+    }
+
+    char* m_begin;
+    char* m_at;
+    char* m_end;
+};
+
+} // namespace corma::host::dwg
