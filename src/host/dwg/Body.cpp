@@ -48,6 +48,29 @@ bool isHandleCode(int groupCode)
 
 } // namespace
 
+std::vector<Handle> handlesOf(const std::vector<Ref>& refs)
+{
+    std::vector<Handle> handles;
+    handles.reserve(refs.size());
+    for (const Ref& ref : refs) {
+        if (ref.target != Handle::none) {
+            handles.push_back(ref.target);
+        }
+    }
+    return handles;
+}
+
+void setHandles(std::vector<Ref>& refs, const std::vector<Handle>& handles)
+{
+    if (handlesOf(refs) == handles) {
+        return;
+    }
+    refs.resize(handles.size());
+    for (std::size_t i = 0; i < handles.size(); ++i) {
+        refs[i].set(handles[i]);
+    }
+}
+
 // The texts stand behind the fields in the same bits, so both are one here.
 void OpaqueBody::read(FieldsFromBits& io)
 {

@@ -4,8 +4,36 @@
 #include "host/dwg/group_fields.h"
 
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace corma::host::dwg {
+
+/// The records that follow one in groups and that it names in bits: what Surroundings says when a
+/// record is written. `none` and empty where a type or a version does not have them.
+struct Owned
+{
+    std::vector<Handle> members; // of a table, a block, a reference, a polyline, in order
+    Handle first = Handle::none; // up to R2000: the ends of a chain of entities in place of members
+    Handle last = Handle::none;
+    Handle begin = Handle::none; // BLOCK
+    Handle end = Handle::none; // ENDBLK or SEQEND
+
+    // Of the table of blocks and of that of linetypes: the two that are no members.
+    Handle firstSpecial = Handle::none; // *Model_Space or ByBlock
+    Handle secondSpecial = Handle::none; // *Paper_Space or ByLayer
+};
+
+/// What bits say in the record of a block and groups in its BLOCK.
+struct BlockFacts
+{
+    std::int16_t flags = 0; // group 70
+    Point base;
+    std::wstring path; // of the file of an external reference
+    std::wstring description;
+};
 
 /// The fields of a record behind those that every record has.
 class Body
@@ -20,12 +48,24 @@ public:
     virtual void write(FieldsToBits& io) const = 0;
     virtual void toGroups(FieldsToGroups& io) const = 0;
     virtual void fromGroups(FieldsFromGroups& io) = 0;
+
+    /// The name that groups have behind the type ahead of all others; empty for most.
+    [[nodiscard]] virtual std::wstring_view headName() const { return {}; }
+
+    /// Nothing for a type that owns no others.
+    [[nodiscard]] virtual std::optional<Owned> owned() const { return std::nullopt; }
+
+    /// Nothing for a type that is no block.
+    [[nodiscard]] virtual std::optional<BlockFacts> blockFacts() const { return std::nullopt; }
+
+    virtual void setBlockFacts(const BlockFacts& /*facts*/) { }
 };
 
 using MakeBody = std::unique_ptr<Body> (*)();
 
 /// The body of a type that is described by a struct: `bits(io)` and `groups(io)`, both templates
-/// over the direction.
+/// over the direction. What else a body can tell the struct may tell: headName(), ownedHandles(),
+/// blockFacts() and setBlockFacts().
 template<class Fields> class BodyOf : public Body
 {
 public:
@@ -43,6 +83,40 @@ public:
 
     void fromGroups(FieldsFromGroups& io) override { m_fields.groups(io); }
 
+    [[nodiscard]] std::wstring_view headName() const override
+    {
+        if constexpr (requires(const Fields& fields) { fields.headName(); }) {
+            return m_fields.headName();
+        } else { // NOLINT(readability-else-after-return): the other way does not compile
+            return {};
+        }
+    }
+
+    [[nodiscard]] std::optional<Owned> owned() const override
+    {
+        if constexpr (requires(const Fields& fields) { fields.ownedHandles(); }) {
+            return m_fields.ownedHandles();
+        } else { // NOLINT(readability-else-after-return)
+            return std::nullopt;
+        }
+    }
+
+    [[nodiscard]] std::optional<BlockFacts> blockFacts() const override
+    {
+        if constexpr (requires(const Fields& fields) { fields.blockFacts(); }) {
+            return m_fields.blockFacts();
+        } else { // NOLINT(readability-else-after-return)
+            return std::nullopt;
+        }
+    }
+
+    void setBlockFacts(const BlockFacts& facts) override
+    {
+        if constexpr (requires(Fields & fields) { fields.setBlockFacts(facts); }) {
+            m_fields.setBlockFacts(facts);
+        }
+    }
+
 private:
     Fields m_fields; // a direction that only looks at them takes them as const
 };
@@ -51,6 +125,12 @@ template<class Fields> std::unique_ptr<Body> makeBody()
 {
     return std::make_unique<BodyOf<Fields>>();
 }
+
+/// What a list of handles names, in order and without the empty ones.
+std::vector<Handle> handlesOf(const std::vector<Ref>& refs);
+
+/// Makes a list name these; it stays as it is when it does so already.
+void setHandles(std::vector<Ref>& refs, const std::vector<Handle>& handles);
 
 /// The body of a type that is not understood: its bits as they are. The handles in it are known,
 /// as they stand in a stream of their own.

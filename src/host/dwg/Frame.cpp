@@ -440,10 +440,13 @@ void refsFromBraces(const Groups& groups, const wchar_t* name, int code, std::ve
 
 } // namespace
 
-void Frame::toGroups(FieldsToGroups& io, std::string_view type) const
+void Frame::toGroups(FieldsToGroups& io, std::string_view type, std::wstring_view name) const
 {
     Groups& groups = io.groups();
     groups.add(Group(code::type, GroupValue(std::wstring(type.begin(), type.end()))));
+    if (!name.empty()) {
+        groups.add(Group(code::name, GroupValue(std::wstring(name))));
+    }
     const bool isDimStyle = type == "DIMSTYLE";
     groups.add(Group(isDimStyle ? code::dimStyleHandle : code::handle, self.target));
     if (dictionary.target != Handle::none) {
@@ -453,8 +456,8 @@ void Frame::toGroups(FieldsToGroups& io, std::string_view type) const
     if (!isEntity || space == 0) {
         groups.add(Group(code::owner, owner.target));
     } else {
-        const std::wstring_view name = space == 1 ? L"*Paper_Space" : L"*Model_Space";
-        groups.add(Group(code::owner, io.names().find(TableKind::blockRecord, name)));
+        const std::wstring_view block = space == 1 ? L"*Paper_Space" : L"*Model_Space";
+        groups.add(Group(code::owner, io.names().find(TableKind::blockRecord, block)));
     }
     if (isEntity) {
         entityToGroups(*this, io);

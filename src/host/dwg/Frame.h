@@ -67,7 +67,8 @@ struct Frame
     /// All that stands in the stream of handles.
     template<class Io> void handles(Io& io);
 
-    void toGroups(FieldsToGroups& io, std::string_view type) const;
+    /// `name` stands behind the type, if it is not empty.
+    void toGroups(FieldsToGroups& io, std::string_view type, std::wstring_view name) const;
     void fromGroups(FieldsFromGroups& io);
 
     /// The groups behind those of the type.

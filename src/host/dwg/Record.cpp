@@ -341,7 +341,7 @@ void Record::toGroups(const Names& names, Groups& groups) const
         groups.add(Group(code::opaqueVersion, static_cast<int>(DrawingVersion::unknown)));
         return;
     }
-    m_frame.toGroups(io, info.name);
+    m_frame.toGroups(io, info.name, m_body->headName());
     m_body->toGroups(io);
     m_frame.extendedToGroups(io, *m_form);
 }

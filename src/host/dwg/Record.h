@@ -47,6 +47,15 @@ public:
     std::optional<std::wstring> fromGroups(const Names& names, const Groups& groups,
                                            const Surroundings& around);
 
+    /// What it names that groups have by their order; nothing when it owns no others or when its
+    /// body is opaque.
+    [[nodiscard]] std::optional<Owned> owned() const { return m_body->owned(); }
+
+    /// What groups have in BLOCK, of the record of a block.
+    [[nodiscard]] std::optional<BlockFacts> blockFacts() const { return m_body->blockFacts(); }
+
+    void setBlockFacts(const BlockFacts& facts) { m_body->setBlockFacts(facts); }
+
     /// The record with its length ahead and its checksum behind.
     [[nodiscard]] std::string bytes() const;
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace corma::host::dwg {
 
@@ -66,25 +67,25 @@ constexpr FixedType kFixedTypes[] = {
     {0x2D, "LEADER",              true,  nullptr},
     {0x2E, "TOLERANCE",           true,  nullptr},
     {0x2F, "MLINE",               true,  nullptr},
-    {0x30, "TABLE",               false, nullptr}, // of blocks
-    {0x31, "BLOCK_RECORD",        false, nullptr},
-    {0x32, "TABLE",               false, nullptr}, // of layers
+    {0x30, "TABLE",               false, makeBlockControl}, // of blocks
+    {0x31, "BLOCK_RECORD",        false, makeBlockRecord},
+    {0x32, "TABLE",               false, makeLayerControl}, // of layers
     {0x33, "LAYER",               false, nullptr},
-    {0x34, "TABLE",               false, nullptr}, // of text styles
+    {0x34, "TABLE",               false, makeStyleControl}, // of text styles
     {0x35, "STYLE",               false, nullptr},
-    {0x38, "TABLE",               false, nullptr}, // of linetypes
+    {0x38, "TABLE",               false, makeLinetypeControl}, // of linetypes
     {0x39, "LTYPE",               false, nullptr},
-    {0x3C, "TABLE",               false, nullptr}, // of views
+    {0x3C, "TABLE",               false, makeViewControl}, // of views
     {0x3D, "VIEW",                false, nullptr},
-    {0x3E, "TABLE",               false, nullptr}, // of coordinate systems
+    {0x3E, "TABLE",               false, makeUcsControl}, // of coordinate systems
     {0x3F, "UCS",                 false, nullptr},
-    {0x40, "TABLE",               false, nullptr}, // of the windows of the model
+    {0x40, "TABLE",               false, makeViewportControl}, // of the windows of the model
     {0x41, "VPORT",               false, nullptr},
-    {0x42, "TABLE",               false, nullptr}, // of applications
+    {0x42, "TABLE",               false, makeAppIdControl}, // of applications
     {0x43, "APPID",               false, nullptr},
-    {0x44, "TABLE",               false, nullptr}, // of dimension styles
+    {0x44, "TABLE",               false, makeDimStyleControl}, // of dimension styles
     {0x45, "DIMSTYLE",            false, nullptr},
-    {0x46, "TABLE",               false, nullptr}, // of viewports, up to R2000
+    {0x46, "TABLE",               false, makePaperViewportControl}, // of viewports, up to R2000
     {0x47, "VX",                  false, nullptr},
     {0x48, "GROUP",               false, nullptr},
     {0x49, "MLINESTYLE",          false, nullptr},
@@ -113,6 +114,17 @@ constexpr ClassType kClassTypes[] = {
 };
 
 // clang-format on
+
+// The head of a table by the name of its entries, which have the next number.
+std::optional<unsigned> tableNumber(std::string_view entryName)
+{
+    const auto* const found
+        = std::find_if(std::begin(kFixedTypes), std::end(kFixedTypes),
+                       [&](const FixedType& row) { return row.name == entryName; });
+    const bool isTable = found != std::end(kFixedTypes) && found != std::begin(kFixedTypes)
+        && (found - 1)->name == "TABLE";
+    return isTable ? std::optional((found - 1)->number) : std::nullopt;
+}
 
 const FixedType* fixedOf(unsigned number)
 {
@@ -168,6 +180,9 @@ TypeInfo TypeTable::find(unsigned number) const
 std::optional<unsigned> TypeTable::numberFor(const Groups& groups) const
 {
     const std::string name = toUtf8(groups[0].text());
+    if (name == "TABLE") {
+        return tableNumber(toUtf8(groups.text(code::name, groups.body())));
+    }
     if (const auto byClass = m_byName.find(name); byClass != m_byName.end()) {
         return byClass->second;
     }

@@ -24,6 +24,21 @@ std::unique_ptr<Body> makeArc();
 std::unique_ptr<Body> makeEllipse();
 std::unique_ptr<Body> makeSpline();
 
+// types/tables.cpp
+std::unique_ptr<Body> makeBlockControl();
+std::unique_ptr<Body> makeLayerControl();
+std::unique_ptr<Body> makeStyleControl();
+std::unique_ptr<Body> makeLinetypeControl();
+std::unique_ptr<Body> makeViewControl();
+std::unique_ptr<Body> makeUcsControl();
+std::unique_ptr<Body> makeViewportControl();
+std::unique_ptr<Body> makeAppIdControl();
+std::unique_ptr<Body> makeDimStyleControl();
+std::unique_ptr<Body> makePaperViewportControl();
+
+// types/blocks.cpp
+std::unique_ptr<Body> makeBlockRecord();
+
 // types/objects.cpp
 std::unique_ptr<Body> makeDictionary();
 std::unique_ptr<Body> makeDictionaryWithDefault();
