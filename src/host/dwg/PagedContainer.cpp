@@ -6,23 +6,12 @@
 #include "host/dwg/release.h"
 
 #include <algorithm>
-#include <array>
 
 namespace corma::host::dwg {
 
 namespace {
 
-constexpr std::string_view
-    kHeaderEnd("\x30\x84\xE0\xDC\x02\x21\xC7\x56\xA0\x83\x97\x47\xB1\x92\xCC\xA0", 16);
-constexpr std::string_view
-    kClassesEnd("\x72\x5E\x3B\x47\x3B\x56\x07\x3A\x3F\x23\x0B\xA0\x18\x30\x49\x75", 16);
-
 constexpr std::string_view kObjectsBegin("\xCA\x0D\0\0", 4);
-
-// Numbers in the head.
-constexpr std::size_t kMaintenanceAt = 0x0B;
-constexpr std::size_t kCodePageAt = 0x13;
-constexpr std::size_t kSecurityAt = 0x18;
 
 // Where data of pages stands, so that programs need not read the maps to find it.
 constexpr std::size_t kPreviewAt = 0x0D;
@@ -30,12 +19,6 @@ constexpr std::size_t kSummaryAt = 0x20;
 constexpr std::size_t kProjectAt = 0x24;
 constexpr std::size_t kAppInfoAt = 0x2C;
 constexpr std::size_t kAppInfoHistoryAt = 0x30;
-
-std::string_view upToSentinel(std::string_view section, std::string_view sentinel)
-{
-    const std::size_t at = section.rfind(sentinel);
-    return at == std::string_view::npos ? section : section.substr(0, at + sentinel.size());
-}
 
 // How many objects there are. Some programs put no number there but this mark.
 void setCount(std::size_t count, std::string& freeSpace)
@@ -102,59 +85,47 @@ ObjectSections objectSections(std::string_view former, const std::vector<ObjectB
     return made;
 }
 
-ReadResult secret(const std::wstring& path)
-{
-    return {Acad::eUnsupportedFileFormat,
-            path
-                + L" is protected with a password; take the password off in the CAD program to "
-                  L"open it here"};
-}
-
 } // namespace
 
 ReadResult PagedContainer::open(platform::FileContent content, const std::wstring& path)
 {
-    constexpr unsigned kIsSecret = 1;
     m_content = std::move(content);
     const std::string_view bytes = m_content.view();
     m_file.emplace(bytes);
-    const auto trouble = [&] { return damage(path, m_file->trouble().at, m_file->trouble().what); };
+    ReadResult result;
+    const auto trouble = [&] {
+        result = damage(path, m_file->trouble().at, m_file->trouble().what);
+        return false;
+    };
     if (!m_file->open()) {
-        return trouble();
+        trouble();
+        return result;
     }
-    m_head = bytes.substr(0, kPagedHeadSize);
-    m_parts.version = releaseOf(bytes);
-    m_parts.maintenance = static_cast<unsigned char>(m_head[kMaintenanceAt]);
-    m_parts.codePage = numberAt<std::uint16_t>(m_head, kCodePageAt);
-    if ((numberAt<std::uint32_t>(m_head, kSecurityAt) & kIsSecret) != 0) {
+    if (isSecret(bytes)) {
         return secret(path);
     }
-    const std::array<std::pair<std::string_view, std::string*>, 4> wanted
-        = {{{section::kHeader, &m_header},
-            {section::kClasses, &m_classes},
-            {section::kMap, &m_map},
-            {section::kObjects, &m_objects}}};
-    for (const auto& [name, target] : wanted) {
-        const Section* const found = m_file->find(name);
-        if (found == nullptr) {
-            return damage(path, PagedHeader::kAt,
-                          L"the section " + std::wstring(name.begin(), name.end())
-                              + L" is missing");
+    const bool isRead = eachPart(m_parted, [&](std::string_view name, std::string& target) {
+        const Section* const section = m_file->find(name);
+        if (section == nullptr) {
+            result = missing(path, name);
+            return false;
         }
-        auto part = m_file->read(*found);
+        auto part = m_file->read(*section);
         if (!part) {
             return trouble();
         }
-        *target = std::move(*part);
+        target = std::move(*part);
+        return true;
+    });
+    if (isRead) {
+        m_head = bytes.substr(0, kPagedHeadSize);
+        m_parts = partsOfHead(m_head);
+        setParts(m_parted, m_parts);
+        for (const Section& section : m_file->sections()) {
+            m_sections.push_back({.section = section, .content = {}});
+        }
     }
-    m_parts.header = upToSentinel(m_header, kHeaderEnd);
-    m_parts.classes = upToSentinel(m_classes, kClassesEnd);
-    m_parts.map = m_map;
-    m_parts.objects = m_objects;
-    for (const Section& section : m_file->sections()) {
-        m_sections.push_back({.section = section, .content = {}});
-    }
-    return {};
+    return result;
 }
 
 void PagedContainer::begin(const Parts& parts, std::string head, std::vector<Made> sections)
@@ -179,18 +150,19 @@ std::optional<std::string> PagedContainer::contentOf(std::string_view name) cons
 
 std::vector<PagedContainer::NewContent> PagedContainer::newContents(const NewParts& parts) const
 {
-    ObjectSections objects = objectSections(m_objects, parts.objects);
+    ObjectSections objects = objectSections(m_parted.objects, parts.objects);
     std::vector<NewContent> contents;
     const auto add = [&](std::string_view section, std::string content) {
         contents.push_back({.section = section, .content = std::move(content)});
     };
     // What stands behind the sentinel in the file stays there.
     if (!parts.header.empty()) {
-        add(section::kHeader, std::string(parts.header) + m_header.substr(m_parts.header.size()));
+        add(section::kHeader,
+            std::string(parts.header) + m_parted.header.substr(m_parts.header.size()));
     }
     if (!parts.classes.empty()) {
         add(section::kClasses,
-            std::string(parts.classes) + m_classes.substr(m_parts.classes.size()));
+            std::string(parts.classes) + m_parted.classes.substr(m_parts.classes.size()));
     }
     if (auto freeSpace = contentOf(section::kFreeSpace)) {
         const std::string former = *freeSpace;

@@ -2,6 +2,7 @@
 
 #include "host/dwg/Container.h"
 #include "host/dwg/PagedFile.h"
+#include "host/dwg/sections.h"
 
 #include <cstddef>
 #include <optional>
@@ -57,11 +58,8 @@ private:
     std::optional<PagedFile> m_file; // none for a new one
     std::string m_head;
     std::vector<Made> m_sections; // without content for those of a file that was read
-    Parts m_parts;
-    std::string m_header; // the sections; a part ends with its sentinel
-    std::string m_classes;
-    std::string m_map;
-    std::string m_objects;
+    PartSections m_parted;
+    Parts m_parts; // views of them
 };
 
 } // namespace corma::host::dwg

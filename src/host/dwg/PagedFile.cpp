@@ -17,10 +17,6 @@ constexpr std::size_t kSectionMapHeadSize = 20;
 constexpr std::size_t kPlaceSize = 8; // an entry of the page map
 constexpr std::size_t kGapSize = 16; // more for an entry of a gap
 
-// Real files hold about ten times their size; a small one has a page of each section.
-constexpr std::uint64_t kMostGrowth = 32;
-constexpr std::uint64_t kLeastAllowance = std::uint64_t {1} << 20U;
-
 // Fields of a page header, one behind the other.
 constexpr std::size_t kNumberSize = sizeof(std::uint32_t);
 constexpr std::size_t kHeaderChecksumAt = 24;
@@ -187,8 +183,7 @@ std::string encodeSystemPageHeader(const SystemPageHeader& header, std::string_v
 
 PagedFile::PagedFile(std::string_view bytes)
     : m_bytes(bytes)
-    , m_allowance(bytes.size() * kMostGrowth + kLeastAllowance)
-    , m_work(2 * m_allowance)
+    , m_allowance(bytes.size())
 {
 }
 
@@ -202,20 +197,9 @@ bool PagedFile::fail(std::size_t at, const wchar_t* what)
 
 bool PagedFile::take(std::uint64_t size, std::size_t at)
 {
-    if (size > m_allowance) {
+    if (!m_allowance.take(size)) {
         return fail(at, L"a section cannot be as long as it says");
     }
-    m_allowance -= size;
-    return true;
-}
-
-// A page can be named again and again, so the allowance for what comes out is not enough.
-bool PagedFile::takeWork(std::uint64_t bytes, std::size_t at)
-{
-    if (bytes > m_work) {
-        return fail(at, L"a section has more pages than the file");
-    }
-    m_work -= bytes;
     return true;
 }
 
@@ -339,7 +323,8 @@ std::optional<std::string> PagedFile::read(const Section& section)
     std::uint64_t size = section.size;
     for (const SectionPage& page : section.pages) {
         // Only up to what may be taken: a page that is too far off is told by readPage.
-        size = page.start < m_allowance ? std::max(size, page.start + section.pageSize) : size;
+        size = page.start < m_allowance.memory() ? std::max(size, page.start + section.pageSize)
+                                                 : size;
     }
     if (!isKnown) {
         fail(0, L"a section is stored in a way that is not known");
@@ -376,8 +361,8 @@ bool PagedFile::readPage(const Section& section, const SectionPage& page, std::s
     }
     const auto start = static_cast<std::size_t>(page.start);
     const std::size_t room = std::min<std::size_t>(section.pageSize, out.size() - start);
-    if (!takeWork(PageHeader::kSize + room + header.dataSize, at)) {
-        return false;
+    if (!m_allowance.takeWork(PageHeader::kSize + room + header.dataSize)) {
+        return fail(at, L"a section has more pages than the file");
     }
     const std::string_view data = behind.substr(0, header.dataSize);
     if (pageHeaderChecksum(bytes, header.dataChecksum) != header.headerChecksum

@@ -4,6 +4,8 @@
 // and behind them two pages of the system: the section map tells which pages hold a section, the
 // page map tells where each page stands. The mixed part of the head leads to both.
 
+#include "host/dwg/Allowance.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -83,23 +85,6 @@ inline constexpr std::uint32_t kSectionMapType = 0x4163003B;
 
 inline constexpr std::size_t kPageStep = 0x20; // each page begins at a multiple of it
 
-namespace section {
-
-inline constexpr std::string_view kHeader = "AcDb:Header";
-inline constexpr std::string_view kClasses = "AcDb:Classes";
-inline constexpr std::string_view kMap = "AcDb:Handles";
-inline constexpr std::string_view kObjects = "AcDb:AcDbObjects";
-inline constexpr std::string_view kFreeSpace = "AcDb:ObjFreeSpace";
-inline constexpr std::string_view kAuxiliary = "AcDb:AuxHeader";
-inline constexpr std::string_view kTemplate = "AcDb:Template";
-inline constexpr std::string_view kPreview = "AcDb:Preview";
-inline constexpr std::string_view kSummary = "AcDb:SummaryInfo";
-inline constexpr std::string_view kAppInfo = "AcDb:AppInfo";
-inline constexpr std::string_view kFileDependencies = "AcDb:FileDepList";
-inline constexpr std::string_view kHistory = "AcDb:RevHistory";
-
-} // namespace section
-
 /// The places of the pages; those of gaps are left out. Nothing when an entry is cut off.
 std::optional<std::vector<PlacedPage>> decodePageMap(std::string_view bytes);
 
@@ -171,12 +156,10 @@ private:
     std::optional<std::string> systemPage(std::size_t address, std::uint32_t type);
     bool readPage(const Section& section, const SectionPage& page, std::string& out);
     bool take(std::uint64_t size, std::size_t at);
-    bool takeWork(std::uint64_t bytes, std::size_t at);
     bool fail(std::size_t at, const wchar_t* what);
 
     std::string_view m_bytes;
-    std::uint64_t m_allowance = 0; // bytes that may still come out of pages
-    std::uint64_t m_work = 0; // bytes that may still be looked at
+    Allowance m_allowance;
     std::vector<PlacedPage> m_places; // in the order of their numbers
     std::vector<Section> m_sections;
     PageTrouble m_trouble;

@@ -74,6 +74,13 @@ public:
         return true;
     }
 
+    /// There must be room.
+    void append(std::string_view bytes)
+    {
+        std::memcpy(m_at, bytes.data(), bytes.size());
+        m_at += bytes.size();
+    }
+
     /// Repeats bytes that came out before; they may overlap those that are made. False when they
     /// lie before the begin or there is no room.
     bool repeat(std::size_t distance, std::size_t count)
