@@ -128,11 +128,13 @@ ReadResult PagedContainer::open(platform::FileContent content, const std::wstrin
     return result;
 }
 
-void PagedContainer::begin(const Parts& parts, std::string head, std::vector<Made> sections)
+void PagedContainer::begin(std::string head, std::vector<Made> sections)
 {
-    m_parts = parts;
+    constexpr std::size_t kBehindClasses = 8; // zeros behind the sentinel
     m_head = std::move(head);
     m_sections = std::move(sections);
+    m_parted.classes.assign(kBehindClasses, '\0');
+    m_parts = partsOfHead(m_head);
 }
 
 std::optional<std::string> PagedContainer::contentOf(std::string_view name) const

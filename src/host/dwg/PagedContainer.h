@@ -31,7 +31,7 @@ public:
     ReadResult open(platform::FileContent content, const std::wstring& path);
 
     /// Of a new file, which begins with `head`.
-    void begin(const Parts& parts, std::string head, std::vector<Made> sections);
+    void begin(std::string head, std::vector<Made> sections);
 
     [[nodiscard]] const Parts& parts() const override { return m_parts; }
 
