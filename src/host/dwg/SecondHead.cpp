@@ -4,7 +4,7 @@
 #include "host/dwg/little_endian.h"
 #include "host/dwg/sentinels.h"
 
-#include <algorithm>
+#include <array>
 
 namespace corma::host::dwg {
 
@@ -123,6 +123,32 @@ std::string SecondHead::moved(std::size_t begin, const std::vector<Section>& sec
     putNumber(static_cast<std::uint32_t>(inner.size() + kChecksumSize + m_rest.size()), 0, inner);
     addNumber(checksum(inner), inner);
     return std::string(kSecondHeadBegin) + inner + m_rest + std::string(kSecondHeadEnd);
+}
+
+std::string SecondHead::made(std::size_t begin, const HeadNumbers& numbers,
+                             const std::vector<Section>& sections)
+{
+    // There is no record 4, and the last but one of the roots is another's.
+    constexpr std::array<unsigned char, 14> kRoots
+        = {0, 0x01, 0x02, 0x03, 0x05, 0x06, 0x07, 0x08, 0x09, 0x0A, 0x0B, 0x0C, 0x17, 0x0D};
+    constexpr std::string_view kBegin("AC1015\0\0\0\0\0", 11);
+    SecondHead head;
+    head.m_prelude.bytes(kBegin);
+    head.m_prelude.byte(numbers.maintenance);
+    head.m_prelude.byte(1);
+    head.m_prelude.bitShort(numbers.program);
+    head.m_prelude.rawShort(numbers.codePage);
+    head.m_prelude.bitShort(static_cast<std::uint16_t>(sections.size()));
+    head.m_sections = sections;
+    head.m_isOwn.assign(sections.size(), false);
+    for (std::size_t i = 0; i < kRoots.size(); ++i) {
+        Root root;
+        root.number = static_cast<unsigned>(i);
+        root.handle = static_cast<char>(kRoots[i]);
+        head.m_roots.push_back(std::move(root));
+    }
+    head.m_rest.assign(kRestSize, '\0');
+    return head.moved(begin, sections, Handle::none);
 }
 
 } // namespace corma::host::dwg

@@ -17,17 +17,28 @@ namespace corma::host::dwg {
 class SecondHead
 {
 public:
-    /// Where it stands in a file, from its first sentinel to the end of the last; nothing when
-    /// there is none that can be read. `sections` are the beginnings and sizes by number, as the
-    /// head has them.
     struct Section
     {
         std::size_t begin = 0;
         std::size_t size = 0;
     };
 
+    /// The one of a file; nothing when there is none that can be read. `sections` are the beginnings
+    /// and sizes by number, as the head has them.
+
     static std::optional<SecondHead> find(std::string_view file,
                                           const std::vector<Section>& sections);
+
+    /// That of a new file of R2000; the handles are those that its records will have.
+    struct HeadNumbers
+    {
+        std::uint8_t maintenance = 0;
+        std::uint16_t program = 0; // the one that wrote the file
+        std::uint16_t codePage = 0;
+    };
+
+    static std::string made(std::size_t begin, const HeadNumbers& numbers,
+                            const std::vector<Section>& sections);
 
     [[nodiscard]] std::size_t begin() const { return m_begin; }
 
@@ -49,8 +60,8 @@ private:
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
     BitWriter m_prelude; // between the place of the head and the list of sections
-    std::vector<Section> m_sections; // those that are listed here, where they differ from the head
-    std::vector<bool> m_isOwn;
+    std::vector<Section> m_sections;
+    std::vector<bool> m_isOwn; // what is listed here is not what the head has
     std::vector<Root> m_roots;
     std::string m_rest; // behind the checksum
 };
