@@ -69,6 +69,7 @@ private:
     Depth m_depth = Depth::nothing;
     Frame m_frame;
     std::unique_ptr<Body> m_body;
+    char m_lastByte = 0; // of the file's; the bits behind the last handle mean nothing
 };
 
 /// What can be told of a record without taking it apart.

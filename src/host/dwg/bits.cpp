@@ -335,6 +335,17 @@ void BitWriter::setRawLong(std::size_t position, std::uint32_t value)
     }
 }
 
+void BitWriter::padWith(char byte)
+{
+    const unsigned used = m_size % kByteBits;
+    if (used != 0) {
+        constexpr unsigned kAll = 0xFF;
+        const unsigned last = static_cast<unsigned char>(m_bytes.back());
+        m_bytes.back()
+            = static_cast<char>(last | (static_cast<unsigned char>(byte) & (kAll >> used)));
+    }
+}
+
 void BitWriter::append(std::string_view bytes, std::size_t begin, std::size_t end)
 {
     constexpr std::size_t kAtOnce = 32;

@@ -135,6 +135,9 @@ public:
     /// Writes over 32 bits that are there already.
     void setRawLong(std::size_t position, std::uint32_t value);
 
+    /// Gives the bits of the last byte that are not in use those of another byte.
+    void padWith(char byte);
+
     /// All bits that another has.
     void append(const BitWriter& other) { append(other.m_bytes, 0, other.m_size); }
 
