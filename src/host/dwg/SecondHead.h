@@ -23,8 +23,8 @@ public:
         std::size_t size = 0;
     };
 
-    /// The one of a file; nothing when there is none that can be read. `sections` are the beginnings
-    /// and sizes by number, as the head has them.
+    /// The one of a file; nothing when there is none that can be read. `sections` are the
+    /// beginnings and sizes by number, as the head has them.
 
     static std::optional<SecondHead> find(std::string_view file,
                                           const std::vector<Section>& sections);

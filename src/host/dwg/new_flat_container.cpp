@@ -8,6 +8,7 @@
 #include "host/dwg/sentinels.h"
 
 #include <array>
+#include <initializer_list>
 
 namespace corma::host::dwg {
 
@@ -40,7 +41,8 @@ std::string auxiliary()
         addNumber(kReleaseNumber, bytes);
         addNumber(std::uint16_t {kMaintenance}, bytes);
     }
-    for (const std::uint16_t number : {0x0005, 0x0893, 0x0005, 0x0893, 0x0000, 0x0001}) {
+    for (const std::uint16_t number :
+         std::initializer_list<std::uint16_t> {5, 0x0893, 5, 0x0893, 0, 1}) {
         addNumber(number, bytes);
     }
     bytes.resize(kDatesAt, '\0');
@@ -122,14 +124,13 @@ public:
         for (auto& section : m_sections) {
             section.begin += section.begin >= m_secondHeadAt ? second.size() : 0;
         }
-        m_bytes.insert(m_secondHeadAt,
-                       SecondHead::made(m_secondHeadAt, m_numbers, sections()));
+        m_bytes.insert(m_secondHeadAt, SecondHead::made(m_secondHeadAt, m_numbers, sections()));
         for (std::size_t i = 0; i < kSectionCount; ++i) {
             const std::size_t at = kLocatorsAt + i * kLocatorSize;
             m_bytes[at] = static_cast<char>(i);
             putNumber(static_cast<std::uint32_t>(m_sections[i].begin), at + 1, m_bytes);
-            putNumber(static_cast<std::uint32_t>(m_sections[i].size), at + 1 + sizeof(std::uint32_t),
-                      m_bytes);
+            putNumber(static_cast<std::uint32_t>(m_sections[i].size),
+                      at + 1 + sizeof(std::uint32_t), m_bytes);
         }
         const std::size_t sumAt = kLocatorsAt + kSectionCount * kLocatorSize;
         const unsigned sum = checksum(std::string_view(m_bytes).substr(0, sumAt), 0) ^ kHeadMask;
