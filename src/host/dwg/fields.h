@@ -156,6 +156,14 @@ public:
         list.resize(m_streams.data.count(m_streams.data.bitLong(), fewestBits));
     }
 
+    /// The same for items that are handles or have one each, as texts may stand in a stream of
+    /// their own.
+    template<class Item> void countOfHandles(std::vector<Item>& list)
+    {
+        constexpr std::size_t kFewestBits = 8;
+        list.resize(m_streams.handles.count(m_streams.data.bitLong(), kFewestBits));
+    }
+
     /// The same for a number that was read in another way.
     template<class Item>
     void resize(std::vector<Item>& list, std::uint64_t number, std::size_t fewestBits)
@@ -254,6 +262,11 @@ public:
     void handle(const Ref& value, Bond bond);
 
     template<class Item> void count(const std::vector<Item>& list, std::size_t /*fewestBits*/)
+    {
+        m_data.bitLong(static_cast<std::uint32_t>(list.size()));
+    }
+
+    template<class Item> void countOfHandles(const std::vector<Item>& list)
     {
         m_data.bitLong(static_cast<std::uint32_t>(list.size()));
     }

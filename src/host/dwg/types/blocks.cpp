@@ -21,7 +21,7 @@ struct BlockRecord
     bool isUnloaded = false; // from R2000 on
     Point base;
     Text path;
-    std::string insertMarks; // a byte that is not 0 for each reference
+    std::string insertMarks; // these three from R2000 on; a byte that is not 0 for each reference
     Text description;
     std::string preview;
     std::int16_t units = 0; // these three from R2007 on
@@ -55,9 +55,9 @@ struct BlockRecord
         io.text(path);
         if (io.since(r2000)) {
             marks(io);
+            io.text(description);
+            previewBits(io);
         }
-        io.text(description);
-        previewBits(io);
         if (io.since(r2007)) {
             io.bitShort(units);
             io.bit(isExplodable);

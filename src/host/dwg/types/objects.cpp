@@ -23,8 +23,7 @@ struct Dictionary
 
     template<class Io> void bits(Io& io)
     {
-        constexpr std::size_t kFewestBits = 10; // of a name and its handle
-        io.count(entries, kFewestBits);
+        io.countOfHandles(entries);
         if (io.since(r14) && io.until(r14)) {
             io.byte(unknown);
         }

@@ -8,28 +8,15 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr std::size_t kNoBits = 0; // the room of a list of handles is checked where they stand
 constexpr int kCount = 70;
 
 struct Control
 {
     std::vector<Ref> entries;
 
-    template<class Io> void counts(Io& io)
-    {
-        if constexpr (Io::isReading) {
-            constexpr std::size_t kHandleBits = 8;
-            std::uint32_t count = 0;
-            io.bitLong(count);
-            entries.resize(io.streams().handles.count(count, kHandleBits));
-        } else {
-            io.count(entries, kNoBits);
-        }
-    }
-
     template<class Io> void bits(Io& io)
     {
-        counts(io);
+        io.countOfHandles(entries);
         io.handles(entries, entries.size(), Bond::softOwner);
     }
 
@@ -131,7 +118,7 @@ struct DimStyleControl : Control
     template<class Io> void bits(Io& io)
     {
         auto count = static_cast<std::uint8_t>(more.size());
-        counts(io);
+        io.countOfHandles(entries);
         if (io.since(r2000)) {
             io.byte(count);
         }
