@@ -21,52 +21,52 @@ struct FixedType
 
 // clang-format off
 constexpr FixedType kFixedTypes[] = {
-    {0x01, "TEXT",                true,  nullptr},
-    {0x02, "ATTRIB",              true,  nullptr},
-    {0x03, "ATTDEF",              true,  nullptr},
-    {0x04, "BLOCK",               true,  nullptr},
-    {0x05, "ENDBLK",              true,  nullptr},
-    {0x06, "SEQEND",              true,  nullptr},
-    {0x07, "INSERT",              true,  nullptr},
-    {0x08, "INSERT",              true,  nullptr}, // in rows and columns
-    {0x0A, "VERTEX",              true,  nullptr}, // 2D
-    {0x0B, "VERTEX",              true,  nullptr}, // 3D
-    {0x0C, "VERTEX",              true,  nullptr}, // of a mesh
-    {0x0D, "VERTEX",              true,  nullptr}, // of faces
-    {0x0E, "VERTEX",              true,  nullptr}, // a face
-    {0x0F, "POLYLINE",            true,  nullptr}, // 2D
-    {0x10, "POLYLINE",            true,  nullptr}, // 3D
+    {0x01, "TEXT",                true,  makeText},
+    {0x02, "ATTRIB",              true,  makeAttribute},
+    {0x03, "ATTDEF",              true,  makeAttributeDefinition},
+    {0x04, "BLOCK",               true,  makeBlockBegin},
+    {0x05, "ENDBLK",              true,  makeBlockEnd},
+    {0x06, "SEQEND",              true,  makeSequenceEnd},
+    {0x07, "INSERT",              true,  makeInsert},
+    {0x08, "INSERT",              true,  makeInsertArray}, // in rows and columns
+    {0x0A, "VERTEX",              true,  makeVertex2d}, // 2D
+    {0x0B, "VERTEX",              true,  makeVertex3d}, // 3D
+    {0x0C, "VERTEX",              true,  makeMeshVertex}, // of a mesh
+    {0x0D, "VERTEX",              true,  makeFaceVertex}, // of faces
+    {0x0E, "VERTEX",              true,  makeFaceRecord}, // a face
+    {0x0F, "POLYLINE",            true,  makePolyline2d}, // 2D
+    {0x10, "POLYLINE",            true,  makePolyline3d}, // 3D
     {0x11, "ARC",                 true,  makeArc},
     {0x12, "CIRCLE",              true,  makeCircle},
-    {0x13, "LINE",                true,  nullptr},
-    {0x14, "DIMENSION",           true,  nullptr}, // ordinate
-    {0x15, "DIMENSION",           true,  nullptr}, // linear
-    {0x16, "DIMENSION",           true,  nullptr}, // aligned
-    {0x17, "DIMENSION",           true,  nullptr}, // angle of 3 points
-    {0x18, "DIMENSION",           true,  nullptr}, // angle of 2 lines
-    {0x19, "DIMENSION",           true,  nullptr}, // radius
-    {0x1A, "DIMENSION",           true,  nullptr}, // diameter
-    {0x1B, "POINT",               true,  nullptr},
-    {0x1C, "3DFACE",              true,  nullptr},
-    {0x1D, "POLYLINE",            true,  nullptr}, // faces
-    {0x1E, "POLYLINE",            true,  nullptr}, // mesh
-    {0x1F, "SOLID",               true,  nullptr},
-    {0x20, "TRACE",               true,  nullptr},
+    {0x13, "LINE",                true,  makeLine},
+    {0x14, "DIMENSION",           true,  makeOrdinateDimension}, // ordinate
+    {0x15, "DIMENSION",           true,  makeRotatedDimension}, // linear
+    {0x16, "DIMENSION",           true,  makeAlignedDimension}, // aligned
+    {0x17, "DIMENSION",           true,  makeThreePointDimension}, // angle of 3 points
+    {0x18, "DIMENSION",           true,  makeTwoLineDimension}, // angle of 2 lines
+    {0x19, "DIMENSION",           true,  makeRadiusDimension}, // radius
+    {0x1A, "DIMENSION",           true,  makeDiameterDimension}, // diameter
+    {0x1B, "POINT",               true,  makePoint},
+    {0x1C, "3DFACE",              true,  makeFace},
+    {0x1D, "POLYLINE",            true,  makeFaceMesh}, // faces
+    {0x1E, "POLYLINE",            true,  makeMesh}, // mesh
+    {0x1F, "SOLID",               true,  makeSolid},
+    {0x20, "TRACE",               true,  makeTrace},
     {0x21, "SHAPE",               true,  nullptr},
-    {0x22, "VIEWPORT",            true,  nullptr},
-    {0x23, "ELLIPSE",             true,  nullptr},
-    {0x24, "SPLINE",              true,  nullptr},
+    {0x22, "VIEWPORT",            true,  makeViewport},
+    {0x23, "ELLIPSE",             true,  makeEllipse},
+    {0x24, "SPLINE",              true,  makeSpline},
     {0x25, "REGION",              true,  nullptr},
     {0x26, "3DSOLID",             true,  nullptr},
     {0x27, "BODY",                true,  nullptr},
-    {0x28, "RAY",                 true,  nullptr},
-    {0x29, "XLINE",               true,  nullptr},
+    {0x28, "RAY",                 true,  makeRay},
+    {0x29, "XLINE",               true,  makeXline},
     {0x2A, "DICTIONARY",          false, makeDictionary},
     {0x2B, "OLEFRAME",            true,  nullptr},
-    {0x2C, "MTEXT",               true,  nullptr},
-    {0x2D, "LEADER",              true,  nullptr},
-    {0x2E, "TOLERANCE",           true,  nullptr},
-    {0x2F, "MLINE",               true,  nullptr},
+    {0x2C, "MTEXT",               true,  makeMultilineText},
+    {0x2D, "LEADER",              true,  makeLeader},
+    {0x2E, "TOLERANCE",           true,  makeTolerance},
+    {0x2F, "MLINE",               true,  makeMultiline},
     {0x30, "TABLE",               false, makeBlockControl}, // of blocks
     {0x31, "BLOCK_RECORD",        false, makeBlockRecord},
     {0x32, "TABLE",               false, makeLayerControl}, // of layers
@@ -91,8 +91,8 @@ constexpr FixedType kFixedTypes[] = {
     {0x49, "MLINESTYLE",          false, nullptr},
     {0x4A, "OLE2FRAME",           true,  nullptr},
     {0x4C, "LONG_TRANSACTION",    false, nullptr},
-    {0x4D, "LWPOLYLINE",          true,  nullptr},
-    {0x4E, "HATCH",               true,  nullptr},
+    {0x4D, "LWPOLYLINE",          true,  makeLightPolyline},
+    {0x4E, "HATCH",               true,  makeHatch},
     {0x4F, "XRECORD",             false, nullptr},
     {0x50, "ACDBPLACEHOLDER",     false, makePlaceholder},
     {0x51, "VBA_PROJECT",         false, nullptr},

@@ -24,6 +24,55 @@ std::unique_ptr<Body> makeArc();
 std::unique_ptr<Body> makeEllipse();
 std::unique_ptr<Body> makeSpline();
 
+// types/dimensions.cpp
+std::unique_ptr<Body> makeOrdinateDimension();
+std::unique_ptr<Body> makeRotatedDimension();
+std::unique_ptr<Body> makeAlignedDimension();
+std::unique_ptr<Body> makeThreePointDimension();
+std::unique_ptr<Body> makeTwoLineDimension();
+std::unique_ptr<Body> makeRadiusDimension();
+std::unique_ptr<Body> makeDiameterDimension();
+
+// types/hatch.cpp
+std::unique_ptr<Body> makeHatch();
+
+// types/leaders.cpp
+std::unique_ptr<Body> makeLeader();
+std::unique_ptr<Body> makeTolerance();
+
+// types/multiline.cpp
+std::unique_ptr<Body> makeMultiline();
+
+// types/multiline_text.cpp
+std::unique_ptr<Body> makeMultilineText();
+
+// types/polylines.cpp
+std::unique_ptr<Body> makeLightPolyline();
+std::unique_ptr<Body> makePolyline2d();
+std::unique_ptr<Body> makePolyline3d();
+std::unique_ptr<Body> makeFaceMesh();
+std::unique_ptr<Body> makeMesh();
+std::unique_ptr<Body> makeVertex2d();
+std::unique_ptr<Body> makeVertex3d();
+std::unique_ptr<Body> makeMeshVertex();
+std::unique_ptr<Body> makeFaceVertex();
+std::unique_ptr<Body> makeFaceRecord();
+
+// types/references.cpp
+std::unique_ptr<Body> makeBlockBegin();
+std::unique_ptr<Body> makeBlockEnd();
+std::unique_ptr<Body> makeSequenceEnd();
+std::unique_ptr<Body> makeInsert();
+std::unique_ptr<Body> makeInsertArray();
+
+// types/texts.cpp
+std::unique_ptr<Body> makeText();
+std::unique_ptr<Body> makeAttribute();
+std::unique_ptr<Body> makeAttributeDefinition();
+
+// types/viewport.cpp
+std::unique_ptr<Body> makeViewport();
+
 // types/tables.cpp
 std::unique_ptr<Body> makeBlockControl();
 std::unique_ptr<Body> makeLayerControl();

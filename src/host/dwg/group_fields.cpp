@@ -73,6 +73,16 @@ void FieldsFromGroups::marker(const wchar_t* name)
     }
 }
 
+bool FieldsFromGroups::embedded()
+{
+    m_marker.clear();
+    m_range = {m_groups->body().end, m_groups->body().end};
+    while (m_range.end < m_groups->size() && (*m_groups)[m_range.end].code < code::firstExtended) {
+        ++m_range.end;
+    }
+    return m_range.begin < m_range.end;
+}
+
 void FieldsFromGroups::angle(int code, double& value, double usual)
 {
     const auto at = m_groups->find(code, m_range);

@@ -212,6 +212,9 @@ public:
     /// in a description, the second stands for the second in the groups.
     void marker(const wchar_t* name);
 
+    /// What follows is looked for in the embedded object; false when there is none.
+    bool embedded();
+
     /// The groups behind the marker.
     [[nodiscard]] GroupRange range() const { return m_range; }
 
