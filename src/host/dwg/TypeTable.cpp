@@ -126,6 +126,78 @@ std::optional<unsigned> tableNumber(std::string_view entryName)
     return isTable ? std::optional((found - 1)->number) : std::nullopt;
 }
 
+std::int64_t flagsOf(const Groups& groups)
+{
+    return groups.integer(code::flags, groups.body());
+}
+
+// 1 for a reference in rows and columns, whose numbers have the code that flags have elsewhere.
+std::int64_t isInRows(const Groups& groups)
+{
+    constexpr int kColumns = 70;
+    constexpr int kRows = 71;
+    const GroupRange body = groups.body();
+    return groups.integer(kColumns, body, 1) > 1 || groups.integer(kRows, body, 1) > 1 ? 1 : 0;
+}
+
+// One of the types with a name that several have.
+struct Variant
+{
+    unsigned number;
+    std::string_view name;
+    const wchar_t* marker; // null for one whose marker another has, too
+    std::int64_t (*flagsOf)(const Groups& groups);
+    std::int64_t mask; // where no marker tells it, these bits of the flags ...
+    std::int64_t flags; // ... are so
+};
+
+// clang-format off
+constexpr Variant kVariants[] = {
+    {0x08, "INSERT",    L"AcDbMInsertBlock",           isInRows, 1,   1},
+    {0x07, "INSERT",    nullptr,                       isInRows, 1,   0},
+    {0x0E, "VERTEX",    L"AcDbFaceRecord",             flagsOf,  192, 128},
+    {0x0D, "VERTEX",    L"AcDbPolyFaceMeshVertex",     flagsOf,  192, 192},
+    {0x0C, "VERTEX",    L"AcDbPolygonMeshVertex",      flagsOf,  192, 64},
+    {0x0B, "VERTEX",    L"AcDb3dPolylineVertex",       flagsOf,  32,  32},
+    {0x0A, "VERTEX",    L"AcDb2dVertex",               flagsOf,  0,   0},
+    {0x1D, "POLYLINE",  L"AcDbPolyFaceMesh",           flagsOf,  64,  64},
+    {0x1E, "POLYLINE",  L"AcDbPolygonMesh",            flagsOf,  16,  16},
+    {0x10, "POLYLINE",  L"AcDb3dPolyline",             flagsOf,  8,   8},
+    {0x0F, "POLYLINE",  L"AcDb2dPolyline",             flagsOf,  0,   0},
+    {0x15, "DIMENSION", L"AcDbRotatedDimension",       flagsOf,  7,   0}, // has the next one's, too
+    {0x16, "DIMENSION", L"AcDbAlignedDimension",       flagsOf,  7,   1},
+    {0x18, "DIMENSION", L"AcDb2LineAngularDimension",  flagsOf,  7,   2},
+    {0x1A, "DIMENSION", L"AcDbDiametricDimension",     flagsOf,  7,   3},
+    {0x19, "DIMENSION", L"AcDbRadialDimension",        flagsOf,  7,   4},
+    {0x17, "DIMENSION", L"AcDb3PointAngularDimension", flagsOf,  7,   5},
+    {0x14, "DIMENSION", L"AcDbOrdinateDimension",      flagsOf,  7,   6},
+};
+
+// clang-format on
+
+bool hasMarker(const Groups& groups, const wchar_t* marker)
+{
+    return std::any_of(groups.begin(), groups.end(), [&](const Group& group) {
+        return group.code == code::subclass && group.isText(marker);
+    });
+}
+
+// Nothing for a name that one type has only.
+std::optional<unsigned> numberOfVariant(std::string_view name, const Groups& groups)
+{
+    for (const Variant& row : kVariants) {
+        if (row.name == name && row.marker != nullptr && hasMarker(groups, row.marker)) {
+            return row.number;
+        }
+    }
+    for (const Variant& row : kVariants) {
+        if (row.name == name && (row.flagsOf(groups) & row.mask) == row.flags) {
+            return row.number;
+        }
+    }
+    return std::nullopt;
+}
+
 const FixedType* fixedOf(unsigned number)
 {
     const auto* const found = std::lower_bound(
@@ -182,6 +254,9 @@ std::optional<unsigned> TypeTable::numberFor(const Groups& groups) const
     const std::string name = toUtf8(groups[0].text());
     if (name == "TABLE") {
         return tableNumber(toUtf8(groups.text(code::name, groups.body())));
+    }
+    if (const auto number = numberOfVariant(name, groups)) {
+        return number;
     }
     if (const auto byClass = m_byName.find(name); byClass != m_byName.end()) {
         return byClass->second;
