@@ -115,10 +115,11 @@ Acad::ErrorStatus AcDbDatabase::saveAs(const ACHAR* fileName)
     }
     const std::wstring path
         = corma::platform::fromNative(corma::platform::locate(corma::platform::fullPath(fileName)));
-    const Acad::ErrorStatus status = m_store->format()->write(*m_store, path);
+    const auto [status, message] = corma::host::writeDrawing(*m_store, path, m_fileName);
     if (status != Acad::eOk) {
+        const std::wstring why = message.empty() ? acadErrorStatusText(status) : message;
         acutPrintf(L"\n%s could not be written (%s); its former content is untouched.",
-                   path.c_str(), acadErrorStatusText(status));
+                   path.c_str(), why.c_str());
         return status;
     }
     m_fileName = path;

@@ -84,10 +84,10 @@ std::unique_ptr<AcDbObject> newOfKind(const AcDbStub& stub)
 
 } // namespace
 
-std::unique_ptr<AcDbObject> newObjectFor(const AcDbStub& stub)
+std::unique_ptr<AcDbObject> newObjectFor(const AcDbStub& stub, bool isUnderstood)
 {
     for (const TypeMaker& maker : kMakers) {
-        if (maker.type == stub.type) {
+        if (maker.type == stub.type && isUnderstood) {
             return maker.make();
         }
     }

@@ -38,7 +38,7 @@ constexpr TypeRow kTypes[] = {
 
 Transformer* transformerFor(const Groups& groups)
 {
-    if (groups.empty()) {
+    if (groups.empty() || !groups.isUnderstood()) {
         return nullptr;
     }
     const auto* const row

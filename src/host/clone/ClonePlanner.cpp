@@ -58,6 +58,12 @@ void dropEntries(Groups& dictionary)
     dictionary = Groups(std::move(kept));
 }
 
+bool takesBits(const Store& source, const Store& destination)
+{
+    return source.format() != nullptr && destination.format() != nullptr
+        && destination.format()->takesBitsOf(*source.format());
+}
+
 } // namespace
 
 ClonePlanner::ClonePlanner(ClonePlan& plan)
@@ -65,7 +71,8 @@ ClonePlanner::ClonePlanner(ClonePlan& plan)
     , m_job(plan.job)
     , m_source(plan.job.source)
     , m_destination(plan.job.destination)
-    , m_versions {knownVersion(m_source), knownVersion(m_destination)}
+    , m_versions {knownVersion(m_source), knownVersion(m_destination),
+                  takesBits(m_source, m_destination)}
     , m_sourceDictionaries(m_source)
     , m_destinationDictionaries(m_destination)
 {

@@ -278,8 +278,11 @@ void addNewerGroups(Groups& groups, const Versions& versions)
 
 CloneFailure checkType(const Groups& groups, const Versions& versions)
 {
+    if (!groups.isUnderstood() && versions.takesBits) {
+        return {};
+    }
     const RecordKnowledge* const known = knowledgeOf(toUtf8(groups[0].text()));
-    if (known == nullptr) {
+    if (known == nullptr || !groups.isUnderstood()) {
         return {Acad::eNotImplementedYet,
                 L"Cannot clone a record of type " + groups[0].text()
                     + L": its content is not understood."};

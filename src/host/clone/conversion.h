@@ -22,6 +22,9 @@ struct Versions
     DrawingVersion from = DrawingVersion::unknown;
     DrawingVersion to = DrawingVersion::unknown;
 
+    // The other drawing can have records of which nothing is known but their bits.
+    bool takesBits = false;
+
     // Before R13 a record has no subclasses, no owner, no reactors and no extension dictionary, and
     // a drawing no objects.
     [[nodiscard]] bool fromOld() const { return from < DrawingVersion::r13; }

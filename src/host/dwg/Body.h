@@ -29,6 +29,7 @@ struct Owned
 /// What bits say in the record of a block and groups in its BLOCK.
 struct BlockFacts
 {
+    std::wstring name {}; // in both
     std::int16_t flags = 0; // group 70
     Point base;
     std::wstring path; // of the file of an external reference

@@ -280,7 +280,7 @@ void pictureToGroups(const Frame& frame, FieldsToGroups& io)
 void colorToGroups(const Color& color, FieldsToGroups& io)
 {
     io.integer(code::color, color.index, Color::kByLayer);
-    if ((color.flags & Color::kHasRgb) != 0) {
+    if (color.hasRgb()) {
         io.integer(entity_code::rgb, color.rgb & kRgbMask);
     }
     if ((color.flags & Color::kHasTransparency) != 0) {
@@ -299,15 +299,16 @@ void colorFromGroups(FieldsFromGroups& io, Color& color)
         color.flags = static_cast<std::uint16_t>(has ? color.flags | flag : color.flags & ~flag);
         return has;
     };
-    if (setFlag(entity_code::rgb, Color::kHasRgb)) {
+    const bool isOfBook = (color.flags & Color::kHasBookColor) != 0;
+    const bool hasRgb = io.groups().find(entity_code::rgb, io.range()).has_value();
+    if (hasRgb || !isOfBook) {
+        setFlag(entity_code::rgb, Color::kHasRgb);
+        color.flags = static_cast<std::uint16_t>(color.flags & ~Color::kHasBookColor);
+    }
+    if (hasRgb) {
         std::uint32_t rgb = 0;
         io.integer(entity_code::rgb, rgb);
-        if ((color.rgb & kRgbMask) != rgb) {
-            color.rgb = rgb | kRgbByColor;
-            color.flags = static_cast<std::uint16_t>(color.flags & ~Color::kHasBookColor);
-        }
-    } else {
-        color.flags = static_cast<std::uint16_t>(color.flags & ~Color::kHasBookColor);
+        color.rgb = (color.rgb & kRgbMask) == rgb && !isOfBook ? color.rgb : rgb | kRgbByColor;
     }
     if (setFlag(entity_code::transparency, Color::kHasTransparency)) {
         io.integer(entity_code::transparency, color.transparency);

@@ -159,7 +159,7 @@ std::optional<RecordHead> readHead(std::string_view bytes, DrawingVersion versio
 
 // --- Record --------------------------------------------------------------------------------------
 
-Record::Record(const FileForm& form, const TypeTable& types, unsigned type)
+Record::Record(const FileForm& form, const TypeTable& types, unsigned type, bool isUnderstood)
     : m_form(&form)
     , m_types(&types)
     , m_type(type)
@@ -167,7 +167,7 @@ Record::Record(const FileForm& form, const TypeTable& types, unsigned type)
     const TypeInfo info = types.find(type);
     m_frame.isEntity = info.isEntity;
     m_frame.hasNoDictionary = true;
-    if (info.makeBody == nullptr) {
+    if (info.makeBody == nullptr || !isUnderstood) {
         m_depth = Depth::frame;
         m_body = std::make_unique<OpaqueBody>();
     } else {
@@ -178,6 +178,18 @@ Record::Record(const FileForm& form, const TypeTable& types, unsigned type)
 
 std::optional<Record> Record::read(std::string_view bytes, const FileForm& form,
                                    const TypeTable& types)
+{
+    return read(bytes, form, types, Check::bitsAreTheSame);
+}
+
+std::optional<Record> Record::peek(std::string_view bytes, const FileForm& form,
+                                   const TypeTable& types)
+{
+    return read(bytes, form, types, Check::no);
+}
+
+std::optional<Record> Record::read(std::string_view bytes, const FileForm& form,
+                                   const TypeTable& types, Check check)
 {
     const auto envelope = openEnvelope(bytes, form.version);
     if (!envelope) {
@@ -204,7 +216,7 @@ std::optional<Record> Record::read(std::string_view bytes, const FileForm& form,
     }
     FieldsFromBits io(form, record.m_frame.self.target, streams);
     if (record.readFrame(io)) {
-        record.readBody(io, bytes);
+        record.readBody(io, bytes, check);
     }
     return record;
 }
@@ -221,7 +233,7 @@ bool Record::readFrame(FieldsFromBits& io)
     return io.isGood();
 }
 
-void Record::readBody(const FieldsFromBits& behindFrame, std::string_view bytes)
+void Record::readBody(const FieldsFromBits& behindFrame, std::string_view bytes, Check check)
 {
     constexpr std::size_t kFewestHandleBits = 8;
     const TypeInfo info = m_types->find(m_type);
@@ -230,7 +242,7 @@ void Record::readBody(const FieldsFromBits& behindFrame, std::string_view bytes)
         m_body->read(io);
         m_depth = Depth::all;
         const bool isWhole = io.isGood() && io.streams().handles.left() < kFewestHandleBits;
-        if (isWhole && this->bytes() == bytes) {
+        if (isWhole && (check == Check::no || this->bytes() == bytes)) {
             return;
         }
     }

@@ -23,12 +23,17 @@ public:
         all
     };
 
-    /// A new record of a type; none of its fields has a value yet.
-    Record(const FileForm& form, const TypeTable& types, unsigned type);
+    /// A new record of a type; none of its fields has a value yet. One that is not understood takes
+    /// the bits that its groups have.
+    Record(const FileForm& form, const TypeTable& types, unsigned type, bool isUnderstood = true);
 
     /// `bytes` has the record with its length ahead and its checksum behind. Nothing when not even
     /// the type and the handle can be read.
     static std::optional<Record> read(std::string_view bytes, const FileForm& form,
+                                      const TypeTable& types);
+
+    /// The same without putting it together again: for what it owns, and nothing that is written.
+    static std::optional<Record> peek(std::string_view bytes, const FileForm& form,
                                       const TypeTable& types);
 
     [[nodiscard]] unsigned type() const { return m_type; }
@@ -60,8 +65,17 @@ public:
     [[nodiscard]] std::string bytes() const;
 
 private:
+    /// What a reading is for.
+    enum class Check : std::uint8_t
+    {
+        no,
+        bitsAreTheSame
+    };
+
+    static std::optional<Record> read(std::string_view bytes, const FileForm& form,
+                                      const TypeTable& types, Check check);
     bool readFrame(FieldsFromBits& io);
-    void readBody(const FieldsFromBits& behindFrame, std::string_view bytes);
+    void readBody(const FieldsFromBits& behindFrame, std::string_view bytes, Check check);
 
     const FileForm* m_form;
     const TypeTable* m_types;

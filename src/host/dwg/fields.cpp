@@ -237,7 +237,7 @@ void FieldsFromBits::entityColor(Color& value)
     const std::uint16_t whole = m_streams.data.bitShort();
     value.flags = static_cast<std::uint16_t>(whole & ~kColorIndex);
     value.index = static_cast<std::int16_t>(whole & kColorIndex);
-    if ((value.flags & Color::kHasRgb) != 0) {
+    if (value.hasRgb()) {
         bitLong(value.rgb);
     }
     if ((value.flags & Color::kHasTransparency) != 0) {
@@ -361,7 +361,7 @@ void FieldsToBits::entityColor(const Color& value)
     }
     m_data.bitShort(
         static_cast<std::uint16_t>(value.flags | static_cast<std::uint16_t>(value.index)));
-    if ((value.flags & Color::kHasRgb) != 0) {
+    if (value.hasRgb()) {
         bitLong(value.rgb);
     }
     if ((value.flags & Color::kHasTransparency) != 0) {

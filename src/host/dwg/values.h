@@ -74,6 +74,9 @@ struct Color
     Text name;
     Text book;
     Ref bookColor; // of an entity: the record of the color, among the handles
+
+    /// A color from a book has its red, green and blue in its own record.
+    [[nodiscard]] bool hasRgb() const { return (flags & (kHasRgb | kHasBookColor)) == kHasRgb; }
 };
 
 /// A point on a plane.

@@ -1,5 +1,6 @@
 #include "host/dxf/DxfFormat.h"
 
+#include "host/drawing_files.h"
 #include "host/dxf/group_codec.h"
 #include "host/model/Store.h"
 
@@ -188,15 +189,11 @@ bool DxfFormat::eachPiece(const Store& store,
     return joiner.flush();
 }
 
-Acad::ErrorStatus DxfFormat::write(const Store& store, const std::wstring& path) const
+WriteResult DxfFormat::write(const Store& store, const std::wstring& path) const
 {
     platform::FileReplacement file(path);
     eachPiece(store, [&](std::string_view piece) { return file.write(piece); });
-    if (file.commit()) {
-        return Acad::eOk;
-    }
-    return file.error().cause == platform::FileError::Cause::diskFull ? Acad::eOutOfDisk
-                                                                      : Acad::eFileAccessErr;
+    return committed(file);
 }
 
 } // namespace corma::host::dxf

@@ -16,8 +16,7 @@ public:
 
     using DrawingFormat::decode;
     void decode(const AcDbStub& stub, Groups& groups) const override;
-    [[nodiscard]] Acad::ErrorStatus write(const Store& store,
-                                          const std::wstring& path) const override;
+    [[nodiscard]] WriteResult write(const Store& store, const std::wstring& path) const override;
 
     /// Hands out what a drawing is written as, piece by piece, until `take` returns false; a piece
     /// is good until it returns. False when that happened.

@@ -160,6 +160,12 @@ void StructureBuilder::beginSection()
     if (isHeader) {
         m_structure.header = stub;
     }
+    // Classes come ahead of all that they describe.
+    const bool isFirst = m_structure.tablesEnd == nullptr && m_structure.entitiesBegin == nullptr
+        && m_structure.objectsBegin == nullptr && m_structure.blocks.empty();
+    if (m_record.name == "CLASSES" && m_structure.classesBegin == nullptr && isFirst) {
+        m_structure.classesBegin = stub;
+    }
     m_section = sectionNamed(m_record.name);
     m_sectionName = m_record.name;
     if (m_section == Section::entities && m_structure.entitiesBegin == nullptr) {

@@ -33,6 +33,13 @@ enum class DrawingVersion : short
     r2018 = 1032
 };
 
+/// How the writing of a drawing went.
+struct WriteResult
+{
+    Acad::ErrorStatus status = Acad::eOk;
+    std::wstring message {}; // why it failed, where the status does not say enough
+};
+
 /// How a drawing stands in its file. A format keeps the bytes of the file that it read; a record
 /// is decoded from them when it is asked for.
 class DrawingFormat
@@ -55,10 +62,13 @@ public:
     /// The same in the place of what `groups` has, whose memory is used again.
     virtual void decode(const AcDbStub& stub, Groups& groups) const = 0;
 
+    /// True when a record that is not understood can go from a drawing of the other format into one
+    /// of this as the bits that it is.
+    [[nodiscard]] virtual bool takesBitsOf(const DrawingFormat& /*other*/) const { return false; }
+
     /// Writes the drawing in this format, in one step: the file is the old or the new one. Records
     /// that were not changed are written as the bytes that they were.
-    [[nodiscard]] virtual Acad::ErrorStatus write(const Store& store,
-                                                  const std::wstring& path) const = 0;
+    [[nodiscard]] virtual WriteResult write(const Store& store, const std::wstring& path) const = 0;
 };
 
 } // namespace corma::host

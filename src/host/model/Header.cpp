@@ -106,6 +106,11 @@ Groups Store::variable(std::wstring_view name) const
     return values;
 }
 
+Groups Store::headerGroups() const
+{
+    return header().groups;
+}
+
 void Store::setVariable(std::wstring_view name, const Group& value)
 {
     if (m_structure.header == nullptr) {

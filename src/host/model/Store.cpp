@@ -344,10 +344,11 @@ AcDbStub* Store::impliedStub(RecordKind kind, RecordType type, std::vector<Group
 AcDbObject& Store::resident(AcDbStub& stub)
 {
     if (stub.resident == nullptr) {
-        std::unique_ptr<AcDbObject> object = newObjectFor(stub);
+        Groups groups = std::exchange(m_room, {});
+        readGroups(stub, groups);
+        std::unique_ptr<AcDbObject> object = newObjectFor(stub, groups.isUnderstood());
         object->m_stub = &stub;
-        object->m_groups = std::exchange(m_room, {});
-        readGroups(stub, object->m_groups);
+        object->m_groups = std::move(groups);
         object->groupsWereRead();
         stub.resident = object.release();
         m_newGroups.erase(&stub);

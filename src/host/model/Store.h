@@ -97,8 +97,9 @@ public:
     struct Structure
     {
         AcDbStub* header = nullptr;
+        AcDbStub* classesBegin = nullptr; // SECTION, null where there is none
         std::array<Table, kTableCount> tables {};
-        std::vector<Block> blocks; // begin and end only
+        std::vector<Block> blocks; // begin and end, and the record where the file says it
         AcDbStub* tablesEnd = nullptr; // ENDSEC of the section, null where there is none
         AcDbStub* blocksEnd = nullptr;
         AcDbStub* entitiesBegin = nullptr; // SECTION
@@ -263,6 +264,9 @@ public:
     /// The groups of a header variable; empty when the drawing does not have it.
     [[nodiscard]] Groups variable(std::wstring_view name) const; // L"$TILEMODE"
 
+    /// All of them, with their names; empty for a drawing that has no header.
+    [[nodiscard]] Groups headerGroups() const;
+
     /// Gives a variable a value, in place of the one of the same code. Nothing happens in a drawing
     /// that has no header.
     void setVariable(std::wstring_view name, const Group& value);
@@ -307,7 +311,6 @@ private:
     void ensureTable(TableKind kind);
     void ensureEntitiesSection();
     void ensureBlocksSection();
-    [[nodiscard]] AcDbStub* classesBegin() const;
     AcDbStub* insertBlockRecord(RecordKind kind, std::vector<Group> groups, Handle owner);
     AcDbStub* nextOfTable(TableKind table, AcDbStub* at) const;
     void buildBlocks();

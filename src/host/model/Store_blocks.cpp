@@ -65,7 +65,12 @@ void Store::buildBlocks()
 {
     m_hasBlocks = true;
     std::unordered_map<std::wstring, std::deque<Block>> definitions; // those of a name, in order
+    std::unordered_map<const AcDbStub*, const Block*> byRecord;
     for (Block& block : m_structure.blocks) {
+        if (block.record != nullptr) {
+            byRecord.emplace(block.record, &block);
+            continue;
+        }
         block.name = modernName(textOf(*block.begin, code::name));
         definitions[foldedName(block.name)].push_back(block);
     }
@@ -74,7 +79,10 @@ void Store::buildBlocks()
         Block block;
         block.name = textOf(*at, code::name);
         auto& waiting = definitions[foldedName(block.name)];
-        if (!waiting.empty()) {
+        if (const auto known = byRecord.find(at); known != byRecord.end()) {
+            block.begin = known->second->begin;
+            block.end = known->second->end;
+        } else if (!waiting.empty()) {
             block = waiting.front();
             waiting.pop_front();
         }

@@ -9,32 +9,11 @@ namespace {
 
 constexpr int kClassType = 1; // the name of the records that a CLASS describes
 
-bool isSection(const Store& store, const AcDbStub& stub, std::wstring_view name)
-{
-    return stub.type == RecordType::section && store.textOf(stub, code::name) == name;
-}
-
-// The sections of what a drawing is made of come behind all that only describes it.
-bool isContent(const AcDbStub& stub)
-{
-    return stub.kind != RecordKind::structure && stub.kind != RecordKind::header;
-}
-
 } // namespace
-
-AcDbStub* Store::classesBegin() const
-{
-    for (AcDbStub* at = m_first; at != nullptr && !isContent(*at); at = at->next) {
-        if (isSection(*this, *at, L"CLASSES")) {
-            return at;
-        }
-    }
-    return nullptr;
-}
 
 Groups Store::classOf(std::string_view type) const
 {
-    const AcDbStub* at = classesBegin();
+    const AcDbStub* at = m_structure.classesBegin;
     const std::wstring wanted = fromUtf8(type);
     while (at != nullptr && at->type != RecordType::endSection) {
         if (nameOf(at->type) == "CLASS" && textOf(*at, kClassType) == wanted) {
@@ -50,7 +29,7 @@ void Store::addClass(Groups groups)
     if (m_version < DrawingVersion::r13 || m_first == nullptr) {
         return;
     }
-    AcDbStub* place = classesBegin();
+    AcDbStub* place = m_structure.classesBegin;
     if (place != nullptr) {
         while (place != nullptr && place->type != RecordType::endSection) {
             place = place->next;
@@ -61,8 +40,8 @@ void Store::addClass(Groups groups)
                && (place->type == RecordType::endSection || place->type == RecordType::none)) {
             place = place->next; // the end of the header, or what stands ahead of all sections
         }
-        insertStructure(place, RecordKind::structure,
-                        {{code::type, L"SECTION"}, {code::name, L"CLASSES"}});
+        m_structure.classesBegin = insertStructure(
+            place, RecordKind::structure, {{code::type, L"SECTION"}, {code::name, L"CLASSES"}});
         place = insertStructure(place, RecordKind::structure, {{code::type, L"ENDSEC"}});
     }
     insertStructure(place, RecordKind::structure, {groups.begin(), groups.end()});

@@ -155,7 +155,7 @@ TEST(DxfWriting, ReplacesTheFile)
     const std::string bytes = drawingOf("0 LINE\n5 A\n");
     const DxfDrawing drawing(bytes);
     const std::wstring path = folder.write(L"a.dxf", "old");
-    EXPECT_EQ(drawing.format().write(drawing.store, path), Acad::eOk);
+    EXPECT_EQ(drawing.format().write(drawing.store, path).status, Acad::eOk);
     EXPECT_EQ(folder.read(L"a.dxf"), bytes);
     EXPECT_EQ(drawing.format().write(drawing.store, folder.path(L"none/a.dxf")),
               Acad::eFileAccessErr);
@@ -168,7 +168,7 @@ TEST(DxfWriting, AFullDiskLeavesTheFileAsItWas)
     const std::wstring path = folder.write(L"a.dxf", "old");
     {
         const corma::testing::FullDisk disk(10);
-        EXPECT_EQ(drawing.format().write(drawing.store, path), Acad::eOutOfDisk);
+        EXPECT_EQ(drawing.format().write(drawing.store, path).status, Acad::eOutOfDisk);
     }
     EXPECT_EQ(folder.read(L"a.dxf"), "old");
 }

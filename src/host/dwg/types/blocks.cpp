@@ -192,7 +192,8 @@ struct BlockRecord
         flags |= hasAttributes ? kHasAttributes : 0;
         flags |= isXref ? kIsXref : 0;
         flags |= isOverlay ? kIsOverlay : 0;
-        return {.flags = static_cast<std::int16_t>(flags),
+        return {.name = head.name.value,
+                .flags = static_cast<std::int16_t>(flags),
                 .base = base,
                 .path = path.value,
                 .description = description.value};

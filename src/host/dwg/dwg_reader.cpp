@@ -1,0 +1,399 @@
+#include "host/dwg/dwg_reader.h"
+
+#include "host/dwg/Container.h"
+#include "host/dwg/DwgFormat.h"
+#include "host/dwg/Record.h"
+#include "host/dwg/classes.h"
+#include "host/dwg/code_pages.h"
+#include "host/dwg/header_variables.h"
+#include "host/dwg/object_map.h"
+#include "host/dwg/release.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <unordered_map>
+
+namespace corma::host::dwg {
+
+namespace {
+
+constexpr std::wstring_view kModelSpace = L"*Model_Space";
+constexpr std::wstring_view kPaperSpace = L"*Paper_Space";
+
+/// A record of the file that is not yet a record of the drawing, or is one already.
+struct Found
+{
+    Handle handle = Handle::none;
+    std::uint64_t offset = 0;
+    std::uint32_t size = 0;
+    unsigned type = 0;
+    AcDbStub* stub = nullptr;
+};
+
+/// Makes the records of a drawing in the order that a DXF file of it has, since that is how the
+/// model knows them: tables, blocks with what is in them, entities, objects. A record that nothing
+/// leads to goes along as bits.
+class StructureReader
+{
+public:
+    StructureReader(const Parts& parts, const FileForm& form, const TypeTable& types, Store& store)
+        : m_parts(parts)
+        , m_form(form)
+        , m_types(types)
+        , m_store(store)
+    {
+    }
+
+    std::optional<ReadResult> findRecords(const std::wstring& path);
+    Store::Structure read(const RootHandles& roots);
+
+private:
+    using Kind = RecordKind;
+
+    Found* find(Handle handle);
+    [[nodiscard]] std::optional<Record> recordOf(const Found& found) const;
+    RecordType typeOf(unsigned number);
+    AcDbStub* append(Found& found, Kind kind, AcDbStub* container);
+    AcDbStub* appendImplied(Kind kind, RecordType type);
+    void addHeader();
+    void addClasses();
+    void addTables(const RootHandles& roots);
+    void addTable(TableKind kind, Handle control);
+    void addBlocks();
+    void addBlock(AcDbStub& record);
+    void addMembers(const Owned& owned, AcDbStub* container, bool isPaperSpace);
+    void addEntity(Handle handle, AcDbStub* container, bool isPaperSpace);
+    void addSubEntities(const Found& owner, AcDbStub* stub);
+    [[nodiscard]] Handle nextOf(const Found& found) const;
+    void addSpaces();
+    void addObjects(Handle root);
+
+    const Parts& m_parts;
+    const FileForm& m_form;
+    const TypeTable& m_types;
+    Store& m_store;
+    Store::Structure m_structure;
+    std::vector<Found> m_found; // by handle
+    std::unordered_map<unsigned, RecordType> m_typeNames;
+
+    // Those whose entities have a section of their own.
+    std::optional<Owned> m_modelSpace;
+    std::optional<Owned> m_paperSpace;
+};
+
+// --- records -------------------------------------------------------------------------------------
+
+std::optional<ReadResult> StructureReader::findRecords(const std::wstring& path)
+{
+    const auto places = decodeObjectMap(m_parts.map);
+    if (!places) {
+        return damage(path, 0, L"the object map is wrong or has a wrong checksum");
+    }
+    m_found.reserve(places->size());
+    for (const ObjectPlace& place : *places) {
+        const auto head = place.offset < m_parts.objects.size()
+            ? readHead(m_parts.objects.substr(place.offset), m_form.version)
+            : std::nullopt;
+        if (!head || head->handle != place.handle
+            || head->size > std::numeric_limits<std::uint32_t>::max()) {
+            return damage(path, place.offset,
+                          L"the object " + toText(place.handle)
+                              + (head ? L" has another handle" : L" has a wrong checksum"));
+        }
+        m_found.push_back(
+            {place.handle, place.offset, static_cast<std::uint32_t>(head->size), head->type});
+    }
+    const auto byHandle = [](const Found& a, const Found& b) { return a.handle < b.handle; };
+    if (!std::is_sorted(m_found.begin(), m_found.end(), byHandle)) {
+        std::stable_sort(m_found.begin(), m_found.end(), byHandle);
+    }
+    return std::nullopt;
+}
+
+Found* StructureReader::find(Handle handle)
+{
+    const auto at
+        = std::lower_bound(m_found.begin(), m_found.end(), handle,
+                           [](const Found& found, Handle wanted) { return found.handle < wanted; });
+    return at == m_found.end() || at->handle != handle ? nullptr : &*at;
+}
+
+std::optional<Record> StructureReader::recordOf(const Found& found) const
+{
+    return Record::peek(m_parts.objects.substr(found.offset, found.size), m_form, m_types);
+}
+
+RecordType StructureReader::typeOf(unsigned number)
+{
+    const auto [known, isNew] = m_typeNames.try_emplace(number);
+    if (isNew) {
+        known->second = m_store.typeNamed(m_types.find(number).name);
+    }
+    return known->second;
+}
+
+AcDbStub* StructureReader::append(Found& found, Kind kind, AcDbStub* container)
+{
+    AcDbStub* const stub = m_store.append(kind, typeOf(found.type), found.offset, found.size);
+    stub->container = container;
+    m_store.giveHandle(*stub, found.handle);
+    found.stub = stub;
+    return stub;
+}
+
+AcDbStub* StructureReader::appendImplied(Kind kind, RecordType type)
+{
+    AcDbStub* const stub = m_store.append(kind, type, 0, 0);
+    stub->isImplied = true;
+    return stub;
+}
+
+// --- structure -----------------------------------------------------------------------------------
+
+Store::Structure StructureReader::read(const RootHandles& roots)
+{
+    m_store.reserve(m_found.size());
+    addHeader();
+    addClasses();
+    addTables(roots);
+    addBlocks();
+    addSpaces();
+    addObjects(roots.namedObjects);
+    m_structure.fileEnd = appendImplied(Kind::structure, RecordType::endOfFile);
+    return std::move(m_structure);
+}
+
+void StructureReader::addHeader()
+{
+    m_structure.header = m_store.append(Kind::header, RecordType::section, 0,
+                                        static_cast<std::uint32_t>(m_parts.header.size()));
+}
+
+void StructureReader::addClasses()
+{
+    AcDbStub* const begin = appendImplied(Kind::structure, RecordType::section);
+    m_structure.classesBegin = begin;
+    const RecordType type = m_store.typeNamed("CLASS");
+    for (std::size_t i = 0; i < m_types.classes().size(); ++i) {
+        m_store.append(Kind::structure, type, i, 1);
+    }
+    appendImplied(Kind::structure, RecordType::endSection);
+}
+
+void StructureReader::addTables(const RootHandles& roots)
+{
+    appendImplied(Kind::structure, RecordType::section);
+    const std::array<std::pair<TableKind, Handle>, kTableCount> controls = {{
+        {TableKind::viewport, roots.windows},
+        {TableKind::linetype, roots.linetypes},
+        {TableKind::layer, roots.layers},
+        {TableKind::textStyle, roots.textStyles},
+        {TableKind::view, roots.views},
+        {TableKind::ucs, roots.coordinateSystems},
+        {TableKind::appId, roots.applications},
+        {TableKind::dimStyle, roots.dimStyles},
+        {TableKind::blockRecord, roots.blocks},
+    }};
+    for (const auto& [kind, control] : controls) {
+        addTable(kind, control);
+    }
+    m_structure.tablesEnd = appendImplied(Kind::structure, RecordType::endSection);
+}
+
+void StructureReader::addTable(TableKind kind, Handle control)
+{
+    Found* const found = find(control);
+    const auto record
+        = found == nullptr || found->stub != nullptr ? std::nullopt : recordOf(*found);
+    const auto owned = record ? record->owned() : std::nullopt;
+    if (!owned) {
+        return;
+    }
+    Table& table = m_structure.tables[static_cast<std::size_t>(kind)];
+    table.head = append(*found, Kind::table, nullptr);
+    const auto add = [&](Handle handle) {
+        Found* const entry = find(handle);
+        if (entry != nullptr && entry->stub == nullptr) {
+            append(*entry, Kind::tableEntry, table.head);
+        }
+    };
+    add(owned->firstSpecial);
+    add(owned->secondSpecial);
+    std::for_each(owned->members.begin(), owned->members.end(), add);
+    table.end = appendImplied(Kind::structure, RecordType::endTable);
+}
+
+void StructureReader::addBlocks()
+{
+    appendImplied(Kind::structure, RecordType::section);
+    const AcDbStub* const head = m_structure.tables[static_cast<std::size_t>(kBlockTable)].head;
+    for (AcDbStub* at = head == nullptr ? nullptr : head->next;
+         at != nullptr && at->kind == Kind::tableEntry; at = at->next) {
+        addBlock(*at);
+    }
+    m_structure.blocksEnd = appendImplied(Kind::structure, RecordType::endSection);
+}
+
+void StructureReader::addBlock(AcDbStub& record)
+{
+    const auto read = recordOf(*find(record.handle));
+    const auto owned = read ? read->owned() : std::nullopt;
+    Found* const begin = owned ? find(owned->begin) : nullptr;
+    if (begin == nullptr || begin->stub != nullptr) {
+        return;
+    }
+    Block block;
+    block.record = &record;
+    block.begin = append(*begin, Kind::blockBegin, nullptr);
+    const auto facts = read->blockFacts();
+    const std::wstring folded = foldedName(facts ? facts->name : std::wstring());
+    if (folded == foldedName(kModelSpace)) {
+        m_modelSpace = owned;
+    } else if (folded == foldedName(kPaperSpace)) {
+        m_paperSpace = owned;
+    } else {
+        addMembers(*owned, block.begin, false);
+    }
+    Found* const end = find(owned->end);
+    if (end != nullptr && end->stub == nullptr) {
+        block.end = append(*end, Kind::blockEnd, nullptr);
+    } else {
+        block.end = appendImplied(Kind::blockEnd, RecordType::blockEnd);
+    }
+    m_structure.blocks.push_back(std::move(block));
+}
+
+void StructureReader::addSpaces()
+{
+    m_structure.entitiesBegin = appendImplied(Kind::structure, RecordType::section);
+    if (m_modelSpace) {
+        addMembers(*m_modelSpace, nullptr, false);
+    }
+    if (m_paperSpace) {
+        addMembers(*m_paperSpace, nullptr, true);
+    }
+    m_structure.entitiesEnd = appendImplied(Kind::structure, RecordType::endSection);
+}
+
+// --- entities ------------------------------------------------------------------------------------
+
+void StructureReader::addMembers(const Owned& owned, AcDbStub* container, bool isPaperSpace)
+{
+    for (const Handle member : owned.members) {
+        addEntity(member, container, isPaperSpace);
+    }
+    // Up to R2000 each entity tells the next one.
+    for (const Found* at = find(owned.first); at != nullptr && at->stub == nullptr;) {
+        const Found* const next = at->handle == owned.last ? nullptr : find(nextOf(*at));
+        addEntity(at->handle, container, isPaperSpace);
+        at = next;
+    }
+}
+
+Handle StructureReader::nextOf(const Found& found) const
+{
+    const auto record = recordOf(found);
+    return record ? record->frame().nextHandle() : Handle::none;
+}
+
+void StructureReader::addEntity(Handle handle, AcDbStub* container, bool isPaperSpace)
+{
+    Found* const found = find(handle);
+    if (found == nullptr || found->stub != nullptr) {
+        return;
+    }
+    AcDbStub* const stub = append(*found, Kind::entity, container);
+    stub->isPaperSpace = isPaperSpace;
+    if (stub->type == RecordType::insert || stub->type == RecordType::polyline) {
+        addSubEntities(*found, stub);
+    }
+}
+
+void StructureReader::addSubEntities(const Found& owner, AcDbStub* stub)
+{
+    const auto record = recordOf(owner);
+    const auto owned = record ? record->owned() : std::nullopt;
+    if (!owned) {
+        return;
+    }
+    const auto add = [&](Found* found) {
+        if (found != nullptr && found->stub == nullptr) {
+            append(*found, Kind::subEntity, stub);
+        }
+    };
+    for (const Handle member : owned->members) {
+        add(find(member));
+    }
+    for (Found* at = find(owned->first); at != nullptr && at->stub == nullptr;) {
+        Found* const next = at->handle == owned->last ? nullptr : find(nextOf(*at));
+        add(at);
+        at = next;
+    }
+    add(find(owned->end));
+}
+
+// --- objects -------------------------------------------------------------------------------------
+
+void StructureReader::addObjects(Handle root)
+{
+    m_structure.objectsBegin = appendImplied(Kind::structure, RecordType::section);
+    if (Found* const found = find(root); found != nullptr && found->stub == nullptr) {
+        append(*found, Kind::object, nullptr);
+    }
+    for (Found& found : m_found) {
+        if (found.stub == nullptr && !m_types.find(found.type).isEntity
+            && typeOf(found.type) != RecordType::table) {
+            append(found, Kind::object, nullptr);
+        }
+    }
+    m_structure.objectsEnd = appendImplied(Kind::structure, RecordType::endSection);
+    for (Found& found : m_found) {
+        if (found.stub == nullptr) {
+            append(found, Kind::structure, nullptr);
+        }
+    }
+}
+
+FileForm formOf(const Parts& parts)
+{
+    FileForm form;
+    form.version = parts.version;
+    form.maintenance = parts.maintenance;
+    form.codePage = parts.codePage;
+    form.page = dxf::CodePage::named(nameOfCodePage(parts.codePage));
+    return form;
+}
+
+} // namespace
+
+ReadResult readDwg(platform::FileContent content, const std::wstring& path, Store& store)
+{
+    ContainerOrTrouble read = readContainer(std::move(content), path);
+    if (auto* const trouble = std::get_if<ReadResult>(&read)) {
+        return std::move(*trouble);
+    }
+    auto& container = std::get<std::unique_ptr<Container>>(read);
+    const Parts& parts = container->parts();
+    FileForm form = formOf(parts);
+    auto classes = decodeClasses(parts.classes, form);
+    if (!classes) {
+        return damage(path, 0, L"the classes are wrong or have a wrong checksum");
+    }
+    const auto roots = decodeRootHandles(parts.header, form);
+    if (!roots) {
+        return damage(path, 0, L"the header variables are wrong or have a wrong checksum");
+    }
+    TypeTable types(std::move(*classes));
+    StructureReader reader(parts, form, types, store);
+    if (auto trouble = reader.findRecords(path)) {
+        return std::move(*trouble);
+    }
+    Store::Structure structure = reader.read(*roots);
+    store.finishLoading(std::move(structure),
+                        std::make_unique<DwgFormat>(std::move(container), std::move(form),
+                                                    std::move(types), store));
+    return {};
+}
+
+} // namespace corma::host::dwg
