@@ -1,47 +1,43 @@
 #include "host/dwg/code_pages.h"
 
-#include <algorithm>
+#include "platform/text.h"
+
 #include <array>
-#include <cctype>
+#include <cstddef>
 
 namespace corma::host::dwg {
 
 namespace {
 
 // By their numbers.
-constexpr std::array<std::string_view, 45> kNames
-    = {"UNDEFINED",  "US_ASCII",   "ISO_8859_1", "ISO_8859_2", "ISO_8859_3", "ISO_8859_4",
-       "ISO_8859_5", "ISO_8859_6", "ISO_8859_7", "ISO_8859_8", "ISO_8859_9", "DOS437",
-       "DOS850",     "DOS852",     "DOS855",     "DOS857",     "DOS860",     "DOS861",
-       "DOS863",     "DOS864",     "DOS865",     "DOS869",     "DOS932",     "MACINTOSH",
-       "BIG5",       "KSC5601",    "JOHAB",      "DOS866",     "ANSI_1250",  "ANSI_1251",
-       "ANSI_1252",  "GB2312",     "ANSI_1253",  "ANSI_1254",  "ANSI_1255",  "ANSI_1256",
-       "ANSI_1257",  "ANSI_874",   "ANSI_932",   "ANSI_936",   "ANSI_949",   "ANSI_950",
-       "ANSI_1361",  "UTF16",      "ANSI_1258"};
+constexpr std::array<std::wstring_view, 45> kNames
+    = {L"UNDEFINED", L"ASCII",     L"ISO8859-1", L"ISO8859-2", L"ISO8859-3", L"ISO8859-4",
+       L"ISO8859-5", L"ISO8859-6", L"ISO8859-7", L"ISO8859-8", L"ISO8859-9", L"DOS437",
+       L"DOS850",    L"DOS852",    L"DOS855",    L"DOS857",    L"DOS860",    L"DOS861",
+       L"DOS863",    L"DOS864",    L"DOS865",    L"DOS869",    L"DOS932",    L"MAC-ROMAN",
+       L"BIG5",      L"KSC5601",   L"JOHAB",     L"DOS866",    L"ANSI_1250", L"ANSI_1251",
+       L"ANSI_1252", L"GB2312",    L"ANSI_1253", L"ANSI_1254", L"ANSI_1255", L"ANSI_1256",
+       L"ANSI_1257", L"ANSI_874",  L"ANSI_932",  L"ANSI_936",  L"ANSI_949",  L"ANSI_950",
+       L"ANSI_1361", L"UTF16",     L"ANSI_1258"};
 
-constexpr std::size_t kUsual = 30;
-
-bool isSame(std::string_view a, std::string_view b)
-{
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](unsigned char x, unsigned char y) {
-        return std::toupper(x) == std::toupper(y);
-    });
-}
+constexpr int kWindows1252 = 30;
 
 } // namespace
 
-std::string nameOfCodePage(int number)
+std::wstring codePageName(int number)
 {
-    const auto at = static_cast<std::size_t>(number);
-    return std::string(number >= 0 && at < kNames.size() ? kNames[at] : kNames[kUsual]);
+    const bool isKnown = number > 0 && static_cast<std::size_t>(number) < kNames.size();
+    return std::wstring(kNames[static_cast<std::size_t>(isKnown ? number : kWindows1252)]);
 }
 
-int numberOfCodePage(std::string_view name)
+int codePageNumber(std::wstring_view name)
 {
-    const auto* const found = std::find_if(
-        kNames.begin(), kNames.end(), [&](std::string_view known) { return isSame(known, name); });
-    return static_cast<int>(
-        found == kNames.end() ? kUsual : static_cast<std::size_t>(found - kNames.begin()));
+    for (std::size_t i = 0; i < kNames.size(); ++i) {
+        if (equalIgnoringCase(kNames[i], name)) {
+            return static_cast<int>(i);
+        }
+    }
+    return kWindows1252;
 }
 
 } // namespace corma::host::dwg

@@ -5,11 +5,11 @@
 
 namespace corma::host::dwg {
 
-/// The name that $DWGCODEPAGE has for the number of a code page in the head of a file, such as
-/// "ANSI_1252" for 30, which is also that of an unknown number.
-std::string nameOfCodePage(int number);
+/// The name that $DWGCODEPAGE has for the number of a code page in the head of a file;
+/// L"ANSI_1252" for a number that is not known.
+std::wstring codePageName(int number);
 
-/// 30 for a name that is not known.
-int numberOfCodePage(std::string_view name);
+/// The opposite, without regard to case; the number of Windows-1252 for a name that is not known.
+int codePageNumber(std::wstring_view name);
 
 } // namespace corma::host::dwg

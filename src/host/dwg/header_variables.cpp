@@ -1,7 +1,6 @@
 #include "host/dwg/header_variables.h"
 
 #include "host/dwg/code_pages.h"
-#include "host/dwg/code_pages.h"
 #include "host/dwg/header_fields.h"
 #include "host/dwg/line_weight_code.h"
 #include "host/dwg/section_frame.h"
@@ -625,7 +624,7 @@ std::optional<GroupValue> headValue(Form variable, const FileForm& form)
     case Form::maintenance:
         return std::int64_t {form.maintenance};
     case Form::codePage:
-        { const std::string page = nameOfCodePage(form.codePage); return std::wstring(page.begin(), page.end()); }
+        return codePageName(form.codePage);
     default:
         return std::nullopt;
     }
