@@ -93,7 +93,7 @@ constexpr FixedType kFixedTypes[] = {
     {0x4C, "LONG_TRANSACTION",    false, nullptr},
     {0x4D, "LWPOLYLINE",          true,  makeLightPolyline},
     {0x4E, "HATCH",               true,  makeHatch},
-    {0x4F, "XRECORD",             false, nullptr},
+    {0x4F, "XRECORD",             false, makeXrecord},
     {0x50, "ACDBPLACEHOLDER",     false, makePlaceholder},
     {0x51, "VBA_PROJECT",         false, nullptr},
     {0x52, "LAYOUT",              false, nullptr},

@@ -93,4 +93,7 @@ std::unique_ptr<Body> makeDictionary();
 std::unique_ptr<Body> makeDictionaryWithDefault();
 std::unique_ptr<Body> makePlaceholder();
 
+// types/xrecord.cpp
+std::unique_ptr<Body> makeXrecord();
+
 } // namespace corma::host::dwg
