@@ -4,7 +4,7 @@
 #include "host/dwg/DwgFormat.h"
 #include "host/dwg/Record.h"
 #include "host/dwg/classes.h"
-#include "host/dwg/code_pages.h"
+#include "host/dwg/file_form.h"
 #include "host/dwg/header_variables.h"
 #include "host/dwg/object_map.h"
 #include "host/dwg/release.h"
@@ -353,16 +353,6 @@ void StructureReader::addObjects(Handle root)
             append(found, Kind::structure, nullptr);
         }
     }
-}
-
-FileForm formOf(const Parts& parts)
-{
-    FileForm form;
-    form.version = parts.version;
-    form.maintenance = parts.maintenance;
-    form.codePage = parts.codePage;
-    form.page = dxf::CodePage::named(nameOfCodePage(parts.codePage));
-    return form;
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "host/dwg/StoreNames.h"
 #include "host/dwg/classes.h"
 #include "host/dwg/code_pages.h"
+#include "host/dwg/file_form.h"
 #include "host/dwg/header_variables.h"
 #include "host/dwg/ownership.h"
 #include "platform/text.h"
@@ -449,11 +450,7 @@ WriteResult writeDwg(const Store& store, const Container& container, const std::
 WriteResult writeNewDwg(const Store& store, const std::wstring& path)
 {
     const Groups page = store.variable(L"$DWGCODEPAGE");
-    const std::wstring pageName(page.text(kPageCode, page.all()));
-    FileForm form;
-    form.version = store.version();
-    form.codePage = numberOfCodePage(toUtf8(pageName));
-    form.page = dxf::CodePage::named(nameOfCodePage(form.codePage));
+    FileForm form = newForm(store.version(), codePageNumber(page.text(kPageCode, page.all())));
     const std::unique_ptr<Container> container = newContainer(form.version, form.codePage);
     if (container == nullptr) {
         return store.version() < DrawingVersion::r2000

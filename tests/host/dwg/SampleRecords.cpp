@@ -1,7 +1,7 @@
 #include "host/dwg/SampleRecords.h"
 
 #include "host/dwg/classes.h"
-#include "host/dwg/code_pages.h"
+#include "host/dwg/file_form.h"
 #include "host/dwg/object_map.h"
 #include "platform/platform.h"
 
@@ -25,10 +25,7 @@ SampleFile::SampleFile(fs::path file)
     }
     container = std::move(std::get<std::unique_ptr<Container>>(read));
     const Parts& parts = container->parts();
-    form.version = parts.version;
-    form.maintenance = parts.maintenance;
-    form.codePage = parts.codePage;
-    form.page = dxf::CodePage::named(nameOfCodePage(parts.codePage));
+    form = formOf(parts);
     auto classes = decodeClasses(parts.classes, form);
     if (!classes) {
         throw std::runtime_error("the classes of " + path.string() + " are damaged");
