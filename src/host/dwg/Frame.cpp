@@ -322,7 +322,7 @@ void entityToGroups(const Frame& frame, FieldsToGroups& io)
     io.named(code::layer, frame.layer, TableKind::layer);
     linetypeToGroups(frame, io);
     if (io.since(r2007) && frame.materialKind == kWithHandle) {
-        io.handle(entity_code::material, frame.material);
+        io.optionalHandle(entity_code::material, frame.material);
     }
     colorToGroups(frame.color, io);
     if (io.since(r2000)) {
@@ -332,7 +332,7 @@ void entityToGroups(const Frame& frame, FieldsToGroups& io)
     io.integer(entity_code::invisible, frame.invisible, 0);
     pictureToGroups(frame, io);
     if (io.since(r2000) && frame.plotStyleKind == kWithHandle) {
-        io.handle(entity_code::plotStyle, frame.plotStyle);
+        io.optionalHandle(entity_code::plotStyle, frame.plotStyle);
     }
     io.integer(entity_code::shadow, frame.shadow, 0);
     if (frame.hasFullStyle) {
@@ -340,13 +340,14 @@ void entityToGroups(const Frame& frame, FieldsToGroups& io)
     }
 }
 
-// Without a group for it nothing has a handle that had one; the other kinds have no groups.
+// Without a group for it nothing has a handle that had one; the other kinds have no groups, nor has
+// a handle that is empty.
 void kindFromGroups(FieldsFromGroups& io, int code, std::uint8_t& kind, Ref& ref)
 {
     if (io.groups().find(code, io.range())) {
         kind = kWithHandle;
         io.handle(code, ref);
-    } else if (kind == kWithHandle) {
+    } else if (kind == kWithHandle && ref.target != Handle::none) {
         kind = kByLayer;
     }
 }

@@ -72,6 +72,16 @@ void dropZeros(std::wstring& text)
     }
 }
 
+// Characters that a drawing had as escapes when its texts were in a code page can still be so.
+std::wstring withoutEscapes(std::wstring text)
+{
+    if (text.find(L"\\U+") == std::wstring::npos) {
+        return text;
+    }
+    static const dxf::CodePage page = dxf::CodePage::utf8();
+    return dxf::decodeText(toUtf8(text), page, dxf::Caret::isItself);
+}
+
 } // namespace
 
 std::wstring textFromUnicode(std::string_view bytes)
@@ -201,7 +211,7 @@ void FieldsFromBits::text(Text& value)
     value.isFromFile = true;
     if (form().hasUnicode()) {
         value.raw = from.bytes(length * kUnicodeSize);
-        value.value = textFromUnicode(value.raw);
+        value.value = withoutEscapes(textFromUnicode(value.raw));
     } else {
         value.raw = from.bytes(length);
         value.value = dxf::decodeText(value.raw, form().page, dxf::Caret::isItself);
