@@ -468,8 +468,8 @@ struct Vertex2d
         io.marker(L"AcDbVertex");
         io.marker(L"AcDb2dVertex");
         io.point(10, position);
-        io.real(40, startWidth, 0.0);
-        io.real(41, endWidth, 0.0);
+        io.real(40, startWidth); // without one it would be that of the polyline
+        io.real(41, endWidth);
         io.real(42, bulge, 0.0);
         io.integer(code::flags, flags, 0);
         io.angle(50, tangent, 0.0);
