@@ -1,8 +1,8 @@
 #include "host/dwg/PagedContainer.h"
 
 #include "host/dwg/PagedWriter.h"
+#include "host/dwg/little_endian.h"
 #include "host/dwg/object_map.h"
-#include "host/dwg/paged_numbers.h"
 #include "host/dwg/release.h"
 
 #include <algorithm>
@@ -29,10 +29,10 @@ void setCount(std::size_t count, std::string& freeSpace)
     constexpr std::size_t kLongAt = 8;
     constexpr std::uint32_t kNoCount = 0xFFFF0000;
     if (freeSpace.size() == kLongSize) {
-        setNumber<std::uint64_t>(freeSpace, kLongAt, count);
+        putNumber<std::uint64_t>(count, kLongAt, freeSpace);
     } else if (freeSpace.size() == kShortSize
                && numberAt<std::uint32_t>(freeSpace, kShortAt) != kNoCount) {
-        setNumber(freeSpace, kShortAt, static_cast<std::uint32_t>(count));
+        putNumber(static_cast<std::uint32_t>(count), kShortAt, freeSpace);
     }
 }
 
@@ -47,9 +47,9 @@ void setSeed(Handle seed, std::string& auxiliary)
     const auto value = static_cast<std::uint64_t>(seed);
     const auto number = value > kMost ? kTooHigh : static_cast<std::uint32_t>(value);
     if (auxiliary.size() == kShortSize) {
-        setNumber(auxiliary, kShortAt, number);
+        putNumber(number, kShortAt, auxiliary);
     } else if (auxiliary.size() == kLongSize) {
-        setNumber(auxiliary, kLongAt, number);
+        putNumber(number, kLongAt, auxiliary);
     }
 }
 

@@ -1,8 +1,8 @@
 #include "host/dwg/PagedFile.h"
 
+#include "host/dwg/little_endian.h"
 #include "host/dwg/lz77.h"
 #include "host/dwg/page_checksum.h"
-#include "host/dwg/paged_numbers.h"
 
 #include <algorithm>
 #include <cstring>
@@ -30,13 +30,13 @@ bool comesBefore(const PlacedPage& page, std::uint32_t id)
 
 std::uint32_t pageHeaderChecksum(std::string header, std::uint32_t dataChecksum)
 {
-    setNumber<std::uint32_t>(header, kHeaderChecksumAt, 0);
+    putNumber<std::uint32_t>(0, kHeaderChecksumAt, header);
     return pageChecksum(dataChecksum, header);
 }
 
 std::uint32_t systemPageChecksum(std::string header, std::string_view data)
 {
-    setNumber<std::uint32_t>(header, kSystemChecksumAt, 0);
+    putNumber<std::uint32_t>(0, kSystemChecksumAt, header);
     return pageChecksum(pageChecksum(0, header), data);
 }
 
@@ -128,7 +128,7 @@ std::string maskedPageHeader(std::string_view bytes, std::size_t address)
     const std::uint32_t mask = kMixed ^ static_cast<std::uint32_t>(address);
     std::string masked;
     for (std::size_t at = 0; at < PageHeader::kSize; at += kNumberSize) {
-        addNumber(masked, numberAt<std::uint32_t>(bytes, at) ^ mask);
+        addNumber(numberAt<std::uint32_t>(bytes, at) ^ mask, masked);
     }
     return masked;
 }
@@ -149,14 +149,14 @@ std::string encodePageHeader(const PageHeader& header, std::string_view data)
 {
     const std::uint32_t dataChecksum = pageChecksum(0, data);
     std::string bytes;
-    addNumber(bytes, header.type);
-    addNumber(bytes, header.sectionId);
-    addNumber(bytes, header.dataSize);
-    addNumber(bytes, header.pageSize);
-    addNumber(bytes, header.start);
-    addNumber<std::uint32_t>(bytes, 0);
-    addNumber(bytes, dataChecksum);
-    setNumber(bytes, kHeaderChecksumAt, pageHeaderChecksum(bytes, dataChecksum));
+    addNumber(header.type, bytes);
+    addNumber(header.sectionId, bytes);
+    addNumber(header.dataSize, bytes);
+    addNumber(header.pageSize, bytes);
+    addNumber(header.start, bytes);
+    addNumber<std::uint32_t>(0, bytes);
+    addNumber(dataChecksum, bytes);
+    putNumber(pageHeaderChecksum(bytes, dataChecksum), kHeaderChecksumAt, bytes);
     return bytes;
 }
 
@@ -172,12 +172,12 @@ SystemPageHeader decodeSystemPageHeader(std::string_view bytes)
 std::string encodeSystemPageHeader(const SystemPageHeader& header, std::string_view data)
 {
     std::string bytes;
-    addNumber(bytes, header.type);
-    addNumber(bytes, header.size);
-    addNumber(bytes, header.dataSize);
-    addNumber(bytes, header.compression);
-    addNumber<std::uint32_t>(bytes, 0);
-    setNumber(bytes, kSystemChecksumAt, systemPageChecksum(bytes, data));
+    addNumber(header.type, bytes);
+    addNumber(header.size, bytes);
+    addNumber(header.dataSize, bytes);
+    addNumber(header.compression, bytes);
+    addNumber<std::uint32_t>(0, bytes);
+    putNumber(systemPageChecksum(bytes, data), kSystemChecksumAt, bytes);
     return bytes;
 }
 
@@ -219,7 +219,7 @@ bool PagedFile::openHeader(PagedHeader& header)
     const auto expected = numberAt<std::uint32_t>(bytes, kChecksumAt);
     header.pageMapAddress = numberAt<std::uint64_t>(bytes, kPageMapAddressAt);
     header.sectionMapId = numberAt<std::uint32_t>(bytes, kSectionMapIdAt);
-    setNumber<std::uint32_t>(bytes, kChecksumAt, 0);
+    putNumber<std::uint32_t>(0, kChecksumAt, bytes);
     if (!bytes.starts_with(kBegin) || headerChecksum(bytes) != expected) {
         return fail(PagedHeader::kAt, L"the file header has a wrong checksum");
     }

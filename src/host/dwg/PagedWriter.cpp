@@ -1,8 +1,8 @@
 #include "host/dwg/PagedWriter.h"
 
+#include "host/dwg/little_endian.h"
 #include "host/dwg/lz77.h"
 #include "host/dwg/page_checksum.h"
-#include "host/dwg/paged_numbers.h"
 
 #include <algorithm>
 
@@ -36,18 +36,18 @@ std::string systemPage(std::uint32_t type, std::string_view content)
 
 void addDescriptor(const Section& section, std::string& map)
 {
-    addNumber(map, section.size);
-    addNumber(map, static_cast<std::uint32_t>(section.pages.size()));
-    addNumber(map, section.pageSize);
-    addNumber(map, section.unknown);
-    addNumber(map, static_cast<std::uint32_t>(section.form));
-    addNumber(map, section.id);
-    addNumber(map, section.encrypted);
+    addNumber(section.size, map);
+    addNumber(static_cast<std::uint32_t>(section.pages.size()), map);
+    addNumber(section.pageSize, map);
+    addNumber(section.unknown, map);
+    addNumber(static_cast<std::uint32_t>(section.form), map);
+    addNumber(section.id, map);
+    addNumber(section.encrypted, map);
     map += section.nameBytes;
     for (const SectionPage& page : section.pages) {
-        addNumber(map, page.id);
-        addNumber(map, page.dataSize);
-        addNumber(map, page.start);
+        addNumber(page.id, map);
+        addNumber(page.dataSize, map);
+        addNumber(page.start, map);
     }
 }
 
@@ -119,7 +119,7 @@ std::uint32_t PagedWriter::add(std::size_t section, const Stored& page)
 
 void PagedWriter::setAddress(std::size_t at, std::size_t address)
 {
-    setNumber(m_head, at, static_cast<std::uint32_t>(address));
+    putNumber(static_cast<std::uint32_t>(address), at, m_head);
 }
 
 void PagedWriter::pointTo(std::size_t at, std::string_view section)
@@ -135,11 +135,11 @@ std::string PagedWriter::sectionMap() const
     constexpr std::uint32_t kCompressed = 2;
     const auto count = static_cast<std::uint32_t>(m_sections.size());
     std::string map;
-    addNumber(map, count);
-    addNumber(map, kCompressed);
-    addNumber(map, Section::kUsualPageSize);
-    addNumber<std::uint32_t>(map, 0);
-    addNumber(map, count);
+    addNumber(count, map);
+    addNumber(kCompressed, map);
+    addNumber(Section::kUsualPageSize, map);
+    addNumber<std::uint32_t>(0, map);
+    addNumber(count, map);
     for (const Section& section : m_sections) {
         addDescriptor(section, map);
     }
@@ -151,11 +151,11 @@ std::string PagedWriter::pageMap(std::size_t ownSize) const
     std::string map;
     std::uint32_t id = 0;
     for (const Page& page : m_pages) {
-        addNumber(map, ++id);
-        addNumber(map, static_cast<std::uint32_t>(page.size));
+        addNumber(++id, map);
+        addNumber(static_cast<std::uint32_t>(page.size), map);
     }
-    addNumber(map, ++id);
-    addNumber(map, static_cast<std::uint32_t>(ownSize));
+    addNumber(++id, map);
+    addNumber(static_cast<std::uint32_t>(ownSize), map);
     return map;
 }
 
@@ -167,7 +167,7 @@ std::string PagedWriter::mixedHeader() const
     const Page& map = m_pages.back();
     const std::uint64_t end = map.address + map.size;
     std::string bytes(kBegin);
-    const auto add = [&](std::uint32_t number) { addNumber(bytes, number); };
+    const auto add = [&](std::uint32_t number) { addNumber(number, bytes); };
     add(0);
     add(PagedHeader::kSize);
     add(4);
@@ -176,21 +176,21 @@ std::string PagedWriter::mixedHeader() const
     add(0);
     add(1);
     add(pages);
-    addNumber<std::uint64_t>(bytes, end - kPagedHeadSize);
-    addNumber<std::uint64_t>(bytes, end); // where the second copy of this stands
+    addNumber<std::uint64_t>(end - kPagedHeadSize, bytes);
+    addNumber<std::uint64_t>(end, bytes); // where the second copy of this stands
     add(0); // gaps
     add(pages);
     add(0x20);
     add(0x80);
     add(0x40);
     add(pages); // the page map
-    addNumber<std::uint64_t>(bytes, map.address - kPagedHeadSize);
+    addNumber<std::uint64_t>(map.address - kPagedHeadSize, bytes);
     add(pages - 1); // the section map
     add(pages);
     add(0); // gaps
     const std::size_t checksumAt = bytes.size();
     add(0);
-    setNumber(bytes, checksumAt, headerChecksum(bytes));
+    putNumber(headerChecksum(bytes), checksumAt, bytes);
     for (std::size_t i = 0; i < bytes.size(); ++i) {
         bytes[i] = static_cast<char>(static_cast<unsigned char>(bytes[i]) ^ kMask[i]);
     }

@@ -1,7 +1,7 @@
 #include "host/dwg/R2007File.h"
 
+#include "host/dwg/little_endian.h"
 #include "host/dwg/lz77.h"
-#include "host/dwg/paged_numbers.h"
 
 #include <algorithm>
 #include <array>

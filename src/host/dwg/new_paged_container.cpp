@@ -1,6 +1,7 @@
 #include "host/dwg/PagedContainer.h"
+#include "host/dwg/little_endian.h"
 #include "host/dwg/page_checksum.h"
-#include "host/dwg/paged_numbers.h"
+#include "host/dwg/sentinels.h"
 
 #include <algorithm>
 #include <array>
@@ -38,15 +39,15 @@ void addZeros(std::size_t count, std::string& bytes)
 void addDate(std::string& bytes)
 {
     constexpr std::uint32_t kYear2000 = 2451545;
-    addNumber(bytes, kYear2000);
-    addNumber<std::uint32_t>(bytes, 0);
+    addNumber(kYear2000, bytes);
+    addNumber<std::uint32_t>(0, bytes);
 }
 
 // Counted with the zero at its end; from R2007 on of two bytes each.
 void addText(std::string_view text, const Release& release, std::string& bytes)
 {
     const bool isWide = release.version > DrawingVersion::r2004;
-    addNumber(bytes, static_cast<std::uint16_t>(text.size() + 1));
+    addNumber(static_cast<std::uint16_t>(text.size() + 1), bytes);
     for (const char c : text) {
         bytes += c;
         addZeros(isWide ? 1 : 0, bytes);
@@ -56,11 +57,11 @@ void addText(std::string_view text, const Release& release, std::string& bytes)
 
 void addVersion(const Release& release, std::string& bytes)
 {
-    addNumber(bytes, release.number);
+    addNumber(release.number, bytes);
     if (release.version >= DrawingVersion::r2018) {
-        addNumber<std::uint32_t>(bytes, release.maintenance);
+        addNumber<std::uint32_t>(release.maintenance, bytes);
     } else {
-        addNumber<std::uint16_t>(bytes, release.maintenance);
+        addNumber<std::uint16_t>(release.maintenance, bytes);
     }
 }
 
@@ -72,25 +73,25 @@ std::string auxiliary(const Release& release)
     constexpr std::size_t kUnknownZeros = 20;
     std::string bytes(kBegin);
     addVersion(release, bytes);
-    addNumber<std::uint32_t>(bytes, 1); // saves
-    addNumber(bytes, kAlways);
-    addNumber<std::uint16_t>(bytes, 1); // saves in two parts
-    addNumber<std::uint16_t>(bytes, 0);
-    addNumber<std::uint32_t>(bytes, 0);
+    addNumber<std::uint32_t>(1, bytes); // saves
+    addNumber(kAlways, bytes);
+    addNumber<std::uint16_t>(1, bytes); // saves in two parts
+    addNumber<std::uint16_t>(0, bytes);
+    addNumber<std::uint32_t>(0, bytes);
     addVersion(release, bytes); // of the programs that wrote it
     addVersion(release, bytes);
     for (const std::uint16_t number : kUnknown) {
-        addNumber(bytes, number);
+        addNumber(number, bytes);
     }
     addZeros(kUnknownZeros, bytes);
     addDate(bytes); // made
     addDate(bytes); // changed
-    addNumber<std::uint32_t>(bytes, 0); // the seed of handles, set when it is written
-    addNumber<std::uint32_t>(bytes, 0);
-    addNumber<std::uint16_t>(bytes, 0);
-    addNumber<std::uint16_t>(bytes, 1); // saves
+    addNumber<std::uint32_t>(0, bytes); // the seed of handles, set when it is written
+    addNumber<std::uint32_t>(0, bytes);
+    addNumber<std::uint16_t>(0, bytes);
+    addNumber<std::uint16_t>(1, bytes); // saves
     addZeros(3 * sizeof(std::uint32_t), bytes);
-    addNumber<std::uint32_t>(bytes, 1); // saves
+    addNumber<std::uint32_t>(1, bytes); // saves
     addZeros(4 * sizeof(std::uint32_t), bytes);
     return bytes;
 }
@@ -100,7 +101,7 @@ std::string freeSpace(const Release& release)
     constexpr std::array<std::uint64_t, 4> kUnknown = {0x32, 0x64, 0x200, 0xFFFFFFFF};
     const bool isLong = release.version > DrawingVersion::r2004; // each number is of twice the size
     const auto add = [&](std::string& bytes, std::uint64_t number) {
-        addNumber(bytes, number);
+        addNumber(number, bytes);
         addZeros(isLong ? sizeof number : 0, bytes);
     };
     std::string bytes;
@@ -121,9 +122,9 @@ std::string templateText(const Release& release)
     if (release.version > DrawingVersion::r2004) {
         addText({}, release, bytes);
     } else {
-        addNumber<std::uint16_t>(bytes, 0);
+        addNumber<std::uint16_t>(0, bytes);
     }
-    addNumber(bytes, kMetric);
+    addNumber(kMetric, bytes);
     return bytes;
 }
 
@@ -138,7 +139,7 @@ std::string summary(const Release& release)
     addZeros(kTimeSize, bytes);
     addDate(bytes);
     addDate(bytes);
-    addNumber<std::uint16_t>(bytes, 0); // own properties
+    addNumber<std::uint16_t>(0, bytes); // own properties
     addZeros(2 * sizeof(std::uint32_t), bytes);
     return bytes;
 }
@@ -149,27 +150,27 @@ std::string preview(const Release& /*release*/)
         "\x1F\x25\x6D\x07\xD4\x36\x28\x28\x9D\x57\xCA\x3F\x9D\x44\x10\x2B", 16);
     constexpr std::string_view kEnd(
         "\xE0\xDA\x92\xF8\x2B\xC9\xD7\xD7\x62\xA8\x35\xC0\x62\xBB\xEF\xD4", 16);
-    std::string bytes(kBegin);
-    addNumber<std::uint32_t>(bytes, 1); // bytes up to the end
+    std::string bytes(kPictureBegin);
+    addNumber<std::uint32_t>(1, bytes); // bytes up to the end
     bytes += '\0'; // pictures
-    return bytes += kEnd;
+    return bytes += kPictureEnd;
 }
 
 std::string appInfo(const Release& /*release*/)
 {
     constexpr std::uint32_t kForm = 3; // whose texts are of two bytes each in all releases
     std::string bytes;
-    addNumber(bytes, kForm);
+    addNumber(kForm, bytes);
     addText("AppInfoDataList", kReleases.back(), bytes);
-    addNumber<std::uint32_t>(bytes, 0); // entries
+    addNumber<std::uint32_t>(0, bytes); // entries
     return bytes;
 }
 
 std::string fileDependencies(const Release& /*release*/)
 {
     std::string bytes;
-    addNumber<std::uint32_t>(bytes, 0); // kinds of files
-    addNumber<std::uint32_t>(bytes, 0); // files
+    addNumber<std::uint32_t>(0, bytes); // kinds of files
+    addNumber<std::uint32_t>(0, bytes); // files
     return bytes;
 }
 
@@ -177,7 +178,7 @@ std::string history(const Release& /*release*/)
 {
     std::string bytes;
     for (const std::uint32_t number : {0U, 0U, 1U, 0U}) {
-        addNumber(bytes, number);
+        addNumber(number, bytes);
     }
     return bytes;
 }
@@ -257,8 +258,8 @@ std::string headOf(const Release& release, int codePage)
     bytes[kUnknownAt] = kUnknown;
     bytes[kProgramAt] = static_cast<char>(release.number);
     bytes[kProgramAt + 1] = static_cast<char>(release.maintenance);
-    setNumber(bytes, head::kCodePageAt, static_cast<std::uint16_t>(codePage));
-    setNumber(bytes, kMixedAt, static_cast<std::uint32_t>(PagedHeader::kAt));
+    putNumber(static_cast<std::uint16_t>(codePage), head::kCodePageAt, bytes);
+    putNumber(static_cast<std::uint32_t>(PagedHeader::kAt), kMixedAt, bytes);
     // Behind the mixed part the mask goes on, counted from the begin of the file.
     for (std::size_t at = PagedHeader::kAt + PagedHeader::kSize; at < bytes.size(); ++at) {
         bytes[at] = static_cast<char>(kMask[at]);

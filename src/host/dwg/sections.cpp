@@ -1,16 +1,12 @@
 #include "host/dwg/sections.h"
 
-#include "host/dwg/paged_numbers.h"
+#include "host/dwg/little_endian.h"
 #include "host/dwg/release.h"
+#include "host/dwg/sentinels.h"
 
 namespace corma::host::dwg {
 
 namespace {
-
-constexpr std::string_view
-    kHeaderEnd("\x30\x84\xE0\xDC\x02\x21\xC7\x56\xA0\x83\x97\x47\xB1\x92\xCC\xA0", 16);
-constexpr std::string_view
-    kClassesEnd("\x72\x5E\x3B\x47\x3B\x56\x07\x3A\x3F\x23\x0B\xA0\x18\x30\x49\x75", 16);
 
 std::string_view upToSentinel(std::string_view section, std::string_view sentinel)
 {
@@ -31,7 +27,7 @@ Parts partsOfHead(std::string_view bytes)
 
 void setParts(const PartSections& sections, Parts& parts)
 {
-    parts.header = upToSentinel(sections.header, kHeaderEnd);
+    parts.header = upToSentinel(sections.header, kVariablesEnd);
     parts.classes = upToSentinel(sections.classes, kClassesEnd);
     parts.map = sections.map;
     parts.objects = sections.objects;
