@@ -346,18 +346,22 @@ std::optional<std::string> PagedFile::read(const Section& section)
 bool PagedFile::readPage(const Section& section, const SectionPage& page, std::string& out)
 {
     const PlacedPage* const place = placeOf(page.id);
-    if (place == nullptr || m_bytes.size() - place->address < PageHeader::kSize) {
+    if (place == nullptr) {
         return fail(m_bytes.size(), L"a page lies outside the file");
     }
     const std::size_t at = place->address;
-    const std::string bytes = maskedPageHeader(m_bytes.substr(at, PageHeader::kSize), at);
+    const std::string_view stored = m_bytes.substr(at, place->size);
+    if (stored.size() < PageHeader::kSize) {
+        return fail(at, L"a page is cut off");
+    }
+    const std::string bytes = maskedPageHeader(stored.substr(0, PageHeader::kSize), at);
     const PageHeader header = decodePageHeader(bytes);
-    const std::string_view behind = m_bytes.substr(at + PageHeader::kSize);
+    const std::string_view behind = stored.substr(PageHeader::kSize);
     if (header.type != kSectionPageType || header.sectionId != section.id) {
         return fail(at, L"another page is where one of a section should be");
     }
     if (header.dataSize > behind.size() || page.start > out.size()) {
-        return fail(at, L"a page is longer than the file");
+        return fail(at, L"a page is longer than its place");
     }
     const auto start = static_cast<std::size_t>(page.start);
     const std::size_t room = std::min<std::size_t>(section.pageSize, out.size() - start);

@@ -81,7 +81,7 @@ void PagedWriter::addAgain(std::size_t section, SectionPage page, std::uint32_t 
 void PagedWriter::add(std::size_t section, std::string_view content)
 {
     constexpr std::uint32_t kLeastPageSize = 0x80;
-    constexpr std::uint32_t kMostPageSize = 0x100000;
+    constexpr std::uint32_t kMostPageSize = 0x8000;
     Section& target = m_sections[section];
     target.size = content.size();
     if (target.pageSize < kLeastPageSize || target.pageSize > kMostPageSize) {
