@@ -15,7 +15,8 @@ namespace corma::host::dwg {
 /// record is written. `none` and empty where a type or a version does not have them.
 struct Owned
 {
-    std::vector<Handle> members; // of a table, a block, a reference, a polyline, in order
+    // Of a table, a block, a reference, a polyline, in order; those of a table have empty places.
+    std::vector<Handle> members;
     Handle first = Handle::none; // up to R2000: the ends of a chain of entities in place of members
     Handle last = Handle::none;
     Handle begin = Handle::none; // BLOCK

@@ -7,12 +7,13 @@
 namespace corma::host::dwg {
 
 DwgFormat::DwgFormat(std::unique_ptr<Container> container, FileForm form, TypeTable types,
-                     Store& store)
+                     Store& store, BlockPlaces places)
     : m_container(std::move(container))
     , m_form(std::move(form))
     , m_types(std::move(types))
     , m_store(&store)
     , m_names(store)
+    , m_blockPlaces(std::move(places))
 {
 }
 
@@ -43,6 +44,25 @@ void DwgFormat::decode(const AcDbStub& stub, Groups& groups) const
         record->toGroups(m_names, groups);
         if (stub.kind == RecordKind::blockBegin) {
             addBlockFacts(*record, groups);
+            numberName(record->frame().owner.target, groups);
+        } else if (stub.type == RecordType::blockRecord) {
+            numberName(stub.handle, groups);
+        }
+    }
+}
+
+// "*D" is "*D7" in groups for a block that stands at place 7.
+void DwgFormat::numberName(Handle block, Groups& groups) const
+{
+    constexpr int kSecondName = 3;
+    const auto place = m_blockPlaces.find(block);
+    if (place == m_blockPlaces.end()) {
+        return;
+    }
+    for (Group& group : groups) {
+        const bool isName = group.code == code::name || group.code == kSecondName;
+        if (isName && group.text().starts_with(L'*')) {
+            group.set(withoutNumber(group.text()) + std::to_wstring(place->second));
         }
     }
 }
@@ -62,26 +82,24 @@ void DwgFormat::addBlockFacts(const Record& block, Groups& groups) const
     constexpr int kSecondName = 3;
     constexpr int kPath = 1;
     constexpr int kDescription = 4;
+    constexpr int kBase = 10;
     const AcDbStub* const owner = m_store->find(block.frame().owner.target);
     const auto record = owner == nullptr ? std::nullopt : recordOf(*owner);
     const auto facts = record ? record->blockFacts() : std::nullopt;
-    const GroupRange part = groups.subclass(L"AcDbBlockBegin");
-    const auto name = groups.find(code::name, part);
-    const auto secondName = groups.find(kSecondName, part);
-    if (!facts || !name || !secondName) {
+    const auto name = groups.find(code::name, groups.subclass(L"AcDbBlockBegin"));
+    if (!facts || !name) {
         return;
     }
-    constexpr int kBase = 10;
-    groups.insert(*secondName + 1, std::vector<Group> {{kPath, GroupValue(facts->path)}});
+    std::vector<Group> more = {{code::flags, int {facts->flags}},
+                               {kBase, facts->base.x},
+                               {kBase + 10, facts->base.y},
+                               {kBase + 20, facts->base.z},
+                               {kSecondName, GroupValue(groups[*name].text())},
+                               {kPath, GroupValue(facts->path)}};
     if (!facts->description.empty()) {
-        groups.insert(*secondName + 2,
-                      std::vector<Group> {{kDescription, GroupValue(facts->description)}});
+        more.emplace_back(kDescription, GroupValue(facts->description));
     }
-    groups.insert(*name + 1,
-                  std::vector<Group> {{code::flags, int {facts->flags}},
-                                      {kBase, facts->base.x},
-                                      {kBase + 10, facts->base.y},
-                                      {kBase + 20, facts->base.z}});
+    groups.insert(*name + 1, std::move(more));
 }
 
 bool DwgFormat::takesBitsOf(const DrawingFormat& other) const

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace corma::host::dwg {
 
@@ -17,7 +18,11 @@ namespace corma::host::dwg {
 class DwgFormat : public DrawingFormat
 {
 public:
-    DwgFormat(std::unique_ptr<Container> container, FileForm form, TypeTable types, Store& store);
+    /// `places` has the places of blocks in their table: blocks without a name of their own, such
+    /// as "*D", are told apart by them.
+    using BlockPlaces = std::unordered_map<Handle, std::size_t>;
+    DwgFormat(std::unique_ptr<Container> container, FileForm form, TypeTable types, Store& store,
+              BlockPlaces places);
 
     [[nodiscard]] const Container& container() const { return *m_container; }
 
@@ -40,6 +45,7 @@ public:
 
 private:
     [[nodiscard]] bool isClass(const AcDbStub& stub) const;
+    void numberName(Handle block, Groups& groups) const;
     void decodeHeader(Groups& groups) const;
     void addBlockFacts(const Record& block, Groups& groups) const;
 
@@ -48,6 +54,7 @@ private:
     TypeTable m_types;
     Store* m_store;
     StoreNames m_names;
+    BlockPlaces m_blockPlaces;
 };
 
 } // namespace corma::host::dwg

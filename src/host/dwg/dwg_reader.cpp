@@ -18,9 +18,6 @@ namespace corma::host::dwg {
 
 namespace {
 
-constexpr std::wstring_view kModelSpace = L"*Model_Space";
-constexpr std::wstring_view kPaperSpace = L"*Paper_Space";
-
 /// A record of the file that is not yet a record of the drawing, or is one already.
 struct Found
 {
@@ -47,6 +44,8 @@ public:
 
     std::optional<ReadResult> findRecords(const std::wstring& path);
     Store::Structure read(const RootHandles& roots);
+
+    DwgFormat::BlockPlaces takeBlockPlaces() { return std::move(m_blockPlaces); }
 
 private:
     using Kind = RecordKind;
@@ -76,6 +75,10 @@ private:
     Store::Structure m_structure;
     std::vector<Found> m_found; // by handle
     std::unordered_map<unsigned, RecordType> m_typeNames;
+
+    DwgFormat::BlockPlaces m_blockPlaces;
+    Handle m_modelRecord = Handle::none;
+    Handle m_paperRecord = Handle::none;
 
     // Those whose entities have a section of their own.
     std::optional<Owned> m_modelSpace;
@@ -222,6 +225,13 @@ void StructureReader::addTable(TableKind kind, Handle control)
     add(owned->secondSpecial);
     std::for_each(owned->members.begin(), owned->members.end(), add);
     table.end = appendImplied(Kind::structure, RecordType::endTable);
+    if (kind == kBlockTable) {
+        m_modelRecord = owned->firstSpecial;
+        m_paperRecord = owned->secondSpecial;
+        for (std::size_t place = 0; place < owned->members.size(); ++place) {
+            m_blockPlaces.emplace(owned->members[place], place);
+        }
+    }
 }
 
 void StructureReader::addBlocks()
@@ -246,11 +256,9 @@ void StructureReader::addBlock(AcDbStub& record)
     Block block;
     block.record = &record;
     block.begin = append(*begin, Kind::blockBegin, nullptr);
-    const auto facts = read->blockFacts();
-    const std::wstring folded = foldedName(facts ? facts->name : std::wstring());
-    if (folded == foldedName(kModelSpace)) {
+    if (record.handle == m_modelRecord) {
         m_modelSpace = owned;
-    } else if (folded == foldedName(kPaperSpace)) {
+    } else if (record.handle == m_paperRecord) {
         m_paperSpace = owned;
     } else {
         addMembers(*owned, block.begin, false);
@@ -380,9 +388,10 @@ ReadResult readDwg(platform::FileContent content, const std::wstring& path, Stor
         return std::move(*trouble);
     }
     Store::Structure structure = reader.read(*roots);
+    DwgFormat::BlockPlaces places = reader.takeBlockPlaces();
     store.finishLoading(std::move(structure),
                         std::make_unique<DwgFormat>(std::move(container), std::move(form),
-                                                    std::move(types), store));
+                                                    std::move(types), store, std::move(places)));
     return {};
 }
 

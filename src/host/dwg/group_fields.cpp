@@ -11,6 +11,16 @@ constexpr int kAxis = 10; // between the codes of the coordinates of a point
 
 } // namespace
 
+std::wstring withoutNumber(std::wstring_view name)
+{
+    if (name.starts_with(L'*')) {
+        while (name.back() >= L'0' && name.back() <= L'9') {
+            name.remove_suffix(1);
+        }
+    }
+    return std::wstring(name);
+}
+
 double degreesFrom(double radians)
 {
     return radians * kHalfTurn / std::numbers::pi;

@@ -70,6 +70,10 @@ struct Surroundings
     Handle second = Handle::none; // *Paper_Space or ByLayer
 };
 
+/// The name of a block as bits have it: "*D" for "*D7", which is one of those that have no name of
+/// their own.
+std::wstring withoutNumber(std::wstring_view name);
+
 inline constexpr Point kUsualNormal {0.0, 0.0, 1.0};
 
 double degreesFrom(double radians);

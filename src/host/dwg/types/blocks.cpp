@@ -141,7 +141,8 @@ struct BlockRecord
     void groups(FieldsFromGroups& io)
     {
         io.marker(L"AcDbBlockTableRecord");
-        io.text(code::name, head.name);
+        FieldsFromGroups::setText(head.name,
+                                  withoutNumber(io.groups().text(code::name, io.range())));
         isAnonymous = head.name.value.starts_with(L'*') && !isSpace();
         io.handle(kLayout, layout);
         if (io.since(r2007)) {

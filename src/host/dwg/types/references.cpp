@@ -19,7 +19,11 @@ struct BlockBegin
     template<class Io> void groups(Io& io)
     {
         io.marker(L"AcDbBlockBegin");
-        io.text(code::name, name);
+        if constexpr (Io::isFromGroups) {
+            Io::setText(name, withoutNumber(io.groups().text(code::name, io.range())));
+        } else {
+            io.text(code::name, name);
+        }
     }
 };
 

@@ -2,6 +2,8 @@
 
 #include "host/dwg/bodies.h"
 
+#include <unordered_set>
+
 namespace corma::host::dwg {
 
 using enum DrawingVersion;
@@ -26,9 +28,32 @@ struct Control
         io.integer(kCount, handlesOf(entries).size());
     }
 
-    void groups(FieldsFromGroups& io) { setHandles(entries, io.around().owned); }
+    // An entry that is gone leaves its place empty, as blocks without a name of their own are
+    // numbered by their places; new ones come behind all others.
+    void groups(FieldsFromGroups& io)
+    {
+        const std::vector<Handle>& wanted = io.around().owned;
+        std::unordered_set<Handle> missing(wanted.begin(), wanted.end());
+        for (Ref& entry : entries) {
+            if (missing.erase(entry.target) == 0) {
+                entry.set(Handle::none);
+            }
+        }
+        for (const Handle handle : wanted) {
+            if (missing.contains(handle)) {
+                entries.emplace_back().set(handle);
+            }
+        }
+    }
 
-    [[nodiscard]] Owned ownedHandles() const { return {.members = handlesOf(entries)}; }
+    [[nodiscard]] Owned ownedHandles() const
+    {
+        Owned all;
+        for (const Ref& entry : entries) {
+            all.members.push_back(entry.target);
+        }
+        return all;
+    }
 };
 
 /// With two entries that every drawing has and that are not counted.
