@@ -70,23 +70,23 @@ constexpr FixedType kFixedTypes[] = {
     {0x30, "TABLE",               false, makeBlockControl}, // of blocks
     {0x31, "BLOCK_RECORD",        false, makeBlockRecord},
     {0x32, "TABLE",               false, makeLayerControl}, // of layers
-    {0x33, "LAYER",               false, nullptr},
+    {0x33, "LAYER",               false, makeLayer},
     {0x34, "TABLE",               false, makeStyleControl}, // of text styles
-    {0x35, "STYLE",               false, nullptr},
+    {0x35, "STYLE",               false, makeTextStyle},
     {0x38, "TABLE",               false, makeLinetypeControl}, // of linetypes
-    {0x39, "LTYPE",               false, nullptr},
+    {0x39, "LTYPE",               false, makeLinetype},
     {0x3C, "TABLE",               false, makeViewControl}, // of views
-    {0x3D, "VIEW",                false, nullptr},
+    {0x3D, "VIEW",                false, makeView},
     {0x3E, "TABLE",               false, makeUcsControl}, // of coordinate systems
-    {0x3F, "UCS",                 false, nullptr},
+    {0x3F, "UCS",                 false, makeCoordinateSystem},
     {0x40, "TABLE",               false, makeViewportControl}, // of the windows of the model
-    {0x41, "VPORT",               false, nullptr},
+    {0x41, "VPORT",               false, makeWindow},
     {0x42, "TABLE",               false, makeAppIdControl}, // of applications
-    {0x43, "APPID",               false, nullptr},
+    {0x43, "APPID",               false, makeApplication},
     {0x44, "TABLE",               false, makeDimStyleControl}, // of dimension styles
-    {0x45, "DIMSTYLE",            false, nullptr},
+    {0x45, "DIMSTYLE",            false, makeDimStyle},
     {0x46, "TABLE",               false, makePaperViewportControl}, // of viewports, up to R2000
-    {0x47, "VX",                  false, nullptr},
+    {0x47, "VX",                  false, makePaperViewport},
     {0x48, "GROUP",               false, nullptr},
     {0x49, "MLINESTYLE",          false, nullptr},
     {0x4A, "OLE2FRAME",           true,  nullptr},

@@ -88,6 +88,23 @@ std::unique_ptr<Body> makePaperViewportControl();
 // types/blocks.cpp
 std::unique_ptr<Body> makeBlockRecord();
 
+// types/table_entries.cpp
+std::unique_ptr<Body> makeLayer();
+std::unique_ptr<Body> makeTextStyle();
+std::unique_ptr<Body> makeApplication();
+std::unique_ptr<Body> makeCoordinateSystem();
+std::unique_ptr<Body> makePaperViewport();
+
+// types/linetype.cpp
+std::unique_ptr<Body> makeLinetype();
+
+// types/views.cpp
+std::unique_ptr<Body> makeView();
+std::unique_ptr<Body> makeWindow();
+
+// types/dim_style.cpp
+std::unique_ptr<Body> makeDimStyle();
+
 // types/objects.cpp
 std::unique_ptr<Body> makeDictionary();
 std::unique_ptr<Body> makeDictionaryWithDefault();

@@ -53,6 +53,26 @@ struct EntryHead
         }
     }
 
+    /// The name and the flags, with those that the type has of its own.
+    void groups(FieldsToGroups& io, const wchar_t* marker, std::int64_t own) const
+    {
+        io.marker(L"AcDbSymbolTableRecord");
+        io.marker(marker);
+        io.text(code::name, name);
+        io.integer(code::flags, flags() | own);
+    }
+
+    /// Gives the flags that the type has of its own.
+    std::int64_t groups(FieldsFromGroups& io, const wchar_t* marker)
+    {
+        io.marker(marker);
+        io.text(code::name, name);
+        std::int64_t all = 0;
+        io.integer(code::flags, all);
+        setFlags(all);
+        return all & ~std::int64_t {kMask};
+    }
+
 private:
     static constexpr std::int16_t kDependentIndex = 256;
 };
