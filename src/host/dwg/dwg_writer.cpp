@@ -77,6 +77,7 @@ private:
     std::optional<Record> recordFor(const AcDbStub& stub, const Groups& groups);
     std::optional<unsigned> typeFor(const Groups& groups);
     [[nodiscard]] Surroundings surroundingsOf(AcDbStub& stub, const Record& record);
+    [[nodiscard]] const Block* blockAround(const AcDbStub& stub) const;
     [[nodiscard]] Handle ownerOf(const AcDbStub& stub) const;
     void takeBlockFacts(const AcDbStub& stub, Record& record);
     void encodeHeader();
@@ -264,14 +265,25 @@ WriteResult DrawingEncoder::encodeRecord(AcDbStub& stub)
     return {};
 }
 
+// The block that an entity is in, or that a record begins or ends.
+const Block* DrawingEncoder::blockAround(const AcDbStub& stub) const
+{
+    switch (stub.kind) {
+    case RecordKind::entity:
+        return m_store.spaceOf(stub);
+    case RecordKind::blockBegin:
+    case RecordKind::blockEnd:
+        return m_store.blockOf(stub);
+    default:
+        return nullptr;
+    }
+}
+
 Handle DrawingEncoder::ownerOf(const AcDbStub& stub) const
 {
     const AcDbStub* owner = stub.container;
-    if (stub.kind == RecordKind::entity || stub.kind == RecordKind::blockBegin
-        || stub.kind == RecordKind::blockEnd) {
-        const Block* const block
-            = stub.kind == RecordKind::entity ? m_store.spaceOf(stub) : m_store.blockOf(stub);
-        owner = block == nullptr ? nullptr : block->record;
+    if (const Block* const block = blockAround(stub)) {
+        owner = block->record;
     } else if (stub.kind != RecordKind::tableEntry && stub.kind != RecordKind::subEntity) {
         owner = m_store.ownerOf(stub);
     }
@@ -291,7 +303,7 @@ Surroundings DrawingEncoder::surroundingsOf(AcDbStub& stub, const Record& record
         }
         return around;
     }
-    const Block* const block = stub.kind == RecordKind::entity ? m_store.spaceOf(stub) : nullptr;
+    const Block* const block = blockAround(stub);
     if (block != nullptr && block->share == Block::Share::modelSpace) {
         around.space = Surroundings::Space::model;
     } else if (block != nullptr && block->share == Block::Share::paperSpace) {
