@@ -3,7 +3,7 @@
 # editor and other dialogs, of drawings and of their blocks, and prints them as tables, each number
 # beside what the machine needs at least for it and beside our aim. The single runs go to bench.json,
 # bench_model.json, bench_write.json, bench_data.json, bench_editor.json, bench_dialogs.json,
-# bench_drawing.json and bench_blocks.json.
+# bench_drawing.json, bench_dwg.json and bench_blocks.json.
 # Usage: tools/bench.sh BUILD_FOLDER (with the target "benchmarks" built)
 set -eu
 
@@ -24,5 +24,7 @@ fi
 "$1/bin/corma_bench_drawing" "$drawings" --benchmark_repetitions=5 \
     --benchmark_out="$1/bench_drawing.json" --benchmark_out_format=json
 "$1/bin/corma_bench_drawing_memory" "$drawings"
+"$1/bin/corma_bench_dwg" "$drawings" --benchmark_repetitions=5 \
+    --benchmark_out="$1/bench_dwg.json" --benchmark_out_format=json
 "$1/bin/corma_bench_blocks" "$drawings" --benchmark_repetitions=5 \
     --benchmark_out="$1/bench_blocks.json" --benchmark_out_format=json
