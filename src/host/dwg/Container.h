@@ -73,7 +73,7 @@ public:
 
     /// Hands the bytes of a file with these parts over, piece by piece in order. False as soon as
     /// `take` says so.
-    virtual bool write(const NewParts& parts, const TakeBytes& take) const = 0;
+    [[nodiscard]] virtual bool write(const NewParts& parts, const TakeBytes& take) const = 0;
 };
 
 using ContainerOrTrouble = std::variant<std::unique_ptr<Container>, ReadResult>;

@@ -198,6 +198,7 @@ std::vector<std::size_t> PagedContainer::orderOfFile() const
     }
     std::sort(order.begin(), order.end());
     std::vector<std::size_t> sections;
+    sections.reserve(order.size());
     for (const auto& [address, index] : order) {
         sections.push_back(index);
     }
@@ -264,11 +265,14 @@ void PagedContainer::setAddresses(PagedWriter& writer, const CopiedPages& copied
          {kPreviewAt, kSummaryAt, kProjectAt, kAppInfoAt, kAppInfoHistoryAt}) {
         const auto former = numberAt<std::uint32_t>(m_head, at);
         const PlacedPage* const place = m_file->pageAt(former);
-        const auto found = place == nullptr ? copied.end() : copied.find(place->id);
-        writer.setAddress(at,
-                          found == copied.end()
-                              ? 0
-                              : writer.addressOf(found->second) + (former - place->address));
+        if (place == nullptr) {
+            writer.setAddress(at, 0);
+            continue;
+        }
+        const auto found = copied.find(place->id);
+        const bool isCopied = found != copied.end();
+        writer.setAddress(
+            at, isCopied ? writer.addressOf(found->second) + (former - place->address) : 0);
     }
 }
 

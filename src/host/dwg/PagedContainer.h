@@ -37,7 +37,7 @@ public:
 
     [[nodiscard]] std::string_view bytes() const override { return m_content.view(); }
 
-    bool write(const NewParts& parts, const TakeBytes& take) const override;
+    [[nodiscard]] bool write(const NewParts& parts, const TakeBytes& take) const override;
 
 private:
     struct NewContent

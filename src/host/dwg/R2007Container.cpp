@@ -52,7 +52,7 @@ public:
 
     [[nodiscard]] Acad::ErrorStatus canWrite() const override { return Acad::eNotImplementedYet; }
 
-    bool write(const NewParts& /*parts*/, const TakeBytes& /*take*/) const override
+    [[nodiscard]] bool write(const NewParts& /*parts*/, const TakeBytes& /*take*/) const override
     {
         return false;
     }

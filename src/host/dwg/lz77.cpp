@@ -32,7 +32,6 @@ constexpr std::size_t kLongRunBase = 18; // of a run that goes on
 constexpr std::size_t kByteMost = 0xFF;
 constexpr unsigned kLowBits = 6; // of a distance in two bytes
 
-constexpr std::size_t kNearLeast = 3;
 constexpr std::size_t kNearMost = 14;
 constexpr std::size_t kNearReach = 0x400;
 constexpr std::size_t kMiddleBase = 2;

@@ -146,10 +146,6 @@ std::string summary(const Release& release)
 
 std::string preview(const Release& /*release*/)
 {
-    constexpr std::string_view kBegin(
-        "\x1F\x25\x6D\x07\xD4\x36\x28\x28\x9D\x57\xCA\x3F\x9D\x44\x10\x2B", 16);
-    constexpr std::string_view kEnd(
-        "\xE0\xDA\x92\xF8\x2B\xC9\xD7\xD7\x62\xA8\x35\xC0\x62\xBB\xEF\xD4", 16);
     std::string bytes(kPictureBegin);
     addNumber<std::uint32_t>(1, bytes); // bytes up to the end
     bytes += '\0'; // pictures
