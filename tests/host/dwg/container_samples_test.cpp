@@ -223,7 +223,7 @@ void checkDamaged(const std::string& bytes)
 
 TEST_F(ContainerSamples, CutOnesAreReadOrRefused)
 {
-    constexpr std::size_t kPlaces = 100;
+    constexpr std::size_t kPlaces = 60;
     for (const fs::path& path : m_drawings) {
         SCOPED_TRACE(path);
         const std::string bytes = bytesOf(path);
@@ -235,7 +235,7 @@ TEST_F(ContainerSamples, CutOnesAreReadOrRefused)
 
 TEST_F(ContainerSamples, OnesWithChangedBitsAreReadOrRefused)
 {
-    constexpr int kPlaces = 200;
+    constexpr int kPlaces = 80;
     std::mt19937 random(1);
     for (const fs::path& path : m_drawings) {
         SCOPED_TRACE(path);
