@@ -21,6 +21,7 @@ struct Owned
     Handle last = Handle::none;
     Handle begin = Handle::none; // BLOCK
     Handle end = Handle::none; // ENDBLK or SEQEND
+    std::vector<Handle> references {}; // of a block: what is a copy of it
 
     // Of the table of blocks and of that of linetypes: the two that are no members.
     Handle firstSpecial = Handle::none; // *Model_Space or ByBlock
@@ -56,6 +57,9 @@ public:
 
     /// Nothing for a type that owns no others.
     [[nodiscard]] virtual std::optional<Owned> owned() const { return std::nullopt; }
+
+    /// The block that it is a reference of; none for most.
+    [[nodiscard]] virtual Handle referencedBlock() const { return Handle::none; }
 
     /// Nothing for a type that is no block.
     [[nodiscard]] virtual std::optional<BlockFacts> blockFacts() const { return std::nullopt; }
@@ -100,6 +104,15 @@ public:
             return m_fields.ownedHandles();
         } else { // NOLINT(readability-else-after-return)
             return std::nullopt;
+        }
+    }
+
+    [[nodiscard]] Handle referencedBlock() const override
+    {
+        if constexpr (requires(const Fields& fields) { fields.referencedBlock(); }) {
+            return m_fields.referencedBlock();
+        } else { // NOLINT(readability-else-after-return)
+            return Handle::none;
         }
     }
 

@@ -56,6 +56,9 @@ public:
     /// body is opaque.
     [[nodiscard]] std::optional<Owned> owned() const { return m_body->owned(); }
 
+    /// The block that it is a reference of; none for other records.
+    [[nodiscard]] Handle referencedBlock() const { return m_body->referencedBlock(); }
+
     /// What groups have in BLOCK, of the record of a block.
     [[nodiscard]] std::optional<BlockFacts> blockFacts() const { return m_body->blockFacts(); }
 

@@ -71,6 +71,8 @@ private:
     void collect();
     void collectClass(const AcDbStub& stub);
     void touchOwners();
+    void noteReference(const AcDbStub& reference);
+    [[nodiscard]] std::vector<Handle> keptReferences(const Record& block) const;
     void linkMembers();
     [[nodiscard]] bool mustEncode(const AcDbStub& stub) const;
     WriteResult encodeRecord(AcDbStub& stub);
@@ -136,12 +138,24 @@ void DrawingEncoder::touchOwners()
         if (at->kind == RecordKind::blockBegin && at->isChanged) {
             m_ownership.touchOwnerOf(*at);
         }
-        if (at->type == RecordType::insert && (isGone || isNew || at->isChanged)) {
-            const Block* const block = m_store.findBlock(m_store.textOf(*at, code::name));
-            if (block != nullptr) {
-                m_ownership.touch(*block->record);
-            }
+        if (at->type == RecordType::insert) {
+            noteReference(*at);
         }
+    }
+}
+
+// The block that a reference was of loses it, and the one that it is of gets it.
+void DrawingEncoder::noteReference(const AcDbStub& reference)
+{
+    if (isFromFile(reference) && (reference.isChanged || !isWritten(reference))) {
+        const auto record = m_source->recordOf(reference);
+        const auto block = record ? record->referencedBlock() : Handle::none;
+        if (const AcDbStub* const former = m_store.find(block)) {
+            m_ownership.touch(*former);
+        }
+    }
+    if (isWritten(reference) && (!isFromFile(reference) || reference.isChanged)) {
+        m_ownership.noteReference(reference);
     }
 }
 
@@ -296,6 +310,9 @@ Surroundings DrawingEncoder::surroundingsOf(AcDbStub& stub, const Record& record
     Surroundings around = m_ownership.of(stub);
     const Frame& frame = record.frame();
     if (isFromFile(stub)) {
+        const std::vector<Handle> added = std::move(around.references);
+        around.references = keptReferences(record);
+        around.references.insert(around.references.end(), added.begin(), added.end());
         around.space = static_cast<Surroundings::Space>(frame.space);
         if (m_ownership.neighboursOf(stub) == nullptr) {
             around.previous = frame.previousHandle();
@@ -310,6 +327,22 @@ Surroundings DrawingEncoder::surroundingsOf(AcDbStub& stub, const Record& record
         around.space = Surroundings::Space::paper;
     }
     return around;
+}
+
+// Those in the file that are still there; a changed one may be of another block now.
+std::vector<Handle> DrawingEncoder::keptReferences(const Record& block) const
+{
+    std::vector<Handle> kept;
+    const auto owned = block.owned();
+    for (const Handle handle : owned ? owned->references : std::vector<Handle>()) {
+        const AcDbStub* const stub = m_store.find(handle);
+        const bool isChangedReference
+            = stub != nullptr && stub->isChanged && stub->type == RecordType::insert;
+        if (stub != nullptr && isWritten(*stub) && !isChangedReference) {
+            kept.push_back(handle);
+        }
+    }
+    return kept;
 }
 
 void DrawingEncoder::takeBlockFacts(const AcDbStub& stub, Record& record)

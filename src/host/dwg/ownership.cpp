@@ -134,8 +134,7 @@ void Ownership::ownBlock(Block& block, Surroundings& around)
     for (const AcDbStub* member : membersOf(*block.record)) {
         around.owned.push_back(member->handle);
     }
-    noteReferences();
-    around.references = m_references[block.record];
+    around.references = referencesOf(*block.record);
 }
 
 void Ownership::linkMembers(const AcDbStub& owner)
@@ -154,19 +153,18 @@ const Ownership::Neighbours* Ownership::neighboursOf(const AcDbStub& stub) const
     return found == m_neighbours.end() ? nullptr : &found->second;
 }
 
-void Ownership::noteReferences()
+void Ownership::noteReference(const AcDbStub& reference)
 {
-    if (m_knowsReferences) {
-        return;
+    if (const Block* const block = m_store.findBlock(m_store.textOf(reference, code::name))) {
+        touch(*block->record);
+        m_references[block->record].push_back(reference.handle);
     }
-    m_knowsReferences = true;
-    for (const AcDbStub* at = m_store.first(); at != nullptr; at = at->next) {
-        if (at->type == RecordType::insert && isWritten(*at) && at->kind == RecordKind::entity) {
-            if (const Block* const block = m_store.findBlock(m_store.textOf(*at, code::name))) {
-                m_references[block->record].push_back(at->handle);
-            }
-        }
-    }
+}
+
+std::vector<Handle> Ownership::referencesOf(const AcDbStub& record) const
+{
+    const auto found = m_references.find(&record);
+    return found == m_references.end() ? std::vector<Handle>() : found->second;
 }
 
 } // namespace corma::host::dwg

@@ -46,8 +46,11 @@ public:
 
     [[nodiscard]] const Neighbours* neighboursOf(const AcDbStub& stub) const;
 
-    /// Notes which references a block has.
-    void noteReferences();
+    /// Notes that a reference, which is new or was changed, is one of a block.
+    void noteReference(const AcDbStub& reference);
+
+    /// Those that were noted of a block, by its record, in order.
+    [[nodiscard]] std::vector<Handle> referencesOf(const AcDbStub& record) const;
 
 private:
     void ownEntries(AcDbStub& table, TableKind kind, Surroundings& around);
@@ -57,7 +60,6 @@ private:
     std::unordered_set<const AcDbStub*> m_touched;
     std::unordered_map<const AcDbStub*, Neighbours> m_neighbours;
     std::unordered_map<const AcDbStub*, std::vector<Handle>> m_references; // by record of the block
-    bool m_knowsReferences = false;
 };
 
 } // namespace corma::host::dwg

@@ -183,7 +183,8 @@ struct BlockRecord
                 .first = first.target,
                 .last = last.target,
                 .begin = begin.target,
-                .end = end.target};
+                .end = end.target,
+                .references = handlesOf(references)};
     }
 
     [[nodiscard]] BlockFacts blockFacts() const

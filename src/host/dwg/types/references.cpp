@@ -152,6 +152,8 @@ struct Insert
         }
     }
 
+    [[nodiscard]] Handle referencedBlock() const { return block.target; }
+
     [[nodiscard]] Owned ownedHandles() const { return attributes.owned(); }
 };
 
