@@ -87,8 +87,8 @@ constexpr FixedType kFixedTypes[] = {
     {0x45, "DIMSTYLE",            false, makeDimStyle},
     {0x46, "TABLE",               false, makePaperViewportControl}, // of viewports, up to R2000
     {0x47, "VX",                  false, makePaperViewport},
-    {0x48, "GROUP",               false, nullptr},
-    {0x49, "MLINESTYLE",          false, nullptr},
+    {0x48, "GROUP",               false, makeEntityGroup},
+    {0x49, "MLINESTYLE",          false, makeMlineStyle},
     {0x4A, "OLE2FRAME",           true,  nullptr},
     {0x4C, "LONG_TRANSACTION",    false, nullptr},
     {0x4D, "LWPOLYLINE",          true,  makeLightPolyline},
@@ -96,7 +96,7 @@ constexpr FixedType kFixedTypes[] = {
     {0x4F, "XRECORD",             false, makeXrecord},
     {0x50, "ACDBPLACEHOLDER",     false, makePlaceholder},
     {0x51, "VBA_PROJECT",         false, nullptr},
-    {0x52, "LAYOUT",              false, nullptr},
+    {0x52, "LAYOUT",              false, makeLayout},
     {0x1F2, "ACAD_PROXY_ENTITY",  true,  nullptr},
     {0x1F3, "ACAD_PROXY_OBJECT",  false, nullptr},
 };
@@ -111,6 +111,13 @@ struct ClassType
 constexpr ClassType kClassTypes[] = {
     {"ACDBDICTIONARYWDFLT", makeDictionaryWithDefault},
     {"ACDBPLACEHOLDER",     makePlaceholder},
+    {"DICTIONARYVAR",       makeDictionaryVariable},
+    {"IMAGEDEF",            makeImageDefinition},
+    {"PLOTSETTINGS",        makePlotSettings},
+    {"RASTERVARIABLES",     makeRasterVariables},
+    {"SCALE",               makeScale},
+    {"SORTENTSTABLE",       makeDrawOrder},
+    {"WIPEOUTVARIABLES",    makeWipeoutVariables},
 };
 
 // clang-format on

@@ -110,6 +110,20 @@ std::unique_ptr<Body> makeDictionary();
 std::unique_ptr<Body> makeDictionaryWithDefault();
 std::unique_ptr<Body> makePlaceholder();
 
+// types/small_objects.cpp
+std::unique_ptr<Body> makeEntityGroup();
+std::unique_ptr<Body> makeDictionaryVariable();
+std::unique_ptr<Body> makeScale();
+std::unique_ptr<Body> makeDrawOrder();
+std::unique_ptr<Body> makeMlineStyle();
+std::unique_ptr<Body> makeRasterVariables();
+std::unique_ptr<Body> makeImageDefinition();
+std::unique_ptr<Body> makeWipeoutVariables();
+
+// types/plot_settings.cpp
+std::unique_ptr<Body> makePlotSettings();
+std::unique_ptr<Body> makeLayout();
+
 // types/xrecord.cpp
 std::unique_ptr<Body> makeXrecord();
 

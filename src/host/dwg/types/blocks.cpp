@@ -120,6 +120,10 @@ struct BlockRecord
             return;
         }
         io.handle(kLayout, layout);
+        constexpr std::size_t kChunk = 127;
+        for (std::size_t at = 0; at < preview.size(); at += kChunk) {
+            io.groups().add(Group(kPreview, GroupValue(preview.substr(at, kChunk))));
+        }
         if (!references.empty()) {
             io.groups().add(Group(code::braces, L"{BLKREFS"));
             for (const Ref& ref : references) {
@@ -131,10 +135,6 @@ struct BlockRecord
             io.integer(code::flags, units);
             io.integer(kExplodable, isExplodable);
             io.integer(kScaling, scaling);
-        }
-        constexpr std::size_t kChunk = 127;
-        for (std::size_t at = 0; at < preview.size(); at += kChunk) {
-            io.groups().add(Group(kPreview, GroupValue(preview.substr(at, kChunk))));
         }
     }
 

@@ -152,6 +152,10 @@ struct Layer
         int index = kWhite;
         io.integer(kColor.index, index, kWhite);
         set(kIsOff, index < 0);
+        if (index >= 0 && io.groups().find(kColor.index, io.range())) {
+            colorGroups(io, kColor, color);
+            return;
+        }
         index = std::abs(index);
         if (!io.since(r2004)) {
             color.index = static_cast<std::int16_t>(index);

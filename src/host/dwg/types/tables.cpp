@@ -159,7 +159,7 @@ struct DimStyleControl : Control
             return;
         }
         io.marker(L"AcDbDimStyleTable");
-        io.integer(kMoreCount, more.size());
+        io.integer(kMoreCount, more.size(), 0);
         for (const Ref& ref : more) {
             io.handle(kMore, ref);
         }

@@ -122,6 +122,12 @@ GroupValue plainValue(Item item, BitReader& from)
     }
 }
 
+// Angles are radians in data and degrees in groups.
+bool isAngle(int code)
+{
+    return isIn(code, 50, 58);
+}
+
 /// The groups of some data; nothing when it cannot be understood to its end.
 std::optional<std::vector<Group>> decoded(std::string_view data, const FileForm& form)
 {
@@ -138,6 +144,9 @@ std::optional<std::vector<Group>> decoded(std::string_view data, const FileForm&
             groups.emplace_back(code, textValue(code, textFrom(from, form)));
         } else {
             groups.emplace_back(code, plainValue(item, from));
+            if (isAngle(code)) {
+                groups.back().value = degreesFrom(groups.back().real());
+            }
         }
         if (!from.isGood()) {
             return std::nullopt;
@@ -192,7 +201,7 @@ private:
             addText(group);
             return;
         case Item::real:
-            m_to.rawDouble(group.real());
+            m_to.rawDouble(isAngle(group.code) ? radiansFrom(group.real()) : group.real());
             return;
         case Item::byte:
             m_to.byte(static_cast<std::uint8_t>(group.integer()));
@@ -270,7 +279,9 @@ struct Xrecord
         io.bitLong(size);
         io.bytes(data, size);
         auto all = decoded(data, io.form());
-        if (all) {
+        const auto isApplication = [](const Group& item) { return item.code == code::application; };
+        // That code would begin the extended data in groups.
+        if (all && std::none_of(all->begin(), all->end(), isApplication)) {
             items = Groups(std::move(*all));
         } else {
             io.fail();
