@@ -183,6 +183,17 @@ std::optional<FlatContainer::Span> FlatContainer::spanOfObjects() const
 
 // --- writing -------------------------------------------------------------------------------------
 
+// In a file without any they go ahead of their map.
+void FlatContainer::addObjects(std::vector<Piece>& known) const
+{
+    const Locator* const map = locatorOf(kMapSection);
+    if (const auto span = spanOfObjects()) {
+        known.emplace_back(Piece::Kind::objects, *span);
+    } else if (map != nullptr) {
+        known.emplace_back(Piece::Kind::objects, Span {map->begin, map->begin});
+    }
+}
+
 // All of the file, in order. Empty when its parts lie in each other.
 std::vector<FlatContainer::Piece> FlatContainer::oldPieces() const
 {
@@ -201,7 +212,7 @@ std::vector<FlatContainer::Piece> FlatContainer::oldPieces() const
     };
     add(Piece::Kind::header, spanOfVariables(kHeaderSection).value_or(Span()));
     add(Piece::Kind::classes, spanOfVariables(kClassesSection).value_or(Span()));
-    add(Piece::Kind::objects, spanOfObjects().value_or(Span()));
+    addObjects(known);
     add(Piece::Kind::picture, spanOfPicture());
     addSection(Piece::Kind::map, kMapSection);
     addSection(Piece::Kind::summary, kSummarySection);
@@ -210,8 +221,8 @@ std::vector<FlatContainer::Piece> FlatContainer::oldPieces() const
     if (m_secondHead) {
         add(Piece::Kind::secondHead, {m_secondHead->begin(), m_secondHead->end()});
     }
-    std::sort(known.begin(), known.end(),
-              [](const Piece& a, const Piece& b) { return a.old.begin < b.old.begin; });
+    std::stable_sort(known.begin(), known.end(),
+                     [](const Piece& a, const Piece& b) { return a.old.begin < b.old.begin; });
     std::vector<Piece> all;
     std::size_t at = 0;
     for (Piece& piece : known) {

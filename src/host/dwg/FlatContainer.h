@@ -88,6 +88,7 @@ private:
     [[nodiscard]] std::optional<Span> spanOfVariables(unsigned number) const;
     [[nodiscard]] Span spanOfPicture() const;
     [[nodiscard]] std::optional<Span> spanOfObjects() const;
+    void addObjects(std::vector<Piece>& known) const;
     [[nodiscard]] std::vector<Piece> oldPieces() const;
     [[nodiscard]] std::vector<Piece> newPieces(const NewParts& parts) const;
     [[nodiscard]] static std::string newMap(const NewParts& parts, std::size_t begin);

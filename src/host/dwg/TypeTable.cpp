@@ -227,8 +227,9 @@ MakeBody bodyNamed(std::string_view name)
     return fixed == std::end(kFixedTypes) ? nullptr : fixed->makeBody;
 }
 
-TypeTable::TypeTable(std::vector<ClassInfo> classes)
-    : m_classes(std::move(classes))
+TypeTable::TypeTable(DrawingVersion version, std::vector<ClassInfo> classes)
+    : m_version(version)
+    , m_classes(std::move(classes))
 {
     for (std::size_t i = 0; i < m_classes.size(); ++i) {
         enter(i);
@@ -265,12 +266,17 @@ std::optional<unsigned> TypeTable::numberFor(const Groups& groups) const
     if (const auto number = numberOfVariant(name, groups)) {
         return number;
     }
-    if (const auto byClass = m_byName.find(name); byClass != m_byName.end()) {
-        return byClass->second;
-    }
+    // Some numbers were given to types that had been classes before.
+    constexpr unsigned kFirstSinceR2004 = 0x50;
     const auto* const fixed = std::find_if(std::begin(kFixedTypes), std::end(kFixedTypes),
                                            [&](const FixedType& row) { return row.name == name; });
-    return fixed == std::end(kFixedTypes) ? std::nullopt : std::optional(fixed->number);
+    const bool isFixed = fixed != std::end(kFixedTypes)
+        && (fixed->number < kFirstSinceR2004 || m_version >= DrawingVersion::r2004);
+    if (isFixed) {
+        return fixed->number;
+    }
+    const auto byClass = m_byName.find(name);
+    return byClass == m_byName.end() ? std::nullopt : std::optional(byClass->second);
 }
 
 void TypeTable::add(ClassInfo added)

@@ -44,7 +44,7 @@ class TypeTable
 public:
     TypeTable() = default;
 
-    explicit TypeTable(std::vector<ClassInfo> classes);
+    explicit TypeTable(DrawingVersion version, std::vector<ClassInfo> classes = {});
 
     /// What a number means; a type without a name when the drawing does not say it.
     [[nodiscard]] TypeInfo find(unsigned number) const;
@@ -60,6 +60,7 @@ public:
 private:
     void enter(std::size_t position);
 
+    DrawingVersion m_version = DrawingVersion::r2018;
     std::vector<ClassInfo> m_classes;
     std::unordered_map<unsigned, std::size_t> m_byNumber; // positions
     std::unordered_map<std::string, unsigned> m_byName;

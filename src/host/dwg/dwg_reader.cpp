@@ -382,7 +382,7 @@ ReadResult readDwg(platform::FileContent content, const std::wstring& path, Stor
     if (!roots) {
         return damage(path, 0, L"the header variables are wrong or have a wrong checksum");
     }
-    TypeTable types(std::move(*classes));
+    TypeTable types(form.version, std::move(*classes));
     StructureReader reader(parts, form, types, store);
     if (auto trouble = reader.findRecords(path)) {
         return std::move(*trouble);

@@ -10,6 +10,7 @@
 #include "host/dwg/file_form.h"
 #include "host/dwg/header_variables.h"
 #include "host/dwg/ownership.h"
+#include "host/dwg/standard_classes.h"
 #include "platform/text.h"
 
 #include <algorithm>
@@ -218,14 +219,17 @@ WriteResult DrawingEncoder::encode()
 
 std::optional<unsigned> DrawingEncoder::typeFor(const Groups& groups)
 {
-    if (const auto known = m_types.numberFor(groups)) {
-        return known;
+    if (const auto number = m_types.numberFor(groups)) {
+        return number;
     }
-    const Groups described = m_store.classOf(toUtf8(groups[0].text()));
-    if (described.empty()) {
+    const std::string type = toUtf8(groups[0].text());
+    const Groups described = m_store.classOf(type);
+    const auto known
+        = described.empty() ? standardClass(type) : std::optional(classFromGroups(described));
+    if (!known) {
         return std::nullopt;
     }
-    m_types.add(classFromGroups(described));
+    m_types.add(*known);
     m_hasNewClasses = true;
     return m_types.numberFor(groups);
 }
@@ -505,7 +509,7 @@ WriteResult writeNewDwg(const Store& store, const std::wstring& path)
             : cannotWrite(store.version());
     }
     form.maintenance = container->parts().maintenance;
-    DrawingEncoder encoder(*store.first()->store, nullptr, form, TypeTable());
+    DrawingEncoder encoder(*store.first()->store, nullptr, form, TypeTable(form.version));
     if (WriteResult result = encoder.encode(); result.status != Acad::eOk) {
         return result;
     }

@@ -30,7 +30,7 @@ SampleFile::SampleFile(fs::path file)
     if (!classes) {
         throw std::runtime_error("the classes of " + path.string() + " are damaged");
     }
-    types = TypeTable(std::move(*classes));
+    types = TypeTable(form.version, std::move(*classes));
 }
 
 void SampleFile::eachRecord(
