@@ -142,8 +142,10 @@ inline constexpr Field kFields[] = {
     {real,        L"CMLSCALE", 20},
     {real,        L"CELTSCALE", 1},
     {text,        L"MENU"},
-    {time,        L"TDCREATE"},
-    {time,        L"TDUPDATE"},
+    {time,        L"TDCREATE", 0, r13, r14},
+    {time,        L"TDUPDATE", 0, r13, r14},
+    {time,        L"TDUCREATE", 0, r2000}, // universal time in place of that of a place
+    {time,        L"TDUUPDATE", 0, r2000},
     {longNumber,  L"unknown 16", 0, r2004},
     {longNumber,  L"unknown 17", 0, r2004},
     {longNumber,  L"unknown 18", 0, r2004},
