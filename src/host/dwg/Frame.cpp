@@ -87,11 +87,13 @@ template<class Io> void entityFields(Io& io, Frame& frame)
     io.bitDouble(frame.linetypeScale);
     if (io.since(r2000)) {
         io.bits(frame.linetypeKind, kTwoBits);
-        io.bits(frame.plotStyleKind, kTwoBits);
     }
     if (io.since(r2007)) {
         io.bits(frame.materialKind, kTwoBits);
         io.byte(frame.shadow);
+    }
+    if (io.since(r2000)) {
+        io.bits(frame.plotStyleKind, kTwoBits);
     }
     if (io.since(r2010)) {
         io.bit(frame.hasFullStyle);
