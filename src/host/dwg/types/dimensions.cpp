@@ -328,6 +328,15 @@ struct RadiusDimension : RoundDimension
 
 struct DiameterDimension : RoundDimension
 {
+    // The two points stand the other way round than those of a radius.
+    template<class Io> void bits(Io& io)
+    {
+        common.bits(io);
+        io.point3(onCurve);
+        io.point3(definition);
+        io.bitDouble(leaderLength);
+    }
+
     template<class Io> void groups(Io& io)
     {
         RoundDimension::groups(io, kDiameter, L"AcDbDiametricDimension");

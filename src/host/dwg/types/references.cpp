@@ -20,7 +20,10 @@ struct BlockBegin
     {
         io.marker(L"AcDbBlockBegin");
         if constexpr (Io::isFromGroups) {
-            Io::setText(name, withoutNumber(io.groups().text(code::name, io.range())));
+            const std::wstring_view wanted = io.groups().text(code::name, io.range());
+            if (name.value != wanted) { // some files have the number
+                Io::setText(name, withoutNumber(wanted));
+            }
         } else {
             io.text(code::name, name);
         }
