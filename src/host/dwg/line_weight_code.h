@@ -29,7 +29,7 @@ constexpr std::int64_t weightFromCode(std::uint8_t code)
     case kDefaultCode:
         return kWeightDefault;
     default:
-        return code < kWeights.size() ? kWeights[code] : kWeightDefault;
+        return code < kWeights.size() ? kWeights[code] : kWeightByLayer;
     }
 }
 
