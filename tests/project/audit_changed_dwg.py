@@ -143,6 +143,41 @@ def faults_of_objects(before: DwgFile, after: DwgFile, may_change: Allowed,
     return faults
 
 
+def faults_of_blocks(before: DwgFile, after: DwgFile) -> list[str]:
+    """Entities keep their order, and what is new stands behind them."""
+    faults = []
+    for block in after.of_type("BLOCK_RECORD"):
+        begin, _listed, end = after.block_ends(block)
+        if after.type_name(begin) != "BLOCK" or after.type_name(end) != "ENDBLK":
+            faults.append(f"the block {block:X} has no begin or no end")
+        now = after.entities(block)
+        kept = [entity for entity in before.entities(block) if entity in after.objects] \
+            if block in before.objects else []
+        if now[:len(kept)] != kept or any(entity in before.objects for entity in now[len(kept):]):
+            faults.append(f"the entities of {block:X} are {now}, and {kept} of them are old")
+        if any(entity not in after.objects for entity in now):
+            faults.append(f"the block {block:X} has entities that are not there")
+    return faults
+
+
+def faults_of_references(before: DwgFile, after: DwgFile) -> list[str]:
+    """No record names what is not there, unless it did so before."""
+    faults = []
+    for handle, record in after.objects.items():
+        old = before.objects.get(handle)
+        if old is not None and old.raw == record.raw and before.objects.keys() <= after.objects.keys():
+            continue
+        loose = {target for target in after.references(handle)
+                 if target and target not in after.objects}
+        if old is not None:
+            loose -= {target for target in before.references(handle)
+                      if target not in before.objects}
+        if loose:
+            faults.append(f"the {after.type_name(handle)} {handle:X} names "
+                          f"{', '.join(f'{target:X}' for target in sorted(loose))}")
+    return faults
+
+
 def never(_drawing: DwgFile, _handle: int) -> bool:
     return False
 
@@ -292,6 +327,8 @@ def compared(before: DwgFile, after: DwgFile, command: Command) -> list[str]:
     faults = [fault for fault in after.faults if fault not in before.faults]
     faults += faults_of_sections(before, after)
     faults += faults_of_objects(before, after, command.may_change, command.may_vanish)
+    faults += faults_of_blocks(before, after)
+    faults += faults_of_references(before, after)
     fault = command.wanted(before, after)
     return faults + ([fault] if fault else [])
 

@@ -565,6 +565,15 @@ class DwgFile:
         owner = one()
         return owner, [one() for _ in range(reactors)], one() if has_dictionary else 0
 
+    def references(self, handle: int) -> list[int]:
+        """All handles behind the fields of a record, in order, whatever its type."""
+        record = self.objects[handle]
+        reader = Bits(record.body, record.fields_end)
+        found = []
+        while reader.end - reader.at >= 8:
+            found.append(absolute(reader.handle(), handle))
+        return found
+
     def owner(self, handle: int) -> int:
         """Of an object that is no entity."""
         record = self.objects[handle]
@@ -621,6 +630,68 @@ class DwgFile:
 
     def names(self, type_name: str) -> list[str]:
         return [self.name(handle) for handle in self.of_type(type_name)]
+
+    def _double(self, fields: Bits) -> None:
+        if fields.bits(2) == 0:
+            fields.raw(8)
+
+    def block_ends(self, handle: int) -> tuple[int, list[int], int]:
+        """Of a block record: its BLOCK, the entities that it lists and its ENDBLK. In R2000 only the
+        first and the last entity are listed."""
+        record = self.objects[handle]
+        fields, references, texts, reactors, has_dictionary = self._common(record)
+        self._text(fields, texts)
+        if self.version < R2007:
+            fields.bits(1)
+        fields.short()
+        if self.version < R2007:
+            fields.bits(1)
+        _anonymous, _attributes, is_reference, is_overlay, _loaded = (fields.bits(1)
+                                                                      for _ in range(5))
+        has_list = not is_reference and not is_overlay
+        count = 2 if self.version < R2004 else fields.long() if has_list else 0
+        self._head_references(record, references, reactors, has_dictionary)
+
+        def one() -> int:
+            return absolute(references.handle(), handle)
+        one()
+        begin = one()
+        listed = [one() for _ in range(count if has_list else 0)]
+        return begin, listed, one()
+
+    def neighbours(self, handle: int) -> tuple[int, int]:
+        """The entities before and behind one of R2000; 0 for none."""
+        record = self.objects[handle]
+        fields = Bits(record.body, record.fields.at, record.fields_end)
+        if fields.bits(1):
+            fields.raw(fields.little(4))
+        mode, reactors, has_no_links = fields.bits(2), fields.long(), fields.bits(1)
+        if has_no_links:
+            return handle - 1, handle + 1
+        references = Bits(record.body, record.fields_end)
+        for _ in range((mode == 0) + reactors + 1):
+            references.handle()
+        before, behind = (absolute(references.handle(), handle) for _ in range(2))
+        return before, behind
+
+    def entities(self, block: int) -> list[int]:
+        """The entities of a block record, in order."""
+        _begin, listed, _end = self.block_ends(block)
+        if self.version >= R2004 or not listed or not listed[0]:
+            return [handle for handle in listed if handle]
+        first, last = listed
+        chain = [first]
+        before = 0
+        while True:
+            previous, following = self.neighbours(chain[-1])
+            if previous != before and not (before == 0 and previous == first - 1):
+                raise DwgError(f"{chain[-1]:X} stands behind {previous:X}, not {before:X}")
+            if chain[-1] == last:
+                return chain
+            before = chain[-1]
+            if following not in self.objects or following in chain:
+                raise DwgError(f"{before:X} stands before {following:X}")
+            chain.append(following)
 
     @property
     def next_handle(self) -> int:
