@@ -121,11 +121,18 @@ def faults_of_sections(before: DwgFile, after: DwgFile) -> list[str]:
     if after.next_handle <= max(after.objects):
         faults.append(f"the next handle is {after.next_handle:X}, and there is "
                       f"{max(after.objects):X}")
-    one, two = before.sections.get(FREE_SPACE, b""), after.sections.get(FREE_SPACE, b"")
+    return faults + faults_of_free_space(before, after)
+
+
+def faults_of_free_space(before: DwgFile, after: DwgFile) -> list[str]:
+    """It tells the number of objects and, in R2000, the place of the first."""
+    one, two = (bytearray(each.sections.get(FREE_SPACE, b"")) for each in (before, after))
     at, size = (4, 4) if before.version <= "AC1018" else (8, 8)
-    if one[:at] + one[at + size:] != two[:at] + two[at + size:]:
-        faults.append("the section of free space differs")
-    return faults
+    del one[at:at + size], two[at:at + size]
+    if before.version == FLAT and one[12:16] == min(before.places.values()).to_bytes(4, "little") \
+            and two[12:16] == min(after.places.values()).to_bytes(4, "little"):
+        one[12:16] = two[12:16]
+    return ["the section of free space differs"] if one != two else []
 
 
 def faults_of_objects(before: DwgFile, after: DwgFile, may_change: Allowed,
