@@ -233,6 +233,16 @@ def settings(drawing: DwgFile) -> dict[str, object]:
     return held
 
 
+def strays(drawing: DwgFile) -> list[str]:
+    """Settings that name another owner than the dictionary in which they hang."""
+    found = []
+    for handle in settings_objects(drawing) | {drawing.root}:
+        if drawing.type_name(handle) == "DICTIONARY":
+            found += [f"{entry:X}" for entry in drawing.dictionary(handle).values()
+                      if entry in settings_objects(drawing) and drawing.owner(entry) != handle]
+    return found
+
+
 def without_settings(drawing: DwgFile) -> dict[str, object]:
     held = drawing.tree(drawing.root)
     held.pop(ROOT, None)
@@ -250,6 +260,8 @@ def holds(wanted: dict[str, object]) -> Wanted:
     def check(before: DwgFile, after: DwgFile) -> str | None:
         if settings(after) != wanted:
             return f"it holds {settings(after)}, not {wanted}"
+        if strays(after):
+            return f"{strays(after)} name another owner"
         if without_settings(after) != without_settings(before):
             return "other dictionaries hold something else"
         return None
