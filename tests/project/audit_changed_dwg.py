@@ -172,7 +172,8 @@ def faults_of_references(before: DwgFile, after: DwgFile) -> list[str]:
     faults = []
     for handle, record in after.objects.items():
         old = before.objects.get(handle)
-        if old is not None and old.raw == record.raw and before.objects.keys() <= after.objects.keys():
+        is_old = old is not None and old.raw == record.raw
+        if is_old and before.objects.keys() <= after.objects.keys():
             continue
         loose = {target for target in after.references(handle)
                  if target and target not in after.objects}
@@ -311,7 +312,7 @@ class Command:
 
 
 def judged(case: Case, command: Command, number: int, source: Path | None = None) -> Path | None:
-    """Runs a command and looks at what came of it: the changed drawing, none where there is none."""
+    """Runs a command and looks at what came of it: the changed drawing, where there is one."""
     result = Result(command.name)
     case.results.append(result)
     source = source or case.file

@@ -7,9 +7,9 @@ Drawings of FOLDER are cut off, filled with other bytes and bits, and put togeth
 at places that a pseudo-random sequence tells: the same ones at each run. In part of the cases the
 checksums are made right again, so that the damage gets past them. Each command on such a drawing
 must end with the exit status 0, 1 or 2, in time, within a bound of memory, and tell what is wrong
-where it failed. Cases run until N seconds are over (30 unless told). --keep stores the drawings that
-broke something; a line tells how to see it again. The exit status is 1 when something broke, 77 when
-FOLDER is empty text.
+where it failed. Cases run until N seconds are over (30 unless told). --keep stores the drawings
+that broke something; a line tells how to see it again. The exit status is 1 when something broke,
+77 when FOLDER is empty text.
 """
 
 from __future__ import annotations

@@ -24,9 +24,9 @@ DICTIONARY, BLOCK_RECORD, LAYER, XRECORD = 42, 49, 51, 79
 TYPES = {1: "TEXT", 2: "ATTRIB", 3: "ATTDEF", 4: "BLOCK", 5: "ENDBLK", 6: "SEQEND", 7: "INSERT",
          8: "MINSERT", 42: "DICTIONARY", 48: "BLOCK_CONTROL", 49: "BLOCK_RECORD",
          50: "LAYER_CONTROL", 51: "LAYER", 52: "STYLE_CONTROL", 53: "STYLE", 56: "LTYPE_CONTROL",
-         57: "LTYPE", 60: "VIEW_CONTROL", 62: "UCS_CONTROL", 64: "VPORT_CONTROL", 66: "APPID_CONTROL",
-         67: "APPID", 68: "DIMSTYLE_CONTROL", 69: "DIMSTYLE", 70: "VX_CONTROL", 79: "XRECORD",
-         82: "LAYOUT"}
+         57: "LTYPE", 60: "VIEW_CONTROL", 62: "UCS_CONTROL", 64: "VPORT_CONTROL",
+         66: "APPID_CONTROL", 67: "APPID", 68: "DIMSTYLE_CONTROL", 69: "DIMSTYLE", 70: "VX_CONTROL",
+         79: "XRECORD", 82: "LAYOUT"}
 
 RECORD_SEED = 0xC0C1
 PAGE_MAP, SECTION_MAP, DATA_PAGE = 0x41630E3B, 0x4163003B, 0x4163043B
@@ -42,8 +42,8 @@ PREVIEW = "AcDb:Preview"
 
 BEHIND_LOCATORS = bytes.fromhex("95A04E2899821AE55E41E05F9D3A4D00")
 SECOND_HEADER = bytes.fromhex("D47B21CE28939FBF53244009123CAA01")
-SENTINELS = {HEADER: "CF7B1F23FDDE38A95F7C68B84E6D335F", CLASSES: "8DA1C4B8C4A9F8C5C0DCF45FE7CFB68A",
-             PREVIEW: "1F256D07D43628289D57CA3F9D44102B"}
+SENTINELS = {HEADER: "CF7B1F23FDDE38A95F7C68B84E6D335F",
+             CLASSES: "8DA1C4B8C4A9F8C5C0DCF45FE7CFB68A"}
 
 
 class DwgError(Exception):
@@ -502,7 +502,8 @@ class DwgFile:
         while texts is not None and last not in names:
             number = reader.short()
             reader.short()
-            _program, _class = self._wide(texts), self._wide(texts)
+            self._wide(texts)  # the program and the class
+            self._wide(texts)
             names[number] = self._wide(texts)
             reader.bits(1)
             reader.short()
@@ -618,8 +619,9 @@ class DwgFile:
         if kind == "chunk":
             end = at + 1 + data[at]
             return data[at + 1:end], end
-        form, size = {"point": ("<3d", 24), "real": ("<d", 8), "short": ("<h", 2), "long": ("<i", 4),
-                      "byte": ("<B", 1), "handle": ("<Q", 8), "wide": ("<q", 8)}[kind]
+        form, size = {"point": ("<3d", 24), "real": ("<d", 8), "short": ("<h", 2),
+                      "long": ("<i", 4), "byte": ("<B", 1), "handle": ("<Q", 8),
+                      "wide": ("<q", 8)}[kind]
         values = struct.unpack_from(form, data, at)
         return (values if kind == "point" else values[0]), at + size
 
@@ -636,8 +638,8 @@ class DwgFile:
             fields.raw(8)
 
     def block_ends(self, handle: int) -> tuple[int, list[int], int]:
-        """Of a block record: its BLOCK, the entities that it lists and its ENDBLK. In R2000 only the
-        first and the last entity are listed."""
+        """Of a block record: its BLOCK, the entities that it lists and its ENDBLK. In R2000 only
+        the first and the last entity are listed."""
         record = self.objects[handle]
         fields, references, texts, reactors, has_dictionary = self._common(record)
         self._text(fields, texts)
@@ -723,7 +725,8 @@ def _kind_of_value(code: int) -> str:
               ((270, 279), "short"), ((280, 299), "byte"), ((300, 309), "text"),
               ((310, 319), "chunk"), ((320, 369), "handle"), ((370, 389), "short"),
               ((390, 399), "handle"), ((400, 409), "short"), ((410, 419), "text"),
-              ((420, 429), "long"), ((430, 439), "text"), ((440, 459), "long"), ((460, 469), "real"),
+              ((420, 429), "long"), ((430, 439), "text"), ((440, 459), "long"),
+              ((460, 469), "real"),
               ((470, 479), "text"), ((480, 481), "handle"), ((1000, 1003), "text"),
               ((1004, 1004), "chunk"), ((1005, 1005), "handle"), ((1010, 1019), "point"),
               ((1040, 1042), "real"), ((1070, 1070), "short"), ((1071, 1071), "long"))

@@ -4,13 +4,14 @@
 dwg_twins.py CFGCTL FOLDER
 
 The twin of x.dwg is x.dxf, x_ascii.dxf or x_binary.dxf. What a drawing holds, what its blocks
-prescribe, what its references have, what is out of date and where its user works must be the same in
-both, and the same again after references were synchronised. The two were saved one after the other,
-so there are differences that say nothing, and those only are passed over: the last digits of
-numbers, the numbers in names of blocks without a name, and handles of what such a save makes anew.
+prescribe, what its references have, what is out of date and where its user works must be the same
+in both, and the same again after references were synchronised. The two were saved one after the
+other, so there are differences that say nothing, and those only are passed over: the last digits
+of numbers, the numbers in names of blocks without a name, and handles of what such a save makes
+anew.
 
-The exit status is 1 when something else differs, or when there are no twins; 77 when FOLDER is empty
-text.
+The exit status is 1 when something else differs, or when there are no twins; 77 when FOLDER is
+empty text.
 """
 
 from __future__ import annotations
@@ -95,7 +96,8 @@ def differences(cfgctl: Path, pair: tuple[Path, Path]) -> list[str]:
         compare("attributes", handle)
     compare("attupdate")
     compare("view")
-    print(f"{pair[0].name}: {asked} questions, {len(handles)} of {len(one['references'])} references")
+    print(f"{pair[0].name}: {asked} questions, "
+          f"{len(handles)} of {len(one['references'])} references")
     return found
 
 
@@ -130,7 +132,8 @@ def main() -> int:
     faults = pairs = 0
     with tempfile.TemporaryDirectory() as name:
         for file in sorted(samples.glob("*.dwg")):
-            twins = [twin for ending in ENDINGS if (twin := file.with_name(file.stem + ending)).exists()]
+            named = [file.with_name(file.stem + ending) for ending in ENDINGS]
+            twins = [twin for twin in named if twin.exists()]
             if not twins:
                 continue
             pairs += 1

@@ -3,8 +3,8 @@
 
 unrelated_dwg_readers.py CFGCTL EXAMPLES FOLDER
 
-Of each DWG drawing in FOLDER that can be written: a setting is stored, a block loaded, a line copied
-and another erased. Each reader that is found here reads the drawing before and after. What it finds
+Of each DWG drawing in FOLDER that can be written: a setting is stored, a block loaded, a line
+copied and erased. Each reader that is found here reads the drawing before and after. What it finds
 afterwards is what it found before, and what the command has brought: keys of dictionaries, layers,
 blocks, the number of records of each type, and of features of each layer.
 
@@ -92,12 +92,13 @@ def listed(file: Path) -> Found | None:
     """Of R2000 only, and not of all; the entities by layer."""
     if file.read_bytes()[:6] != FLAT.encode():
         return None
-    ran = subprocess.run(["ogrinfo", "-al", "-so", file], capture_output=True, text=True, check=False)
+    ran = subprocess.run(["ogrinfo", "-al", "-so", file], capture_output=True, text=True,
+                         check=False)
     if ran.returncode != 0 or "successful" not in ran.stdout:
         return None
     found = Found()
-    for layer, count in re.findall(r"^Layer name: (.*)(?:\n.*)*?\nFeature Count: (\d+)$", ran.stdout,
-                                   re.MULTILINE):
+    counted = re.compile(r"^Layer name: (.*)(?:\n.*)*?\nFeature Count: (\d+)$", re.MULTILINE)
+    for layer, count in counted.findall(ran.stdout):
         found.layers[layer.upper()] += 1
         found.records[layer.upper()] += int(count)
     seed = re.search(r"\$HANDSEED=(\d+)", ran.stdout)
