@@ -73,10 +73,12 @@ void declareCommon(Syntax& syntax, Options& options)
     syntax.option("--access N", "Access level of the user; usually 0", options.access);
     syntax.flag("--json", "One JSON document in place of the plain form", options.json);
     syntax.option("--drawing FILE",
-                  "The current drawing, a DXF file; the project file lies beside it.\n"
-                  "It is written back when the command changed it",
+                  "The current drawing, a DWG or DXF file; the project file lies beside\n"
+                  "it. It is written back when the command changed it",
                   options.drawing);
-    syntax.option("--save-as FILE", "Write the changed drawing here, and leave the first one alone",
+    syntax.option("--save-as FILE",
+                  "Write the changed drawing here, and leave the first one alone; a DXF\n"
+                  "drawing becomes a DWG file under a name that ends in .dwg",
                   options.saveAs);
 }
 

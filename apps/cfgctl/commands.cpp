@@ -105,7 +105,7 @@ Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of 
 
 Other lines of a file, its encoding and line ends stay. The case of an ident counts: [Plot]schaal
 would be a second line. To see which value is in force then: cfgctl levels. A drawing must be
-one of R13 or later.)"},
+one of R13 or later, a DWG file one of R2000 or later and not of R2007.)"},
     CommandEntry {"freeze", makeFreeze, "Store present values in a drawing, where they stay",
                   R"(  cfgctl freeze plattegrond.ini "[Plot]Schaal" --drawing plan.dxf
       its value from the project file or from plattegrond.ini goes into plan.dxf
@@ -184,7 +184,7 @@ A reference is told by its handle, its block, and the block that it stands in.)"
 NAME may be a path and may end in ".dwg" or ".dwt"; the block has the last part of it as its name.
 A file whose name tells no kind of drawing has ".dwg" put behind. Files are looked for as where
 does. Single quotes keep a shell from "$" and "!". No drawing here has a password, so one is refused.
-The file must hold DXF, whatever it is named.)"},
+What a file holds, DWG or DXF, decides how it is read, whatever it is named.)"},
     CommandEntry {"attributes", makeAttributes, "The attributes of a block reference",
                   R"(  cfgctl attributes 6D --drawing project/woonhuis.dxf
       a line for each: tag, a tab, text; the constant ones of the block are among them

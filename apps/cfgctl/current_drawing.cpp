@@ -11,7 +11,7 @@ namespace {
 // wrong usage.
 template<class Open> auto open(const std::wstring& name, const std::string& option, Open opener)
 {
-    const std::string advice = "; pass a DXF drawing to " + option;
+    const std::string advice = "; pass a DWG or DXF drawing to " + option;
     if (name.empty()) {
         throw UsageError(option + " is empty" + advice);
     }

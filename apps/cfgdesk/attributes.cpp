@@ -78,7 +78,7 @@ int showAttributes(const Options& options, std::ostream& out)
 {
     WindowServices services;
     corma::setTextLanguage(options.language);
-    const CurrentDrawing drawing(options.file, "pass a DXF drawing");
+    const CurrentDrawing drawing(options.file, "pass a DWG or DXF drawing");
     RememberedDialog dialog;
     const int status
         = corma::updateAttributes(options.records ? corma::AttributeUpdateMode::records

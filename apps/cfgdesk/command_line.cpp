@@ -62,7 +62,7 @@ void declare(CLI::App& app, Options& options)
         ->required()
         ->type_name("");
     declared.text("--drawing", "FILE",
-                  "Show the values of this DXF drawing and of the project file beside it",
+                  "Show the values of this drawing and of the project file beside it",
                   options.drawing);
     declared.text("--project", "FILE",
                   "Show the values of this project file; it is made when it is not there",
@@ -76,8 +76,8 @@ void declare(CLI::App& app, Options& options)
                          options.language);
     declared.number<short>("--access", "Access level of the user; usually 0", options.access);
     app.add_flag("--attributes", options.attributes,
-                 "Bring attributes up to date in place of settings: FILE is a DXF\n"
-                 "drawing, whose references are compared with their blocks");
+                 "Bring attributes up to date in place of settings: FILE is a DWG or\n"
+                 "DXF drawing, whose references are compared with their blocks");
     app.add_flag("--records", options.records,
                  "With --attributes: compare blocks with drawing files of their names");
     declared.text("--pattern", "P",

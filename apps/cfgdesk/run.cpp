@@ -40,7 +40,7 @@ int show(const Options& options, std::ostream& out)
         services.showRest();
         return services.wasRefused() ? kFailed : 0;
     }
-    const CurrentDrawing drawing(*options.drawing, "pass a DXF drawing to --drawing");
+    const CurrentDrawing drawing(*options.drawing, "pass a DWG or DXF drawing to --drawing");
     startOnDrawing(options);
     const bool isSaved = drawing.saveIfChanged(out);
     services.showRest();

@@ -205,8 +205,8 @@ CORMA_EXPORT Services* setServices(Services* replacement);
 
 /// Reads a drawing and makes it the current document: its settings and the project file beside it
 /// then count in lookups, and drawing operations work on it. The content of the file decides the
-/// format: text or binary DXF. False, with a message that tells why, when the file cannot be read;
-/// the document that was current stays so then.
+/// format: DWG of R13 to R2018, text DXF or binary DXF. False, with a message that tells why, when
+/// the file cannot be read; the document that was current stays so then.
 CORMA_EXPORT bool openDocument(const wchar_t* fileName);
 
 /// Makes a new, empty drawing the current document. Nothing is written before it is saved; the name
@@ -217,8 +217,9 @@ CORMA_EXPORT bool newDocument(const wchar_t* fileName);
 /// True when the drawing of the current document differs from its file.
 CORMA_EXPORT bool isDocumentModified();
 
-/// Writes the drawing of the current document to a file, or for null to its own, in one step.
-/// False, with a message that tells why, when that fails; the file is then as it was.
+/// Writes the drawing of the current document to a file, or for null to its own, in one step. It
+/// stays in its format, but for a DXF drawing that gets another name, one that ends in ".dwg": that
+/// file is DWG. False, with a message that tells why, when it fails; the file is then as it was.
 CORMA_EXPORT bool saveDocument(const wchar_t* fileName = nullptr);
 
 /// Closes the current document without saving it, if there is one; then none is current.

@@ -346,7 +346,7 @@ INSTANTIATE_TEST_SUITE_P(CfgctlAttributes, CfgctlAttributesUsage, ::testing::Val
     UsageRow {"AttupdateTakesNoName", {"attupdate", "DOOR", "--drawing=plan.dxf"}, "not expected: \"DOOR\"; see cfgctl attupdate --help"},
     UsageRow {"APatternNeedsAText", {"attupdate", "--drawing=plan.dxf", "--pattern"}, "--pattern: 1 required P missing; see cfgctl attupdate --help"},
     UsageRow {"AnOptionOfAnotherCommandIsUnknown", {"attdefs", "DOOR", "--apply", "--drawing=plan.dxf"}, "not expected: \"--apply\"; see cfgctl attdefs --help"},
-    UsageRow {"TheDrawingMustBeThere", {"attsync", "DOOR", "--drawing=geen.dxf"}, "$/geen.dxf does not exist; pass a DXF drawing to --drawing"}),
+    UsageRow {"TheDrawingMustBeThere", {"attsync", "DOOR", "--drawing=geen.dxf"}, "$/geen.dxf does not exist; pass a DWG or DXF drawing to --drawing"}),
     [](const auto& row) { return row.param.sentence; });
 // clang-format on
 

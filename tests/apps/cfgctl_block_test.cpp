@@ -277,15 +277,15 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlBlockFailure, ::testing::Values(
         "Block RAAM not found\n"},
     FailureRow {"AFileThatIsNoDrawing", {"kapot"},
         R"({"status":-5002,"handle":null,"name":"KAPOT","text":"kapot"})",
-        "$/kapot.dwg is no drawing: it begins neither as a text nor as a binary DXF file\n"
+        "$/kapot.dwg is no drawing: it begins neither as a DWG nor as a text or binary DXF file\n"
         "Error in file xx_findblk.cpp on line 137\n(eUnsupportedFileFormat, ec = 300)\n"},
     FailureRow {"ANamedFileThatIsNoDrawing", {"kapot!raam", "--quiet"},
         R"({"status":-5002,"handle":null,"name":"RAAM","text":"raam"})",
-        "$/kapot.dwg is no drawing: it begins neither as a text nor as a binary DXF file\n"
+        "$/kapot.dwg is no drawing: it begins neither as a DWG nor as a text or binary DXF file\n"
         "Error in file xx_findblk.cpp on line 215\n(eUnsupportedFileFormat, ec = 300)\n"},
     FailureRow {"ANamedFileThatIsNoDrawingAndItsBlock", {"kapot.dwg!raam"},
         R"({"status":-5002,"handle":null,"name":"RAAM","text":"raam"})",
-        "$/kapot.dwg is no drawing: it begins neither as a text nor as a binary DXF file\n"
+        "$/kapot.dwg is no drawing: it begins neither as a DWG nor as a text or binary DXF file\n"
         "Error in file xx_findblk.cpp on line 215\n(eUnsupportedFileFormat, ec = 300)\n"
         "Block RAAM not found\n"},
     FailureRow {"ADrawingThatCannotBeInserted", {"geheel"},
@@ -333,10 +333,10 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlBlockUsage, ::testing::Values(
     UsageRow {"TwoTexts",          {"block", "a", "b", "--drawing=plan.dxf"}, "not expected: \"b\"; see cfgctl block --help"},
     UsageRow {"NoDrawing",         {"block", "door"}, "no drawing to work on; pass one with --drawing FILE"},
     UsageRow {"NoDrawingButASource", {"block", "door", "--source=plan.dxf"}, "no drawing to work on; pass one with --drawing FILE"},
-    UsageRow {"ADrawingThatIsNotThere", {"block", "door", "--drawing=weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
-    UsageRow {"ASourceThatIsNotThere", {"block", "door", "--drawing=plan.dxf", "--source=weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --source"},
-    UsageRow {"ASourceThatIsNoDrawing", {"block", "door", "--drawing=plan.dxf", "--source=tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a text nor as a binary DXF file; pass a DXF drawing to --source"},
-    UsageRow {"AnEmptySource",     {"block", "door", "--source", "", "--drawing=plan.dxf"}, "--source is empty; pass a DXF drawing to --source"},
+    UsageRow {"ADrawingThatIsNotThere", {"block", "door", "--drawing=weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --drawing"},
+    UsageRow {"ASourceThatIsNotThere", {"block", "door", "--drawing=plan.dxf", "--source=weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --source"},
+    UsageRow {"ASourceThatIsNoDrawing", {"block", "door", "--drawing=plan.dxf", "--source=tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a DWG nor as a text or binary DXF file; pass a DWG or DXF drawing to --source"},
+    UsageRow {"AnEmptySource",     {"block", "door", "--source", "", "--drawing=plan.dxf"}, "--source is empty; pass a DWG or DXF drawing to --source"},
     UsageRow {"ASourceWithoutAName", {"block", "door", "--drawing=plan.dxf", "--source"}, "--source: 1 required FILE missing; see cfgctl block --help"},
     UsageRow {"APasswordWithoutAText", {"block", "door", "--drawing=plan.dxf", "--password"}, "--password: 1 required P missing; see cfgctl block --help"},
     UsageRow {"AnOptionOfAnotherCommand", {"block", "door", "--drawing=plan.dxf", "--constant"}, "not expected: \"--constant\"; see cfgctl block --help"},

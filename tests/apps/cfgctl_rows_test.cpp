@@ -340,7 +340,7 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlModelUsage, ::testing::Values(
     Wrong {"ModelWithASearch",       {"model", "tool.ini", "--search", "x"}, "not expected: \"--search\" \"x\"; see cfgctl model --help"},
     Wrong {"AnEmptyProject",         {"model", "tool.ini", "--project", ""}, "--project is empty; pass the name of a project file"},
     Wrong {"AnEmptyProjectForRows",  {"rows", "tool.ini", "Maat", "--project", ""}, "--project is empty; pass the name of a project file"},
-    Wrong {"ADrawingThatIsNotThere", {"model", "tool.ini", "--drawing", "/weg/plan.dxf"}, "/weg/plan.dxf does not exist; pass a DXF drawing to --drawing"},
+    Wrong {"ADrawingThatIsNotThere", {"model", "tool.ini", "--drawing", "/weg/plan.dxf"}, "/weg/plan.dxf does not exist; pass a DWG or DXF drawing to --drawing"},
     Wrong {"RowsWithoutACategory",   {"rows", "tool.ini"}, "CATEGORY is required; see cfgctl rows --help"},
     Wrong {"TwoSearches",            {"rows", "tool.ini", "Maat", "--search", "", "--no-search", "--project", "p.ipr"}, "--search and --no-search exclude each other; pass one of them"},
     Wrong {"AnUnknownLevel",         {"rows", "tool.ini", "Maat", "--hide", "drawing", "--project", "p.ipr"}, "unknown level \"drawing\"; pass global, project or local to --hide, or several with \",\" between them"},

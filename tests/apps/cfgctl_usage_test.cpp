@@ -58,6 +58,7 @@ protected:
         write("map/x", "");
         copyDrawing("r2000", "plan.dxf");
         copyDrawing("damaged/looks_like_dwg", "plan.dwg");
+        write("oud.dwg", "AC1009 and more");
         copyDrawing("damaged/truncated_value", "half.dxf");
     }
 };
@@ -110,13 +111,14 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"ACountThatIsNoNumber", {"get", "tool.ini", "X", "--as", "doubles=1x"}, "--as doubles=1x needs a count; pass one of 0 to 1000000"},
     Row {"NoSeparator",          {"get", "tool.ini", "X", "--as", "list:"}, "--as list: needs one character as separator; pass one, such as list:;"},
     Row {"TwoSeparators",        {"get", "tool.ini", "X", "--as", "list:;,"}, "--as list:;, needs one character as separator; pass one, such as list:;"},
-    Row {"NoSuchDrawing",        {"get", "tool.ini", "X", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
-    Row {"AFolderForADrawing",   {"levels", "tool.ini", "X", "--drawing", "map"}, "$/map cannot be read: it is no file, or reading it is not allowed; pass a DXF drawing to --drawing"},
-    Row {"AnEmptyDrawingName",   {"get", "tool.ini", "X", "--drawing", ""}, "--drawing is empty; pass a DXF drawing to --drawing"},
-    Row {"AnEmptyDrawing",       {"find", "tool.ini", "X", "--drawing", "leeg.dxf"}, "$/leeg.dxf is empty and so no drawing; pass a DXF drawing to --drawing"},
-    Row {"TextForADrawing",      {"includes", "tool.ini", "--drawing", "tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a text nor as a binary DXF file; pass a DXF drawing to --drawing"},
-    Row {"ADwgDrawing",          {"drawing", "--drawing", "plan.dwg"}, "$/plan.dwg is a DWG drawing (AC1032, R2018); only DXF drawings can be opened; save it as DXF in the CAD program; pass a DXF drawing to --drawing"},
-    Row {"ADamagedDrawing",      {"set", "tool.ini", "X", "1", "--drawing", "half.dxf"}, "$/half.dxf: ends in the middle of the section ENTITIES (line 210); the file was not saved or copied to its end: copy it again, or use a backup; pass a DXF drawing to --drawing"},
+    Row {"NoSuchDrawing",        {"get", "tool.ini", "X", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --drawing"},
+    Row {"AFolderForADrawing",   {"levels", "tool.ini", "X", "--drawing", "map"}, "$/map cannot be read: it is no file, or reading it is not allowed; pass a DWG or DXF drawing to --drawing"},
+    Row {"AnEmptyDrawingName",   {"get", "tool.ini", "X", "--drawing", ""}, "--drawing is empty; pass a DWG or DXF drawing to --drawing"},
+    Row {"AnEmptyDrawing",       {"find", "tool.ini", "X", "--drawing", "leeg.dxf"}, "$/leeg.dxf is empty and so no drawing; pass a DWG or DXF drawing to --drawing"},
+    Row {"TextForADrawing",      {"includes", "tool.ini", "--drawing", "tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a DWG nor as a text or binary DXF file; pass a DWG or DXF drawing to --drawing"},
+    Row {"ADamagedDwgDrawing",   {"drawing", "--drawing", "plan.dwg"}, "$/plan.dwg, byte 128: the file header has a wrong checksum; the file is damaged: use a backup, or recover the drawing in the CAD program; pass a DWG or DXF drawing to --drawing"},
+    Row {"AnOlderDwgDrawing",    {"drawing", "--drawing", "oud.dwg"}, "$/oud.dwg is a DWG drawing (AC1009, R11 or R12); only those of R13 to R2018 can be opened; save it as one of these, or as DXF, in the CAD program; pass a DWG or DXF drawing to --drawing"},
+    Row {"ADamagedDrawing",      {"set", "tool.ini", "X", "1", "--drawing", "half.dxf"}, "$/half.dxf: ends in the middle of the section ENTITIES (line 210); the file was not saved or copied to its end: copy it again, or use a backup; pass a DWG or DXF drawing to --drawing"},
     Row {"SaveAsWithoutDrawing", {"get", "tool.ini", "X", "--save-as", "kopie.dxf"}, "--save-as needs a drawing to save; pass one with --drawing FILE"},
     Row {"AnEmptySaveAs",        {"get", "tool.ini", "X", "--drawing", "plan.dxf", "--save-as", ""}, "--save-as is empty; pass the name of a file"},
     Row {"DrawingWithoutADrawing", {"drawing", "--json"}, "no drawing to show; pass one with --drawing FILE"},
@@ -154,7 +156,7 @@ INSTANTIATE_TEST_SUITE_P(Wrong, CfgctlUsage, ::testing::Values(
     Row {"TranslateWithoutAFile", {"translate"}, "FILE is required; see cfgctl translate --help"},
     Row {"TranslateWithoutAWord", {"translate", "tool.ini"}, "WORD is required; see cfgctl translate --help"},
     Row {"TranslateOfTwoWords",  {"translate", "tool.ini", "A", "B"}, "not expected: \"B\"; see cfgctl translate --help"},
-    Row {"ReplaceInADrawingThatIsNotThere", {"replace", "tool.ini", "tool.ini", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DXF drawing to --drawing"},
+    Row {"ReplaceInADrawingThatIsNotThere", {"replace", "tool.ini", "tool.ini", "--drawing", "weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --drawing"},
     Row {"AnEmptyModuleFolder",  {"where", "tool.ini", "--module-dir", ""}, "--module-dir is empty; pass a folder such as \".\""}),
     sentenceOf);
 

@@ -103,7 +103,8 @@ TEST_F(CfgdeskTest, ADrawingThatCannotBeReadIsToldInOneLine)
         EXPECT_EQ(result.out, "") << name;
         EXPECT_THAT(result.err, StartsWith("cfgdesk: ")) << name;
         EXPECT_THAT(result.err, HasSubstr(name));
-        EXPECT_THAT(result.err, ::testing::EndsWith("; pass a DXF drawing to --drawing\n")) << name;
+        EXPECT_THAT(result.err, ::testing::EndsWith("; pass a DWG or DXF drawing to --drawing\n"))
+            << name;
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     }
 }
@@ -114,7 +115,7 @@ TEST_F(CfgdeskTest, AFileWithAttributesMustBeADrawing)
         const ProgramResult result = run({"--attributes", name});
         EXPECT_EQ(result.exitStatus, 2) << name;
         EXPECT_THAT(result.err, HasSubstr(name));
-        EXPECT_THAT(result.err, ::testing::EndsWith("; pass a DXF drawing\n")) << name;
+        EXPECT_THAT(result.err, ::testing::EndsWith("; pass a DWG or DXF drawing\n")) << name;
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     }
 }

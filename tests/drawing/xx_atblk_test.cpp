@@ -170,14 +170,14 @@ INSTANTIATE_TEST_SUITE_P(Of, DefinitionsOfNoDrawing,
 
 TEST_F(ReadDefinitions, OfADrawingThatCannotBeReadAreReported)
 {
-    folder.write(L"support/door.dwg", "AC1032 and more");
+    folder.write(L"support/door.dwg", "AC1009 and more");
     std::wstring path = L"before";
     EXPECT_EQ(read(L"door", &path), "");
     EXPECT_EQ(m_status, RTCAN);
     EXPECT_EQ(path, L"before");
     EXPECT_EQ(printed(),
-              "\n~/support/door.dwg is a DWG drawing (AC1032, R2018); only DXF drawings can be "
-              "opened; save it as DXF in the CAD program"
+              "\n~/support/door.dwg is a DWG drawing (AC1009, R11 or R12); only those of R13 to "
+              "R2018 can be opened; save it as one of these, or as DXF, in the CAD program"
               "\nError in file xx_atblk.cpp on line 191\n(eUnsupportedFileFormat, ec = 301)");
     EXPECT_EQ(alerts(), "");
 }

@@ -559,7 +559,7 @@ TEST_F(FindBlock, ForOtherModulesGivesIdAndStatus)
 // --- failures ------------------------------------------------------------------------------------
 
 constexpr const char* kNoDrawing
-    = " is no drawing: it begins neither as a text nor as a binary DXF file";
+    = " is no drawing: it begins neither as a DWG nor as a text or binary DXF file";
 
 TEST_F(FindBlock, OfADrawingThatCannotBeReadIsReported)
 {

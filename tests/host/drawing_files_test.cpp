@@ -27,7 +27,7 @@ TEST_P(DrawingContent, TellsTheFormat)
 }
 
 constexpr const wchar_t* kNone
-    = L"FILE is no drawing: it begins neither as a text nor as a binary DXF file";
+    = L"FILE is no drawing: it begins neither as a DWG nor as a text or binary DXF file";
 
 INSTANTIATE_TEST_SUITE_P(
     Drawing, DrawingContent,
@@ -42,14 +42,25 @@ INSTANTIATE_TEST_SUITE_P(
         Row {"AnotherRecordFirst", "0\nLINE\n", kNone},
         Row {"AnotherGroupFirst", "2\nSECTION\n", kNone},
         Row {"AMarkOfBinaryDxfThatIsCut", "AutoCAD Binary DXF\r\n\x1A", kNone},
-        Row {"Dwg", std::string("AC1032\0\0\0", 9),
-             L"FILE is a DWG drawing (AC1032, R2018); only DXF drawings can be opened; save it as "
-             L"DXF in the CAD program"},
+        Row {"DwgOfAnOldVersion", "AC1009xxx",
+             L"FILE is a DWG drawing (AC1009, R11 or R12); only those of R13 to R2018 can be "
+             L"opened; save it as one of these, or as DXF, in the CAD program"},
         Row {"DwgOfAnUnknownVersion", "AC1099xxx",
-             L"FILE is a DWG drawing (AC1099); only DXF drawings can be opened; save it as DXF in "
-             L"the CAD program"},
+             L"FILE is a DWG drawing (AC1099); only those of R13 to R2018 can be opened; save it "
+             L"as one of these, or as DXF, in the CAD program"},
         Row {"AWordLikeDwg", "AC10X2xxx", kNone}, Row {"AWordThatIsTooShort", "AC103", kNone}),
     [](const auto& row) { return std::string(row.param.test); });
+
+TEST(DwgContent, ThatIsCutIsDamaged)
+{
+    Store store(nullptr);
+    const ReadResult result
+        = readDrawing(textContent(std::string_view("AC1032\0\0\0", 9)), L"FILE", store);
+    EXPECT_EQ(result.status, Acad::eFileInternalErr);
+    EXPECT_EQ(result.message,
+              L"FILE, byte 9: the file ends within its header; the file is damaged: use a backup, "
+              L"or recover the drawing in the CAD program");
+}
 
 TEST(TextContent, HasZerosBehindIt)
 {
