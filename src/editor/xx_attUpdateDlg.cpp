@@ -13,9 +13,6 @@ namespace {
 
 constexpr const wchar_t* kDrawings = L"Drawing (*.dwg)|*.dwg|Drawing Template (*.dwt)|*.dwt||";
 
-// A filter of our own: without a CAD host the library reads drawings in this form only.
-constexpr const wchar_t* kExchangedDrawings = L"Drawing Exchange (*.dxf)|*.dxf||";
-
 } // namespace
 
 xx_attUpdateDlg::xx_attUpdateDlg(corma::AttributeUpdate& update, QWidget* parent)
@@ -96,8 +93,7 @@ void xx_attUpdateDlg::browse()
     if (!m_form.canBrowse()) {
         return;
     }
-    const QStringList filters = corma::filtersOf(kDrawings) + corma::filtersOf(kExchangedDrawings);
-    const auto file = m_askFile(*this, m_lastFile, filters);
+    const auto file = m_askFile(*this, m_lastFile, corma::filtersOf(kDrawings));
     if (!file) {
         return;
     }

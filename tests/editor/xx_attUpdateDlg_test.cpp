@@ -470,10 +470,9 @@ TEST_F(AttributeDialogTest, TheButtonAsksForADrawingAndTakesTheBlockOutOfIt)
     ASSERT_FALSE(isChecked(1));
     QTest::mouseClick(&browseButton(), Qt::LeftButton);
     EXPECT_EQ(asked, 1);
-    EXPECT_EQ(
-        askedFilters,
-        (QStringList {QStringLiteral("Drawing (*.dwg)"), QStringLiteral("Drawing Template (*.dwt)"),
-                      QStringLiteral("Drawing Exchange (*.dxf)")}));
+    EXPECT_EQ(askedFilters,
+              (QStringList {QStringLiteral("Drawing (*.dwg)"),
+                            QStringLiteral("Drawing Template (*.dwt)")}));
     EXPECT_EQ(definitionsOf(L"GATE"), "COLOUR=");
     EXPECT_EQ(tags(), "COLOUR, New attribute; COLOR, Extra attribute");
     EXPECT_TRUE(isChecked(1));
