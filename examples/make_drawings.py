@@ -1,12 +1,16 @@
 #!/usr/bin/env python3
-"""Makes the drawings of Plattegrond: make_drawings.py [--check].
+"""Makes the drawings of Plattegrond: make_drawings.py [--dwg PROGRAM] [--check].
 
-With --check nothing is written; the exit status is 1 when a file differs from what is made here.
+All are DXF. With --dwg those in bron/ are also saved as the DWG files of their names outside it;
+PROGRAM is save_as_dwg, which lies in build/dev/bin after `make test`. With --check nothing is
+written; the exit status is 1 when a file differs from what is made here.
 """
 
 from __future__ import annotations
 
+import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 HERE = Path(__file__).resolve().parent
@@ -18,6 +22,7 @@ from house import (DEPTH, PAPER_SCALE, WIDTH, add_layers, double_door, draw_fram
 from made_files import write_or_check  # noqa: E402
 
 FOLDER = HERE / "plattegrond"
+SOURCES = FOLDER / "bron"
 CR_LF = TextForm("\r\n")
 A2 = Sheet("Begane grond", "ISO_A2_(594.00_x_420.00_MM)", (594.0, 420.0))
 
@@ -109,11 +114,33 @@ def all_files() -> dict[Path, bytes]:
         FOLDER / "project" / "woonhuis.dxf": house(Version.R2018).packed(CR_LF),
         FOLDER / "project" / "woonhuis-2004.dxf": house(Version.R2004).packed(CR_LF),
         FOLDER / "project" / "woonhuis-r12.dxf": house(Version.R12).packed(CR_LF),
-        FOLDER / "blokken" / "deur.dxf": doors().packed(CR_LF),
-        FOLDER / "blokken" / "kader.dxf": frame().packed(BinaryForm()),
-        FOLDER / "nieuw" / "deur.dxf": new_doors().packed(CR_LF),
+        SOURCES / "blokken" / "deur.dxf": doors().packed(CR_LF),
+        SOURCES / "blokken" / "kader.dxf": frame().packed(BinaryForm()),
+        SOURCES / "nieuw" / "deur.dxf": new_doors().packed(CR_LF),
     }
 
 
+def saved_as_dwg(program: str, files: dict[Path, bytes]) -> dict[Path, bytes]:
+    """What the program makes of the drawings that are sources."""
+    saved: dict[Path, bytes] = {}
+    with tempfile.TemporaryDirectory() as name:
+        source, target = Path(name, "drawing.dxf"), Path(name, "drawing.dwg")
+        for path, data in files.items():
+            if path.is_relative_to(SOURCES):
+                source.write_bytes(data)
+                subprocess.run([program, source, target], check=True)
+                place = FOLDER / path.relative_to(SOURCES).with_suffix(".dwg")
+                saved[place] = target.read_bytes()
+    return saved
+
+
+def main(arguments: list[str]) -> int:
+    files = all_files()
+    if arguments[:1] == ["--dwg"] and len(arguments) > 1:
+        files |= saved_as_dwg(arguments[1], files)
+        arguments = arguments[2:]
+    return write_or_check(files, arguments, "[--dwg PROGRAM] [--check]")
+
+
 if __name__ == "__main__":
-    sys.exit(write_or_check(all_files()))
+    sys.exit(main(sys.argv[1:]))

@@ -20,7 +20,7 @@ int main()
     if (!corma::openDocument(L"project/woonhuis.dxf")) {
         return 1;
     }
-    wchar_t door[] = L"nieuw/deur.dxf!$PG-DEUR-ENKEL"; // "$": though the drawing has it
+    wchar_t door[] = L"nieuw/deur.dwg!$PG-DEUR-ENKEL"; // "$": though the drawing has it
     int status = RTNORM;
     const AcDbObjectId block = xx_findblk(door, &status);
     if (status != RTNORM) {

@@ -8,14 +8,17 @@ import tempfile
 from pathlib import Path
 
 
-def write_or_check(files: dict[Path, bytes]) -> int:
+def write_or_check(files: dict[Path, bytes], arguments: list[str] | None = None,
+                   usage: str = "[--check]") -> int:
     """Writes the files; with --check as the only argument it only compares them.
 
-    Returns the exit status: 1 when a file is missing or differs, 2 for other arguments.
+    Returns the exit status: 1 when a file is missing or differs, 2 for other arguments, which are
+    those of the script unless others are told.
     """
-    arguments = sys.argv[1:]
+    if arguments is None:
+        arguments = sys.argv[1:]
     if arguments not in ([], ["--check"]):
-        print(f"usage: {Path(sys.argv[0]).name} [--check]", file=sys.stderr)
+        print(f"usage: {Path(sys.argv[0]).name} {usage}", file=sys.stderr)
         return 2
     if arguments:
         return check(files)

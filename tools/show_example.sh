@@ -215,6 +215,13 @@ heading "All settings that belong into drawings by their definition (level d)"
 expect_silence freeze plattegrond.ini --levels --drawing plan.dxf
 expect_line "* drawing   Voorlopig " levels plattegrond.ini "[Plot]StempelTekst" --drawing plan.dxf
 
+heading "The same out of the drawing of the house into a DWG file; it has the settings of that, too"
+expect_silence freeze plattegrond.ini --levels --drawing $drawing --save-as plan.dwg
+expect_line "* drawing   Voorlopig " levels plattegrond.ini "[Plot]StempelTekst" --drawing plan.dwg
+expect 2700 get plattegrond.ini "[Ruimten]Hoogte" --drawing plan.dwg
+expect_silence set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dwg
+expect 2650 get plattegrond.ini "[Ruimten]Hoogte" --drawing plan.dwg
+
 part "Changing a setting as a dialog of the editor does"
 
 heading "A value is checked against the type of its setting"
@@ -285,8 +292,8 @@ END
 
 part "Blocks and attributes"
 
-heading "The door of the new version replaces the one in a drawing; it has an attribute more"
-expect 31 block 'nieuw/deur.dxf!$PG-DEUR-ENKEL' --drawing $drawing --save-as plan.dxf
+heading "The door of the new version, a DWG file, replaces the one in a drawing; it has an attribute more"
+expect 31 block 'nieuw/deur.dwg!$PG-DEUR-ENKEL' --drawing $drawing --save-as plan.dxf
 expect_line "WERING	geen" attdefs PG-DEUR-ENKEL --drawing plan.dxf
 
 heading "The references of it are out of date; they get the attribute, and keep what the others say"

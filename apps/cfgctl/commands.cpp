@@ -96,8 +96,8 @@ Images: 0 global, 1 project, 2 local; copies: 3 and 4 of the global value, 5 of 
       changes a line that is there, and adds none
   cfgctl set plattegrond.ini "[Ruimten]Hoogte" 2650 --drawing plan.dxf
       stores it in plan.dxf, where get finds it before that of the project and of the file
-  cfgctl set plattegrond.ini Noordhoek 12.5 --drawing plan.dxf --save-as plan2.dxf
-      writes plan2.dxf, and leaves plan.dxf alone
+  cfgctl set plattegrond.ini Noordhoek 12.5 --drawing plan.dxf --save-as plan2.dwg
+      writes plan2.dwg, which is a DWG file, and leaves plan.dxf alone
   cfgctl set geheim.ini "[Formules]StapModulusMax" 640 --scramble 7
       in geheim7.ini, which is scrambled; only an ident that it has can be set
   cfgctl set plattegrond.ini Noordhoek -- -12.5
@@ -174,11 +174,11 @@ A reference is told by its handle, its block, and the block that it stands in.)"
     CommandEntry {"block", makeBlock, "Find a block, or load it from a drawing file",
                   R"(  cfgctl block PG-RAAM --drawing plan.dxf
       the handle of its record: plan.dxf has it, so no file is looked for
-  cfgctl block 'blokken/deur.dxf!PG-DEUR-DUBBEL' --drawing plan.dxf
-      the block comes out of blokken/deur.dxf into plan.dxf, with its layers
-  cfgctl block 'nieuw/deur.dxf!$PG-DEUR-ENKEL' --drawing plan.dxf
+  cfgctl block 'blokken/deur.dwg!PG-DEUR-DUBBEL' --drawing plan.dxf
+      the block comes out of blokken/deur.dwg into plan.dxf, with its layers
+  cfgctl block 'nieuw/deur.dwg!$PG-DEUR-ENKEL' --drawing plan.dxf
       the same for a block that plan.dxf has: its definition is replaced, references stay
-  cfgctl block 'blokken/deur.dxf!PG-RAAM' --drawing plan.dxf --json
+  cfgctl block 'blokken/deur.dwg!PG-RAAM' --drawing plan.dxf --json
       with the name of the block, and the text that is left behind the "!"
 
 NAME may be a path and may end in ".dwg" or ".dwt"; the block has the last part of it as its name.

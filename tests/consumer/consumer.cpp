@@ -105,7 +105,7 @@ public:
 bool loadsBlocks(const std::wstring& folder)
 {
     int status = 0;
-    std::wstring text = folder + L"blokken/deur.dxf!pg-deur-enkel";
+    std::wstring text = folder + L"blokken/deur.dwg!pg-deur-enkel";
     const AcDbObjectId door = xx_findblk(text.data(), 0, &status, nullptr, nullptr, nullptr);
     if (status != RTNORM || door.isNull() || std::wcscmp(text.c_str(), L"pg-deur-enkel") != 0) {
         return false;

@@ -405,7 +405,7 @@ def tried(cfgctl: Path, examples: Path, data: Path, file: Path) -> tuple[str, li
         case.before, case.drawing = read(file)
         old = case.folder / "old.dxf"
         make_old_drawing(old)
-        try_blocks(case, data, examples / "blokken" / "kader.dxf", old)
+        try_blocks(case, data, examples / "bron" / "blokken" / "kader.dxf", old)
         try_replaced(case, old)
         try_attributes(case, old)
         try_entities(case)

@@ -230,7 +230,7 @@ private:
 // The doors of the example after the newer one was loaded.
 void takeAttributes(Camera& camera, const std::wstring& example)
 {
-    std::wstring door = example + L"/nieuw/deur.dxf!$PG-DEUR-ENKEL";
+    std::wstring door = example + L"/nieuw/deur.dwg!$PG-DEUR-ENKEL";
     int status = 0;
     xx_findblk(door.data(), &status);
     PhotographedUpdate chooser(camera);
