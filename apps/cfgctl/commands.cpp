@@ -183,8 +183,8 @@ A reference is told by its handle, its block, and the block that it stands in.)"
 
 NAME may be a path and may end in ".dwg" or ".dwt"; the block has the last part of it as its name.
 A file whose name tells no kind of drawing has ".dwg" put behind. Files are looked for as where
-does. Single quotes keep a shell from "$" and "!". No drawing here has a password, so one is refused.
-What a file holds, DWG or DXF, decides how it is read, whatever it is named.)"},
+does. Single quotes keep a shell from "$" and "!". No drawing here has a password, so one is
+refused. What a file holds, DWG or DXF, decides how it is read, whatever it is named.)"},
     CommandEntry {"attributes", makeAttributes, "The attributes of a block reference",
                   R"(  cfgctl attributes 6D --drawing project/woonhuis.dxf
       a line for each: tag, a tab, text; the constant ones of the block are among them

@@ -65,6 +65,30 @@ TEST_F(CfgctlSet, ChangesTheRecordsOfTheValueOnly)
               "- DICTIONARY\n+ DICTIONARY\n+ DICTIONARY\n+ DICTIONARY\n+ XRECORD\n");
 }
 
+TEST_F(CfgctlSet, MakesADwgFileOfADxfDrawingUnderSuchAName)
+{
+    const auto beginOf = [&](const char* file) { return read(file).substr(0, 6); };
+    std::filesystem::copy_file(CORMA_EXAMPLES "/project/woonhuis.dxf", pathOf("huis.dxf"));
+    const std::string former = read("huis.dxf");
+    run({"set", "tool.ini", "Maat", "3", "--drawing=huis.dxf", "--save-as=huis.dwg"});
+    EXPECT_EQ(read("huis.dxf"), former);
+    EXPECT_EQ(beginOf("huis.dwg"), "AC1032");
+    EXPECT_EQ(get({"tool.ini", "Maat", "--drawing=huis.dwg"}), "3");
+    run({"set", "tool.ini", "Maat", "4", "--drawing=huis.dwg"});
+    EXPECT_EQ(beginOf("huis.dwg"), "AC1032");
+    EXPECT_EQ(get({"tool.ini", "Maat", "--drawing=huis.dwg"}), "4");
+    run({"set", "tool.ini", "Maat", "5", "--drawing=huis.dwg", "--save-as=kopie.dxf"});
+    EXPECT_EQ(beginOf("kopie.dxf"), "AC1032") << "it stays DWG whatever the name";
+    EXPECT_EQ(get({"tool.ini", "Maat", "--drawing=kopie.dxf"}), "5");
+}
+
+TEST_F(CfgctlSet, KeepsADxfDrawingThatIsNamedDwgAsItIs)
+{
+    copyDrawing("r2000", "plan.dwg");
+    run({"set", "tool.ini", "Maat", "3", "--drawing=plan.dwg"});
+    EXPECT_EQ(changes("plan.dxf", "plan.dwg"), "- DICTIONARY\n+ DICTIONARY\n+ XRECORD\n");
+}
+
 TEST_F(CfgctlSet, SavesElsewhereAndLeavesTheFirstAlone)
 {
     const std::string former = read("plan.dxf");
