@@ -250,7 +250,7 @@ struct Xrecord
     bool isFromFile = false;
     Groups items;
     std::int16_t cloning = 1;
-    std::vector<Ref> references; // those among the items once more
+    std::vector<Ref> references; // what some programs put behind the data; new data has none
 
     template<class Io> void bits(Io& io)
     {
@@ -359,31 +359,6 @@ struct Xrecord
         data.clear();
         items = std::move(wanted);
         references.clear();
-        for (const Group& item : items) {
-            const auto bond = bondOf(item);
-            if (bond && item.handle() != Handle::none) {
-                Ref& ref = references.emplace_back();
-                ref.set(item.handle());
-                ref.bond = *bond;
-            }
-        }
-    }
-
-    static std::optional<Bond> bondOf(const Group& item)
-    {
-        constexpr int kDecade = 10;
-        switch (item.code / kDecade) {
-        case 33:
-            return Bond::softPointer;
-        case 34:
-            return Bond::hardPointer;
-        case 35:
-            return Bond::softOwner;
-        case 36:
-            return Bond::hardOwner;
-        default:
-            return std::nullopt;
-        }
     }
 };
 
