@@ -1,3 +1,4 @@
+#include "Input.h"
 #include "fuzz_support.h"
 #include "host/dwg/Container.h"
 #include "host/dwg/MadeR2007File.h"
@@ -20,40 +21,8 @@ namespace {
 
 using namespace corma::host;
 using namespace corma::host::dwg;
+using corma::fuzzing::Input;
 using corma::fuzzing::require;
-
-// Takes numbers and bytes off the begin of the input; nothing behind its end.
-class Input
-{
-public:
-    explicit Input(std::string_view bytes)
-        : m_bytes(bytes)
-    {
-    }
-
-    std::size_t byte() { return number<std::uint8_t>(); }
-
-    std::string_view bytes(std::size_t count)
-    {
-        const std::string_view taken = m_bytes.substr(0, count);
-        m_bytes.remove_prefix(taken.size());
-        return taken;
-    }
-
-    std::string_view counted() { return bytes(number<std::uint16_t>()); }
-
-    std::string_view rest() { return bytes(m_bytes.size()); }
-
-private:
-    template<class Number> std::size_t number()
-    {
-        const auto value = numberAt<Number>(m_bytes, 0);
-        bytes(sizeof(Number));
-        return value;
-    }
-
-    std::string_view m_bytes;
-};
 
 // From each place in the map to the next one; the objects need not be understood.
 std::vector<ObjectBytes> objectsOf(const Parts& parts)
