@@ -356,6 +356,11 @@ void kindFromGroups(FieldsFromGroups& io, int code, std::uint8_t& kind, Ref& ref
 
 void linetypeFromGroups(FieldsFromGroups& io, Frame& frame)
 {
+    const bool hasHandle
+        = io.since(r2000) ? frame.linetypeKind == kWithHandle : !frame.isByLayerLinetype;
+    if (hasHandle && io.isNamed(code::linetype, frame.linetype)) {
+        return; // even if it is the entry that says ByLayer
+    }
     const std::wstring name
         = foldedName(io.groups().text(code::linetype, io.range(), kByLayerName));
     frame.isByLayerLinetype = name == foldedName(kByLayerName);

@@ -112,13 +112,22 @@ void FieldsFromGroups::point2(int code, Point2& value)
     value.y = m_groups->real(code + kAxis, m_range);
 }
 
+bool FieldsFromGroups::isNamed(int code, const Ref& value, std::wstring_view usual) const
+{
+    const std::wstring current
+        = value.target == Handle::none ? std::wstring() : m_names->nameOf(value.target);
+    if (current.empty()) {
+        return value.isFromFile && !m_groups->find(code, m_range);
+    }
+    return foldedName(current) == foldedName(m_groups->text(code, m_range, usual));
+}
+
 void FieldsFromGroups::named(int code, Ref& value, TableKind table, std::wstring_view usual)
 {
-    const std::wstring_view name = m_groups->text(code, m_range, usual);
-    if (value.target != Handle::none
-        && foldedName(m_names->nameOf(value.target)) == foldedName(name)) {
+    if (isNamed(code, value, usual)) {
         return;
     }
+    const std::wstring_view name = m_groups->text(code, m_range, usual);
     const Handle found = name.empty() ? Handle::none : m_names->find(table, name);
     if (found == Handle::none && !name.empty()) {
         std::wstring problem = L"it names \"";

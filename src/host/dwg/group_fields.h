@@ -263,6 +263,10 @@ public:
 
     void optionalHandle(int code, Ref& value) { handle(code, value); }
 
+    /// True when the groups have the name of this entry. Those of what the file names and no table
+    /// has are silent.
+    [[nodiscard]] bool isNamed(int code, const Ref& value, std::wstring_view usual = {}) const;
+
     void named(int code, Ref& value, TableKind table, std::wstring_view usual = {});
 
 private:
