@@ -20,7 +20,6 @@ constexpr unsigned kSevenBits = 7;
 constexpr unsigned kSevenMask = 0x7F;
 constexpr unsigned kMoreBytes = 0x80;
 constexpr unsigned kFirstOfTwoBytes = 0x1F0; // from R2010 on: what a type of the second form adds
-constexpr std::size_t kLongBits = 32;
 
 unsigned byteAt(std::string_view bytes, std::size_t at)
 {
@@ -294,7 +293,8 @@ void Record::toGroups(const Names& names, Groups& groups) const
     const TypeInfo info = m_types->find(m_type);
     if (m_depth == Depth::nothing) {
         groups.add(Group(code::type, GroupValue(std::wstring(info.name.begin(), info.name.end()))));
-        groups.add(Group(code::handle, m_frame.self.target));
+        const bool isDimStyle = info.name == "DIMSTYLE";
+        groups.add(Group(isDimStyle ? code::dimStyleHandle : code::handle, m_frame.self.target));
         groups.add(Group(code::opaqueVersion, static_cast<int>(DrawingVersion::unknown)));
         return;
     }
