@@ -141,9 +141,11 @@ struct BlockRecord
     void groups(FieldsFromGroups& io)
     {
         io.marker(L"AcDbBlockTableRecord");
-        FieldsFromGroups::setText(head.name,
-                                  withoutNumber(io.groups().text(code::name, io.range())));
-        isAnonymous = head.name.value.starts_with(L'*') && !isSpace();
+        const std::wstring name = withoutNumber(io.groups().text(code::name, io.range()));
+        if (head.name.value != name) {
+            head.name.set(name);
+            isAnonymous = name.starts_with(L'*') && !isSpace();
+        }
         io.handle(kLayout, layout);
         if (io.since(r2007)) {
             io.integer(code::flags, units);
