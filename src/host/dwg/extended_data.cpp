@@ -243,7 +243,7 @@ bool isSame(const Groups& groups, GroupRange range, const Groups& others)
     }
     for (std::size_t i = 0; i < others.size(); ++i) {
         const Group& group = groups[range.begin + i];
-        if (group.code != others[i].code || group.value != others[i].value) {
+        if (group.code != others[i].code || !isSameValue(group.value, others[i].value)) {
             return false;
         }
     }

@@ -97,11 +97,11 @@ void FieldsFromGroups::angle(int code, double& value, double usual)
 {
     const auto at = m_groups->find(code, m_range);
     if (!at) {
-        value = usual;
+        value = value == usual ? value : usual;
         return;
     }
     const double degrees = (*m_groups)[*at].real();
-    if (degreesFrom(value) != degrees) { // it need not come back as the same number
+    if (!isSameNumber(degreesFrom(value), degrees)) { // it need not come back as the same number
         value = radiansFrom(degrees);
     }
 }

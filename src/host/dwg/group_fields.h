@@ -79,6 +79,19 @@ inline constexpr Point kUsualNormal {0.0, 0.0, 1.0};
 double degreesFrom(double radians);
 double radiansFrom(double degrees);
 
+/// By their bits, as what is no number differs from itself.
+inline bool isSameNumber(double a, double b)
+{
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+inline bool isSameValue(const GroupValue& a, const GroupValue& b)
+{
+    const auto* const x = std::get_if<double>(&a);
+    const auto* const y = std::get_if<double>(&b);
+    return x != nullptr && y != nullptr ? isSameNumber(*x, *y) : a == b;
+}
+
 class FieldsToGroups
 {
 public:
@@ -224,7 +237,8 @@ public:
 
     void real(int code, double& value, double usual = 0.0)
     {
-        value = m_groups->real(code, m_range, usual);
+        const double wanted = m_groups->real(code, m_range, usual);
+        value = value == wanted ? value : wanted; // a zero keeps its sign
     }
 
     void angle(int code, double& value, double usual = 0.0);
@@ -236,7 +250,8 @@ public:
 
     void point(int code, Point& value, const Point& usual = {})
     {
-        value = m_groups->point(code, m_range, usual);
+        const Point wanted = m_groups->point(code, m_range, usual);
+        value = value == wanted ? value : wanted;
     }
 
     void point2(int code, Point2& value);

@@ -893,7 +893,7 @@ void setValue(const Variable& variable, Kind kind, const Source& from, Value& va
 {
     switch (variable.form) {
     case Form::angle:
-        if (degreesFrom(value.real) != from.number()) {
+        if (!isSameNumber(degreesFrom(value.real), from.number())) {
             value.real = radiansFrom(from.number());
         }
         return;

@@ -55,7 +55,8 @@ struct PatternLine
     {
         switch (group.code) {
         case 53:
-            if (degreesFrom(angle) != group.real()) { // it need not come back as the same number
+            // It need not come back as the same number.
+            if (!isSameNumber(degreesFrom(angle), group.real())) {
                 angle = radiansFrom(group.real());
             }
             break;
@@ -352,7 +353,7 @@ struct Hatch
 
     static void keepAngle(double& angle, double former)
     {
-        if (radiansFrom(degreesFrom(former)) == angle) {
+        if (isSameNumber(radiansFrom(degreesFrom(former)), angle)) {
             angle = former;
         }
     }

@@ -212,7 +212,7 @@ struct Linetype
         dash.style.set(all.handle(kStyle, range));
         dash.scale = all.real(kScale, range, 1.0);
         const double degrees = all.real(kRotation, range);
-        if (degreesFrom(dash.rotation) != degrees) {
+        if (!isSameNumber(degreesFrom(dash.rotation), degrees)) {
             dash.rotation = radiansFrom(degrees);
         }
         dash.x = all.real(kX, range);

@@ -328,7 +328,7 @@ struct Window
     {
         double wanted = 1.0;
         io.real(kRatio, wanted, 1.0);
-        if (widthRatio() != wanted) {
+        if (!isSameNumber(widthRatio(), wanted)) {
             camera.width = camera.height * wanted;
         }
     }

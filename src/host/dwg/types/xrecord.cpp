@@ -349,9 +349,10 @@ struct Xrecord
 
     void setItems(Groups wanted)
     {
-        const bool isSame = std::equal(
-            wanted.begin(), wanted.end(), items.begin(), items.end(),
-            [](const Group& a, const Group& b) { return a.code == b.code && a.value == b.value; });
+        const bool isSame = std::equal(wanted.begin(), wanted.end(), items.begin(), items.end(),
+                                       [](const Group& a, const Group& b) {
+                                           return a.code == b.code && isSameValue(a.value, b.value);
+                                       });
         if (isSame) {
             return;
         }
