@@ -121,7 +121,10 @@ Surroundings surroundingsOf(const Record& record)
     if (const auto owned = record.owned()) {
         around.owned = owned->members;
         if (around.owned.empty() && (owned->first != Handle::none || owned->last != Handle::none)) {
-            around.owned = {owned->first, owned->last};
+            around.owned = {owned->first}; // the ends of a chain
+            if (owned->last != owned->first) {
+                around.owned.push_back(owned->last);
+            }
         }
         around.begin = owned->begin;
         around.end = owned->end;
@@ -130,6 +133,14 @@ Surroundings surroundingsOf(const Record& record)
         around.second = owned->secondSpecial;
     }
     return around;
+}
+
+// Nothing has the same place twice in a drawing.
+bool isPossible(const Surroundings& around)
+{
+    std::vector<Handle> owned = around.owned;
+    std::sort(owned.begin(), owned.end());
+    return std::adjacent_find(owned.begin(), owned.end()) == owned.end();
 }
 
 struct Context
@@ -175,8 +186,10 @@ void checkRecord(std::string_view bytes, const Context& in)
     if (record->depth() == Record::Depth::all) {
         checkNew(*record, groups, in);
     }
-    const auto problem = record->fromGroups(in.names, groups, surroundingsOf(*record));
-    require(problem ? !problem->empty() : isKnown && record->bytes() == bytes);
+    const Surroundings around = surroundingsOf(*record);
+    const auto problem = record->fromGroups(in.names, groups, around);
+    require(problem ? !problem->empty() : isKnown);
+    require(problem || !isPossible(around) || record->bytes() == bytes);
 }
 
 // --- other parts ---------------------------------------------------------------------------------
