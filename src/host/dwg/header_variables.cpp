@@ -817,8 +817,10 @@ void setColorFrom(const Source& from, Color& color)
 
 template<class Value> void setTime(const Source& from, Value& value)
 {
-    if (timeOf(value) != from.number()) {
-        const double days = std::floor(from.number());
+    constexpr double kMostDays = 0x7FFFFFFF;
+    const double days = std::floor(from.number());
+    const bool isTime = days >= 0 && days <= kMostDays;
+    if (isTime && timeOf(value) != from.number()) {
         value.number = static_cast<std::int64_t>(days);
         value.milliseconds = std::lround((from.number() - days) * kMillisecondsOfDay);
     }

@@ -142,6 +142,26 @@ TEST_P(DwgHeader, ANameThatTheDrawingLacksChangesNothing)
     EXPECT_EQ(valueOf(again, L"$CLAYER").text(), L"Walls");
 }
 
+TEST_P(DwgHeader, ATimeThatNoFileHasChangesNothing)
+{
+    const FileForm made = form();
+    const OneLayer names;
+    for (const double days : {1e300, -1.0, std::nan("")}) {
+        Groups groups;
+        add(groups, L"$TDINDWG", 40, 2.5);
+        add(groups, L"$TDUSRTIMER", 40, days);
+        HeaderVariables variables(made);
+        Groups usual;
+        variables.toGroups(names, usual);
+        variables.fromGroups(names, groups);
+        Groups again;
+        variables.toGroups(names, again);
+        EXPECT_EQ(valueOf(again, L"$TDINDWG").value, GroupValue(2.5)) << days;
+        EXPECT_EQ(valueOf(again, L"$TDUSRTIMER").value, valueOf(usual, L"$TDUSRTIMER").value)
+            << days;
+    }
+}
+
 TEST_P(DwgHeader, ADamagedSectionIsRefused)
 {
     const FileForm made = form();
