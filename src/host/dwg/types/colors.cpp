@@ -42,9 +42,21 @@ int nearestIndex(std::uint32_t rgb)
     return nearest;
 }
 
+// The name in groups, of a color that has one.
+std::wstring nameOf(const Color& color)
+{
+    return (color.names & kHasBook) != 0 ? color.book.value + L"$" + color.name.value
+                                         : color.name.value;
+}
+
 void nameFrom(FieldsFromGroups& io, int nameCode, Color& color)
 {
+    const bool isThere = io.groups().find(nameCode, io.range()).has_value();
     const std::wstring_view whole = io.groups().text(nameCode, io.range());
+    const bool hasName = (color.names & kHasName) != 0;
+    if (isThere == hasName && (!isThere || whole == nameOf(color))) {
+        return; // a book without a name has no group
+    }
     const std::size_t bar = whole.find(L'$'); // between the book and the color
     const bool hasBook = bar != std::wstring_view::npos;
     const std::wstring_view name = hasBook ? whole.substr(bar + 1) : whole;
@@ -108,10 +120,7 @@ void colorGroups(FieldsToGroups& io, const ColorCodes& codes, const Color& color
         io.integer(codes.rgb, color.rgb & kRgbMask);
     }
     if ((color.names & kHasName) != 0) {
-        const std::wstring name = (color.names & kHasBook) != 0
-            ? color.book.value + L"$" + color.name.value
-            : color.name.value;
-        io.groups().add(Group(codes.name, GroupValue(name)));
+        io.groups().add(Group(codes.name, GroupValue(nameOf(color))));
     }
 }
 
