@@ -153,6 +153,9 @@ struct Context
 // A new record has the groups that it was made of, or somebody says why not.
 void checkNew(const Record& record, const Groups& groups, const Context& in)
 {
+    if (record.frame().isEntity && !groups.find(code::layer)) {
+        return; // a new entity has a layer
+    }
     Record made(in.form, in.types, record.type());
     if (made.fromGroups(in.names, groups, surroundingsOf(record))) {
         return;
