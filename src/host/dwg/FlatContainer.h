@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::string_view bytes() const override { return m_content.view(); }
 
     [[nodiscard]] Acad::ErrorStatus canWrite() const override;
-    bool write(const NewParts& parts, const TakeBytes& take) const override;
+    [[nodiscard]] bool write(const NewParts& parts, const TakeBytes& take) const override;
 
 private:
     /// Some neighbouring bytes of the file.

@@ -68,13 +68,13 @@ bool SecondHead::read(std::string_view inner, const std::vector<Section>& sectio
     }
     m_prelude.append(inner, preludeBegin, begin);
     from = BitReader(inner, begin, end);
-    for (std::size_t i = 0; i < sections.size(); ++i) {
+    for (const Section& section : sections) {
         from.byte();
         Section listed;
         listed.begin = from.bitLong();
         listed.size = from.bitLong();
         m_sections.push_back(listed);
-        m_isOwn.push_back(listed.begin != sections[i].begin || listed.size != sections[i].size);
+        m_isOwn.push_back(listed.begin != section.begin || listed.size != section.size);
     }
     const unsigned count = from.bitShort();
     for (unsigned i = 0; i < count && from.isGood(); ++i) {

@@ -13,92 +13,92 @@ namespace {
 
 struct FixedType
 {
-    unsigned number;
     std::string_view name; // of several with one name groups tell which it is
-    bool isEntity;
     MakeBody makeBody;
+    unsigned number;
+    bool isEntity;
 };
 
 // clang-format off
 constexpr FixedType kFixedTypes[] = {
-    {0x01, "TEXT",                true,  makeText},
-    {0x02, "ATTRIB",              true,  makeAttribute},
-    {0x03, "ATTDEF",              true,  makeAttributeDefinition},
-    {0x04, "BLOCK",               true,  makeBlockBegin},
-    {0x05, "ENDBLK",              true,  makeBlockEnd},
-    {0x06, "SEQEND",              true,  makeSequenceEnd},
-    {0x07, "INSERT",              true,  makeInsert},
-    {0x08, "INSERT",              true,  makeInsertArray}, // in rows and columns
-    {0x0A, "VERTEX",              true,  makeVertex2d}, // 2D
-    {0x0B, "VERTEX",              true,  makeVertex3d}, // 3D
-    {0x0C, "VERTEX",              true,  makeMeshVertex}, // of a mesh
-    {0x0D, "VERTEX",              true,  makeFaceVertex}, // of faces
-    {0x0E, "VERTEX",              true,  makeFaceRecord}, // a face
-    {0x0F, "POLYLINE",            true,  makePolyline2d}, // 2D
-    {0x10, "POLYLINE",            true,  makePolyline3d}, // 3D
-    {0x11, "ARC",                 true,  makeArc},
-    {0x12, "CIRCLE",              true,  makeCircle},
-    {0x13, "LINE",                true,  makeLine},
-    {0x14, "DIMENSION",           true,  makeOrdinateDimension}, // ordinate
-    {0x15, "DIMENSION",           true,  makeRotatedDimension}, // linear
-    {0x16, "DIMENSION",           true,  makeAlignedDimension}, // aligned
-    {0x17, "DIMENSION",           true,  makeThreePointDimension}, // angle of 3 points
-    {0x18, "DIMENSION",           true,  makeTwoLineDimension}, // angle of 2 lines
-    {0x19, "DIMENSION",           true,  makeRadiusDimension}, // radius
-    {0x1A, "DIMENSION",           true,  makeDiameterDimension}, // diameter
-    {0x1B, "POINT",               true,  makePoint},
-    {0x1C, "3DFACE",              true,  makeFace},
-    {0x1D, "POLYLINE",            true,  makeFaceMesh}, // faces
-    {0x1E, "POLYLINE",            true,  makeMesh}, // mesh
-    {0x1F, "SOLID",               true,  makeSolid},
-    {0x20, "TRACE",               true,  makeTrace},
-    {0x21, "SHAPE",               true,  nullptr},
-    {0x22, "VIEWPORT",            true,  makeViewport},
-    {0x23, "ELLIPSE",             true,  makeEllipse},
-    {0x24, "SPLINE",              true,  makeSpline},
-    {0x25, "REGION",              true,  nullptr},
-    {0x26, "3DSOLID",             true,  nullptr},
-    {0x27, "BODY",                true,  nullptr},
-    {0x28, "RAY",                 true,  makeRay},
-    {0x29, "XLINE",               true,  makeXline},
-    {0x2A, "DICTIONARY",          false, makeDictionary},
-    {0x2B, "OLEFRAME",            true,  nullptr},
-    {0x2C, "MTEXT",               true,  makeMultilineText},
-    {0x2D, "LEADER",              true,  makeLeader},
-    {0x2E, "TOLERANCE",           true,  makeTolerance},
-    {0x2F, "MLINE",               true,  makeMultiline},
-    {0x30, "TABLE",               false, makeBlockControl}, // of blocks
-    {0x31, "BLOCK_RECORD",        false, makeBlockRecord},
-    {0x32, "TABLE",               false, makeLayerControl}, // of layers
-    {0x33, "LAYER",               false, makeLayer},
-    {0x34, "TABLE",               false, makeStyleControl}, // of text styles
-    {0x35, "STYLE",               false, makeTextStyle},
-    {0x38, "TABLE",               false, makeLinetypeControl}, // of linetypes
-    {0x39, "LTYPE",               false, makeLinetype},
-    {0x3C, "TABLE",               false, makeViewControl}, // of views
-    {0x3D, "VIEW",                false, makeView},
-    {0x3E, "TABLE",               false, makeUcsControl}, // of coordinate systems
-    {0x3F, "UCS",                 false, makeCoordinateSystem},
-    {0x40, "TABLE",               false, makeViewportControl}, // of the windows of the model
-    {0x41, "VPORT",               false, makeWindow},
-    {0x42, "TABLE",               false, makeAppIdControl}, // of applications
-    {0x43, "APPID",               false, makeApplication},
-    {0x44, "TABLE",               false, makeDimStyleControl}, // of dimension styles
-    {0x45, "DIMSTYLE",            false, makeDimStyle},
-    {0x46, "TABLE",               false, makePaperViewportControl}, // of viewports, up to R2000
-    {0x47, "VX",                  false, makePaperViewport},
-    {0x48, "GROUP",               false, makeEntityGroup},
-    {0x49, "MLINESTYLE",          false, makeMlineStyle},
-    {0x4A, "OLE2FRAME",           true,  nullptr},
-    {0x4C, "LONG_TRANSACTION",    false, nullptr},
-    {0x4D, "LWPOLYLINE",          true,  makeLightPolyline},
-    {0x4E, "HATCH",               true,  makeHatch},
-    {0x4F, "XRECORD",             false, makeXrecord},
-    {0x50, "ACDBPLACEHOLDER",     false, makePlaceholder},
-    {0x51, "VBA_PROJECT",         false, nullptr},
-    {0x52, "LAYOUT",              false, makeLayout},
-    {0x1F2, "ACAD_PROXY_ENTITY",  true,  nullptr},
-    {0x1F3, "ACAD_PROXY_OBJECT",  false, nullptr},
+    {"TEXT",                makeText,                0x01, true},
+    {"ATTRIB",              makeAttribute,           0x02, true},
+    {"ATTDEF",              makeAttributeDefinition, 0x03, true},
+    {"BLOCK",               makeBlockBegin,          0x04, true},
+    {"ENDBLK",              makeBlockEnd,            0x05, true},
+    {"SEQEND",              makeSequenceEnd,         0x06, true},
+    {"INSERT",              makeInsert,              0x07, true},
+    {"INSERT",              makeInsertArray,         0x08, true}, // in rows and columns
+    {"VERTEX",              makeVertex2d,            0x0A, true}, // 2D
+    {"VERTEX",              makeVertex3d,            0x0B, true}, // 3D
+    {"VERTEX",              makeMeshVertex,          0x0C, true}, // of a mesh
+    {"VERTEX",              makeFaceVertex,          0x0D, true}, // of faces
+    {"VERTEX",              makeFaceRecord,          0x0E, true}, // a face
+    {"POLYLINE",            makePolyline2d,          0x0F, true}, // 2D
+    {"POLYLINE",            makePolyline3d,          0x10, true}, // 3D
+    {"ARC",                 makeArc,                 0x11, true},
+    {"CIRCLE",              makeCircle,              0x12, true},
+    {"LINE",                makeLine,                0x13, true},
+    {"DIMENSION",           makeOrdinateDimension,   0x14, true}, // ordinate
+    {"DIMENSION",           makeRotatedDimension,    0x15, true}, // linear
+    {"DIMENSION",           makeAlignedDimension,    0x16, true}, // aligned
+    {"DIMENSION",           makeThreePointDimension, 0x17, true}, // angle of 3 points
+    {"DIMENSION",           makeTwoLineDimension,    0x18, true}, // angle of 2 lines
+    {"DIMENSION",           makeRadiusDimension,     0x19, true}, // radius
+    {"DIMENSION",           makeDiameterDimension,   0x1A, true}, // diameter
+    {"POINT",               makePoint,               0x1B, true},
+    {"3DFACE",              makeFace,                0x1C, true},
+    {"POLYLINE",            makeFaceMesh,            0x1D, true}, // faces
+    {"POLYLINE",            makeMesh,                0x1E, true}, // mesh
+    {"SOLID",               makeSolid,               0x1F, true},
+    {"TRACE",               makeTrace,               0x20, true},
+    {"SHAPE",               nullptr,                 0x21, true},
+    {"VIEWPORT",            makeViewport,            0x22, true},
+    {"ELLIPSE",             makeEllipse,             0x23, true},
+    {"SPLINE",              makeSpline,              0x24, true},
+    {"REGION",              nullptr,                 0x25, true},
+    {"3DSOLID",             nullptr,                 0x26, true},
+    {"BODY",                nullptr,                 0x27, true},
+    {"RAY",                 makeRay,                 0x28, true},
+    {"XLINE",               makeXline,               0x29, true},
+    {"DICTIONARY",          makeDictionary,          0x2A, false},
+    {"OLEFRAME",            nullptr,                 0x2B, true},
+    {"MTEXT",               makeMultilineText,       0x2C, true},
+    {"LEADER",              makeLeader,              0x2D, true},
+    {"TOLERANCE",           makeTolerance,           0x2E, true},
+    {"MLINE",               makeMultiline,           0x2F, true},
+    {"TABLE",               makeBlockControl,        0x30, false}, // of blocks
+    {"BLOCK_RECORD",        makeBlockRecord,         0x31, false},
+    {"TABLE",               makeLayerControl,        0x32, false}, // of layers
+    {"LAYER",               makeLayer,               0x33, false},
+    {"TABLE",               makeStyleControl,        0x34, false}, // of text styles
+    {"STYLE",               makeTextStyle,           0x35, false},
+    {"TABLE",               makeLinetypeControl,     0x38, false}, // of linetypes
+    {"LTYPE",               makeLinetype,            0x39, false},
+    {"TABLE",               makeViewControl,         0x3C, false}, // of views
+    {"VIEW",                makeView,                0x3D, false},
+    {"TABLE",               makeUcsControl,          0x3E, false}, // of coordinate systems
+    {"UCS",                 makeCoordinateSystem,    0x3F, false},
+    {"TABLE",               makeViewportControl,     0x40, false}, // of the windows of the model
+    {"VPORT",               makeWindow,              0x41, false},
+    {"TABLE",               makeAppIdControl,        0x42, false}, // of applications
+    {"APPID",               makeApplication,         0x43, false},
+    {"TABLE",               makeDimStyleControl,     0x44, false}, // of dimension styles
+    {"DIMSTYLE",            makeDimStyle,            0x45, false},
+    {"TABLE",               makePaperViewportControl,0x46, false}, // of viewports, up to R2000
+    {"VX",                  makePaperViewport,       0x47, false},
+    {"GROUP",               makeEntityGroup,         0x48, false},
+    {"MLINESTYLE",          makeMlineStyle,          0x49, false},
+    {"OLE2FRAME",           nullptr,                 0x4A, true},
+    {"LONG_TRANSACTION",    nullptr,                 0x4C, false},
+    {"LWPOLYLINE",          makeLightPolyline,       0x4D, true},
+    {"HATCH",               makeHatch,               0x4E, true},
+    {"XRECORD",             makeXrecord,             0x4F, false},
+    {"ACDBPLACEHOLDER",     makePlaceholder,         0x50, false},
+    {"VBA_PROJECT",         nullptr,                 0x51, false},
+    {"LAYOUT",              makeLayout,              0x52, false},
+    {"ACAD_PROXY_ENTITY",   nullptr,                 0x1F2, true},
+    {"ACAD_PROXY_OBJECT",   nullptr,                 0x1F3, false},
 };
 
 struct ClassType

@@ -110,7 +110,7 @@ bool DrawingEncoder::isRecord(const AcDbStub& stub)
 
 void DrawingEncoder::collect()
 {
-    for (AcDbStub* at = const_cast<AcDbStub*>(m_store.first()); at != nullptr; at = at->next) {
+    for (AcDbStub* at = m_store.first(); at != nullptr; at = at->next) {
         if (isRecord(*at) && isWritten(*at)) {
             m_pieces.push_back({at, {}});
         } else if (m_store.nameOf(at->type) == "CLASS") {
