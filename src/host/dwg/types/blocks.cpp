@@ -39,7 +39,7 @@ struct BlockRecord
 
     template<class Io> void bits(Io& io)
     {
-        std::uint32_t ownedCount = static_cast<std::uint32_t>(owned.size());
+        auto ownedCount = static_cast<std::uint32_t>(owned.size());
         head.bits(io);
         io.bit(isAnonymous);
         io.bit(hasAttributes);
