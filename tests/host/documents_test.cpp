@@ -112,7 +112,8 @@ TEST_F(Documents, WhatIsNoDrawingIsRefusedWithItsName)
     {
         const char* content;
         const char* found;
-    } rows[] = {{"AC1032rest of a file", "AC1032"},
+    } rows[] = {{"AC1009rest of a file", "AC1009"},
+                {"AC1032rest of a file", "the file ends within its header"},
                 {"[Tekst]\nHoogte=2\n", "no drawing"},
                 {"", "no drawing"}};
 

@@ -7,7 +7,8 @@
 
 namespace corma::host::dwg {
 
-/// The fields of MTEXT, which attributes of several lines have, too.
+/// The fields of MTEXT, which attributes of several lines have, too, in the order of the file.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct MultilineText
 {
     static constexpr std::int32_t kFill = 1; // of the background
