@@ -1,5 +1,5 @@
 # The commands of the repository. Each sets up what it needs; everything below is plain CMake.
-.PHONY: run test bench sanitize fuzz lint format screenshots setup clean
+.PHONY: run test bench fuzz lint format screenshots setup clean
 
 # Two jobs a gigabyte of memory would allow more; the number of processors is what pays.
 JOBS ?= $(shell nproc)
@@ -11,11 +11,6 @@ run: setup
 	tools/show_editor.sh build/release
 
 test: setup
-	cmake --preset dev
-	cmake --build --preset dev -j $(JOBS)
-	ctest --preset dev -j $(JOBS)
-
-sanitize: setup
 	cmake --preset asan
 	cmake --build --preset asan -j $(JOBS)
 	ctest --preset asan -j $(JOBS)
@@ -33,7 +28,7 @@ fuzz: setup
 
 lint: setup
 	tools/setup.sh lint
-	cmake --preset dev -B build/lint -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
+	cmake --preset asan -B build/lint -DCORMA_SANITIZE=OFF
 	cmake --build build/lint --target generated_headers
 	tools/lint.sh build/lint
 

@@ -2,8 +2,14 @@
 
 add_library(corma_flags INTERFACE)
 target_compile_features(corma_flags INTERFACE cxx_std_20)
-target_compile_options(corma_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+target_compile_options(corma_flags INTERFACE -Wall -Wextra -Wpedantic -Wconversion)
+if(CMAKE_UNITY_BUILD)
+  # One file may use a name of another one's anonymous namespace for something local, and may have
+  # members of types that are its own.
+  target_compile_options(corma_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+else()
+  target_compile_options(corma_flags INTERFACE -Wshadow)
+endif()
 target_include_directories(corma_flags INTERFACE
   "${PROJECT_SOURCE_DIR}/src"
   "${PROJECT_SOURCE_DIR}/include"

@@ -48,7 +48,7 @@ Json settingsAsJson(const std::vector<corma::DrawingFile>& files)
     return all;
 }
 
-Json asJson(const corma::DrawingContents& contents)
+Json contentsAsJson(const corma::DrawingContents& contents)
 {
     Json document;
     document["version"] = toJson(contents.version);
@@ -123,7 +123,7 @@ public:
         if (!contents) {
             throw UsageError("no drawing to show; pass one with --drawing FILE");
         }
-        return {RTNORM, asJson(*contents), asLines(*contents)};
+        return {RTNORM, contentsAsJson(*contents), asLines(*contents)};
     }
 };
 

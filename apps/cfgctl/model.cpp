@@ -123,7 +123,7 @@ struct Level
     bool corma::ShownLevels::*isShown;
 };
 
-constexpr std::array kLevels = {
+constexpr std::array kModelLevels = {
     Level {L"global", &corma::ShownLevels::global},
     Level {L"project", &corma::ShownLevels::project},
     Level {L"local", &corma::ShownLevels::local},
@@ -131,7 +131,7 @@ constexpr std::array kLevels = {
 
 const Level& levelNamed(std::wstring_view name)
 {
-    for (const Level& level : kLevels) {
+    for (const Level& level : kModelLevels) {
         if (name == level.name) {
             return level;
         }

@@ -11,7 +11,7 @@ namespace cfgdesk {
 
 namespace {
 
-constexpr int kFailed = 1;
+constexpr int kNotRun = 1;
 
 void startOnDrawing(const Options& options)
 {
@@ -38,13 +38,13 @@ int show(const Options& options, std::ostream& out)
     if (!options.drawing) {
         startWithoutDrawing(options);
         services.showRest();
-        return services.wasRefused() ? kFailed : 0;
+        return services.wasRefused() ? kNotRun : 0;
     }
     const CurrentDrawing drawing(*options.drawing, "pass a DWG or DXF drawing to --drawing");
     startOnDrawing(options);
     const bool isSaved = drawing.saveIfChanged(out);
     services.showRest();
-    return services.wasRefused() || !isSaved ? kFailed : 0;
+    return services.wasRefused() || !isSaved ? kNotRun : 0;
 }
 
 } // namespace

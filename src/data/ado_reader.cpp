@@ -12,7 +12,7 @@ namespace {
 using corma::Variant;
 using corma::ado::Recordset;
 
-constexpr std::size_t kLongestName = 132; // characters
+constexpr std::size_t kLongestSelectedName = 132; // characters
 constexpr int kLongPiece = 100; // bytes, of a long field
 
 struct Column
@@ -26,7 +26,7 @@ struct Column
 std::wstring narrowed(const std::wstring& name)
 {
     constexpr unsigned kLowByte = 0xFF;
-    std::wstring narrow = name.substr(0, kLongestName);
+    std::wstring narrow = name.substr(0, kLongestSelectedName);
     for (wchar_t& c : narrow) {
         c = static_cast<wchar_t>(static_cast<unsigned>(c) & kLowByte);
     }

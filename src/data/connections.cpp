@@ -16,7 +16,7 @@ namespace corma {
 
 namespace {
 
-constexpr const wchar_t* kSourceName = L"xx__ado.cpp";
+constexpr const wchar_t* kConnectionsSource = L"xx__ado.cpp";
 
 // Lines that reports show; support staff look them up, so they stay when the code moves.
 constexpr int kOpenLine = 220;
@@ -92,9 +92,9 @@ void preferSpeed(sqlite3* database, const std::wstring& path)
     sqlite3_stmt* statement = nullptr;
     const int prepared
         = sqlite3_prepare_v2(database, "PRAGMA synchronous=OFF", -1, &statement, nullptr);
-    if (xx_sqlite_check(kSourceName, kPrepareLine, path, L"prepare", prepared, false) == 0) {
-        xx_sqlite_check(kSourceName, kFinalizeLine, path, L"finalize", sqlite3_finalize(statement),
-                        false);
+    if (xx_sqlite_check(kConnectionsSource, kPrepareLine, path, L"prepare", prepared, false) == 0) {
+        xx_sqlite_check(kConnectionsSource, kFinalizeLine, path, L"finalize",
+                        sqlite3_finalize(statement), false);
     }
 }
 
@@ -102,7 +102,7 @@ SqliteHandle openSqlite(const std::wstring& path, int& status)
 {
     int code = 0;
     SqliteHandle database = openReadOnly(path, code);
-    if (xx_sqlite_check(kSourceName, kOpenLine, path, L"open", code, false) != 0) {
+    if (xx_sqlite_check(kConnectionsSource, kOpenLine, path, L"open", code, false) != 0) {
         status = RTERROR;
     } else {
         preferSpeed(database.get(), path);

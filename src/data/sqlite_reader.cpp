@@ -16,13 +16,13 @@
 
 namespace {
 
-constexpr const wchar_t* kSourceName = L"xx__sqlite.cpp";
+constexpr const wchar_t* kSqliteSource = L"xx__sqlite.cpp";
 
 // Lines that reports show; support staff look them up, so they stay when the code moves.
 constexpr int kPrepareLine = 137;
 constexpr int kFinalizeLine = 256;
 
-constexpr std::size_t kLongestName = 256; // characters
+constexpr std::size_t kLongestColumnName = 256; // characters
 
 constexpr const wchar_t* kCodeTexts[] = {
     L"Successful result",
@@ -174,7 +174,7 @@ enum class Kind
     text = 3
 };
 
-struct Column
+struct SqliteColumn
 {
     std::wstring name;
     Kind kind;
@@ -189,13 +189,13 @@ Kind kindOf(const std::string& declaredType)
     return declaredType == "REAL" ? Kind::real : Kind::text;
 }
 
-std::vector<Column> columnsOf(sqlite3* database, sqlite3_stmt* statement)
+std::vector<SqliteColumn> columnsOf(sqlite3* database, sqlite3_stmt* statement)
 {
     Declarations declarations(database);
-    std::vector<Column> columns;
+    std::vector<SqliteColumn> columns;
     for (int i = 0; i < sqlite3_column_count(statement); ++i) {
         std::wstring name = corma::fromUtf8(view(sqlite3_column_name(statement, i)));
-        name.resize(std::min(name.size(), kLongestName));
+        name.resize(std::min(name.size(), kLongestColumnName));
         columns.push_back({std::move(name), kindOf(declarations.typeOf(statement, i)),
                            std::make_unique<xx_Var>()});
     }
@@ -296,10 +296,10 @@ private:
     std::wstring m_text;
 };
 
-void readRow(sqlite3_stmt* statement, std::vector<Column>& columns, TextReader& texts)
+void readRow(sqlite3_stmt* statement, std::vector<SqliteColumn>& columns, TextReader& texts)
 {
     int index = 0;
-    for (Column& column : columns) {
+    for (SqliteColumn& column : columns) {
         switch (column.kind) {
         case Kind::integer:
             column.values->addLong(column.name.c_str(), sqlite3_column_int(statement, index));
@@ -318,7 +318,7 @@ void readRow(sqlite3_stmt* statement, std::vector<Column>& columns, TextReader& 
 void readRows(sqlite3* database, sqlite3_stmt* statement, const corma::Query& query,
               xx_VarArray& result)
 {
-    std::vector<Column> columns;
+    std::vector<SqliteColumn> columns;
     TextReader texts(database, statement);
     int rows = 0;
     while (query.wantsMoreThan(rows) && sqlite3_step(statement) == SQLITE_ROW
@@ -330,7 +330,7 @@ void readRows(sqlite3* database, sqlite3_stmt* statement, const corma::Query& qu
         readRow(statement, columns, texts);
         ++rows;
     }
-    for (Column& column : columns) {
+    for (SqliteColumn& column : columns) {
         if (rows > 0) {
             result.setOwned(column.values.release());
         }
@@ -382,7 +382,7 @@ int xx_sqlite_sql(const std::wstring& path, const std::wstring& provider, const 
     int code = 0;
     Statement statement = prepare(database, corma::toUtf8(query.sql), code);
     const auto check = [&](int line, const wchar_t* operation) {
-        return xx_sqlite_check(kSourceName, line, path, operation, code, query.debug);
+        return xx_sqlite_check(kSqliteSource, line, path, operation, code, query.debug);
     };
     if (check(kPrepareLine, L"prepare") != SQLITE_OK) {
         return code;

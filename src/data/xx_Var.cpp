@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSourceName = L"xx_var.cpp";
+constexpr const wchar_t* kVarSource = L"xx_var.cpp";
 
 constexpr int kGrowStep = 10; // slots
 
@@ -141,13 +141,13 @@ void copyValues(const xx_Var& from, xx_Var& to)
 void checkName(const xx_Var& record, const wchar_t* name, int line)
 {
     if (corma::compare(name, record.name()) != 0) {
-        xx_reportError(kSourceName, line, record.name(), record.type);
+        xx_reportError(kVarSource, line, record.name(), record.type);
     }
 }
 
 void reportClash(const xx_Var& record, int line)
 {
-    xx_reportErrorCode(kSourceName, line, record.type, 0);
+    xx_reportErrorCode(kVarSource, line, record.type, 0);
 }
 
 } // namespace

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSourceName = L"xx__ado.cpp";
+constexpr const wchar_t* kAdoSource = L"xx__ado.cpp";
 
 constexpr std::wstring_view kProviderKey = L"Provider=";
 constexpr const wchar_t* kSqlServer = L"SQLNCLI";
@@ -82,7 +82,7 @@ int select(const std::wstring& connection, const corma::Query& query, xx_VarArra
 int xx_ado_select(const wchar_t* connection, const wchar_t* sql, xx_VarArray* result,
                   int maximumRows, bool debug)
 {
-    return corma::atBoundary(kSourceName, __LINE__, RTERROR, [&] {
+    return corma::atBoundary(kAdoSource, __LINE__, RTERROR, [&] {
         if (result == nullptr) {
             return RTERROR;
         }

@@ -19,7 +19,7 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"attribute_update.cpp";
+constexpr const wchar_t* kAttributeUpdateSource = L"attribute_update.cpp";
 constexpr const wchar_t* kAllBlocks = L"*";
 constexpr const wchar_t* kSyncCommand = L"_ATTSYNC";
 constexpr const wchar_t* kRunningSync = L"ATTSYNC"; // as the host names it while it runs
@@ -219,7 +219,7 @@ int xx_update_refs(const AcDbObjectIdArray& references)
 
 int xx_sync_attributes(const wchar_t* blockName)
 {
-    return corma::atBoundary(kSource, __LINE__, RTERROR, [&] {
+    return corma::atBoundary(kAttributeUpdateSource, __LINE__, RTERROR, [&] {
         return runSync(kOptionForReferences, blockName == nullptr ? L"" : blockName);
     });
 }
@@ -231,7 +231,7 @@ AttributeUpdateChooser::~AttributeUpdateChooser() = default;
 int updateAttributes(AttributeUpdateMode mode, const wchar_t* pattern,
                      AttributeUpdateChooser& chooser)
 {
-    return atBoundary(kSource, __LINE__, RTERROR, [&] {
+    return atBoundary(kAttributeUpdateSource, __LINE__, RTERROR, [&] {
         return runUpdate(mode, pattern == nullptr ? kAllBlocks : pattern, chooser);
     });
 }

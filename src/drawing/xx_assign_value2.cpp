@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_assign_value2.cpp";
+constexpr const wchar_t* kAssignValue2Source = L"xx_assign_value2.cpp";
 constexpr int kBadTypeLine = 41; // where a value of another type is reported
 constexpr const wchar_t* kBadType = L"ASSIGN bad type";
 
@@ -57,7 +57,7 @@ int detachList(resbuf& begin, resbuf*& list)
 int refuse(const resbuf& node, int report)
 {
     if (report != 0) {
-        xx_reportError(kSource, kBadTypeLine, kBadType, node.restype);
+        xx_reportError(kAssignValue2Source, kBadTypeLine, kBadType, node.restype);
     }
     return RTCAN;
 }

@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_atblk.cpp";
-constexpr int kReadLine = 191; // where a drawing that cannot be read is reported
-constexpr int kReadCode = 301;
+constexpr const wchar_t* kAtblkSource = L"xx_atblk.cpp";
+constexpr int kOpenDrawingLine = 191; // where a drawing that cannot be read is reported
+constexpr int kOpenDrawingCode = 301;
 
 } // namespace
 
@@ -22,7 +22,8 @@ int xx_atblk(const wchar_t* name, std::wstring* path, xx_VarArray& result)
     }
     const corma::SideDatabase side = corma::readAside(found.path);
     if (side.status != Acad::eOk) {
-        xx_reportError(kSource, kReadLine, acadErrorStatusText(side.status), kReadCode);
+        xx_reportError(kAtblkSource, kOpenDrawingLine, acadErrorStatusText(side.status),
+                       kOpenDrawingCode);
         return RTCAN;
     }
     int status = RTNORM;

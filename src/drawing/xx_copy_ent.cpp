@@ -12,18 +12,18 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_copy_ent.cpp";
+constexpr const wchar_t* kCopyEntSource = L"xx_copy_ent.cpp";
 
 // Where failures are reported, and the texts there.
 constexpr int kExportLine = 70;
 constexpr int kExceptionLine = 76;
-constexpr int kInsertLine = 94;
+constexpr int kCopyLine = 94;
 constexpr const wchar_t* kFailed = L"100";
 constexpr const wchar_t* kException = L"99";
 
-int report(int line, Acad::ErrorStatus status)
+int reportCopyFailure(int line, Acad::ErrorStatus status)
 {
-    xx_reportError(kSource, line, kFailed, status);
+    xx_reportError(kCopyEntSource, line, kFailed, status);
     return RTERROR;
 }
 
@@ -41,10 +41,10 @@ std::unique_ptr<AcDbDatabase> exported(const AcDbObjectIdArray& ids, AcDbDatabas
     try {
         const Acad::ErrorStatus status = from.wblock(output, ids, AcGePoint3d::kOrigin);
         if (status != Acad::eOk) {
-            report(kExportLine, status);
+            reportCopyFailure(kExportLine, status);
         }
     } catch (...) {
-        xx_reportError(kSource, kExceptionLine, kException, 0);
+        xx_reportError(kCopyEntSource, kExceptionLine, kException, 0);
     }
     return std::unique_ptr<AcDbDatabase>(output);
 }
@@ -63,7 +63,7 @@ int copy(const AcDbObjectIdArray& ids, const AcGeMatrix3d& matrix, AcDbDatabase*
     acdbUcsMatrix(userCoordinates);
     const Acad::ErrorStatus status
         = destination->insert(matrix * userCoordinates, drawing.get(), false);
-    return status == Acad::eOk ? RTNORM : report(kInsertLine, status);
+    return status == Acad::eOk ? RTNORM : reportCopyFailure(kCopyLine, status);
 }
 
 // --- telling what was copied ---------------------------------------------------------------------
@@ -177,19 +177,19 @@ int copyOne(AcDbObjectId entity, const AcGeMatrix3d& matrix, AcDbObjectId* newId
 
 int xx_copy_ent(const AcDbObjectIdArray& ids, const AcGeMatrix3d& matrix, AcDbDatabase* destination)
 {
-    return corma::atBoundary(kSource, __LINE__, RTERROR,
+    return corma::atBoundary(kCopyEntSource, __LINE__, RTERROR,
                              [&] { return copy(ids, matrix, destination); });
 }
 
 int xx_copy_entities(const AcDbObjectIdArray& ids, const AcGeMatrix3d& matrix,
                      AcDbObjectIdArray* newIds)
 {
-    return corma::atBoundary(kSource, __LINE__, RTERROR,
+    return corma::atBoundary(kCopyEntSource, __LINE__, RTERROR,
                              [&] { return copyAndTell(ids, matrix, newIds); });
 }
 
 int xx_copy_entity_arx(AcDbObjectId entity, const AcGeMatrix3d& matrix, AcDbObjectId* newId)
 {
-    return corma::atBoundary(kSource, __LINE__, RTERROR,
+    return corma::atBoundary(kCopyEntSource, __LINE__, RTERROR,
                              [&] { return copyOne(entity, matrix, newId); });
 }

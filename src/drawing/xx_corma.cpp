@@ -9,7 +9,7 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_corma.cpp";
+constexpr const wchar_t* kCormaSource = L"xx_corma.cpp";
 constexpr int kEraseLine = 244; // where an object that cannot be opened is reported
 
 int eraseEach(const AcDbObjectIdArray& ids)
@@ -17,7 +17,7 @@ int eraseEach(const AcDbObjectIdArray& ids)
     for (const AcDbObjectId id : ids) {
         const Opened<AcDbObject> object(id, AcDb::kForWrite);
         if (!object) {
-            xx_reportError(kSource, kEraseLine, L"0", 0);
+            xx_reportError(kCormaSource, kEraseLine, L"0", 0);
             return RTCAN;
         }
         object->erase(true);
@@ -29,5 +29,5 @@ int eraseEach(const AcDbObjectIdArray& ids)
 
 int xx_erase_ids(const AcDbObjectIdArray& ids)
 {
-    return corma::atBoundary(kSource, __LINE__, RTCAN, [&] { return eraseEach(ids); });
+    return corma::atBoundary(kCormaSource, __LINE__, RTCAN, [&] { return eraseEach(ids); });
 }

@@ -12,7 +12,7 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_curvwdir.cpp";
+constexpr const wchar_t* kCurvwdirSource = L"xx_curvwdir.cpp";
 constexpr int kDirectionLine = 38; // where a view that cannot be had is reported
 constexpr short kPaperViewport = 1; // number of a layout's own viewport; its windows have others
 
@@ -21,7 +21,7 @@ AcGeVector3d viewDirection()
     std::array<double, 3> direction {};
     const int status = xx_get_variable(L"VIEWDIR", {RT3DPOINT, direction.data()}, 0);
     if (status != RTNORM) {
-        xx_reportError(kSource, kDirectionLine, L"100", status);
+        xx_reportError(kCurvwdirSource, kDirectionLine, L"100", status);
         return {};
     }
     acdbUcs2Wcs(direction.data(), direction.data(), true);
@@ -43,7 +43,7 @@ bool isInPaperSpace(AcDbDatabase* database)
 
 AcGeVector3d xx_getCurrentViewDir_arx()
 {
-    return corma::atBoundary(kSource, __LINE__, AcGeVector3d(), viewDirection);
+    return corma::atBoundary(kCurvwdirSource, __LINE__, AcGeVector3d(), viewDirection);
 }
 
 AcDbObjectId xx_getCurViewportObjectId_arx()
@@ -53,7 +53,7 @@ AcDbObjectId xx_getCurViewportObjectId_arx()
 
 const wchar_t* xx_current_space_name(AcDbDatabase* database)
 {
-    return corma::atBoundary(kSource, __LINE__, ACDB_MODEL_SPACE, [&] {
+    return corma::atBoundary(kCurvwdirSource, __LINE__, ACDB_MODEL_SPACE, [&] {
         return isInPaperSpace(database) ? ACDB_PAPER_SPACE : ACDB_MODEL_SPACE;
     });
 }

@@ -9,7 +9,7 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_entlay.cpp";
+constexpr const wchar_t* kEntlaySource = L"xx_entlay.cpp";
 
 // Where the failures are reported, and the codes of each.
 constexpr int kIteratorLine = 77;
@@ -21,7 +21,7 @@ constexpr int kEntityCode = 1010;
 
 void report(int line, Acad::ErrorStatus status, int code)
 {
-    xx_reportError(kSource, line, acadErrorStatusText(status), code);
+    xx_reportError(kEntlaySource, line, acadErrorStatusText(status), code);
 }
 
 void collectId(const AcDbBlockTableRecordIterator& entities, AcDbObjectIdArray& result)

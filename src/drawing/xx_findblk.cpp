@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_findblk.cpp";
+constexpr const wchar_t* kFindblkSource = L"xx_findblk.cpp";
 constexpr std::size_t kLongestFile = 260; // characters
 constexpr int kAlert = 1; // mode of xx_printMessage()
 constexpr const wchar_t* kFileNotFound = L"File %s not found";
@@ -59,7 +59,7 @@ public:
     int take(corma::SideDatabase side, int line)
     {
         if (side.status != Acad::eOk) {
-            xx_reportError(kSource, line, acadErrorStatusText(side.status), kReadCode);
+            xx_reportError(kFindblkSource, line, acadErrorStatusText(side.status), kReadCode);
             return RTCAN;
         }
         m_own = std::move(side.database);
@@ -154,7 +154,7 @@ AcDbObjectId insertDrawing(const BlockRequest& request, int& status)
     const Acad::ErrorStatus inserted
         = request.destination->insert(block, request.name.c_str(), source.get(), true);
     if (inserted != Acad::eOk) {
-        xx_reportError(kSource, kInsertLine, L"0", inserted);
+        xx_reportError(kFindblkSource, kInsertLine, L"0", inserted);
         status = RTCAN;
     }
     return block;
@@ -209,7 +209,7 @@ AcDbObjectId xx_findblk(wchar_t* text, int report, int* status, AcDbDatabase* de
                         AcDbDatabase* source, const wchar_t* password)
 {
     *status = RTERROR; // what is left when something is thrown
-    return corma::atBoundary(kSource, __LINE__, AcDbObjectId(), [&] {
+    return corma::atBoundary(kFindblkSource, __LINE__, AcDbObjectId(), [&] {
         BlockRequest request;
         request.isReporting = report != 0;
         request.destination = destination;

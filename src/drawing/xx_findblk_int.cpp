@@ -15,7 +15,7 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_findblk_int.cpp";
+constexpr const wchar_t* kFindblkIntSource = L"xx_findblk_int.cpp";
 constexpr int kRecordLine = 117; // where a record that cannot be opened is reported
 constexpr int kRecordCode = 801;
 
@@ -42,7 +42,7 @@ std::wstring nameOf(const AcDbSymbolTableIterator& records)
     if (status == Acad::eOk) {
         record->getName(name);
     } else if (status != kPassedSilently) {
-        xx_reportError(kSource, kRecordLine, acadErrorStatusText(status), kRecordCode);
+        xx_reportError(kFindblkIntSource, kRecordLine, acadErrorStatusText(status), kRecordCode);
     }
     return name;
 }
@@ -65,7 +65,7 @@ std::wstring xx_findblk_name(std::wstring_view text)
 AcDbObjectId xx_findblk_int(const wchar_t* name, int* status, AcDbDatabase* database)
 {
     *status = RTERROR; // what is left when something is thrown
-    return corma::atBoundary(kSource, __LINE__, AcDbObjectId(), [&] {
+    return corma::atBoundary(kFindblkIntSource, __LINE__, AcDbObjectId(), [&] {
         if (database == nullptr) {
             database = acdbHostApplicationServices()->workingDatabase();
         }

@@ -13,17 +13,17 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_get_bl_attributes.cpp";
+constexpr const wchar_t* kGetBlAttributesSource = L"xx_get_bl_attributes.cpp";
 
 // Where the failures are reported.
 constexpr int kNoReferenceLine = 26;
 constexpr int kAttributeLine = 53;
-constexpr int kRecordLine = 66;
-constexpr int kOpenLine = 110;
+constexpr int kReferenceLine = 66;
+constexpr int kTextLine = 110;
 
-int report(int line, Acad::ErrorStatus status)
+int reportUnread(int line, Acad::ErrorStatus status)
 {
-    xx_reportError(kSource, line, L"0", status);
+    xx_reportError(kGetBlAttributesSource, line, L"0", status);
     return RTERROR;
 }
 
@@ -39,7 +39,8 @@ template<class Tagged> void enter(xx_VarArray& result, const Tagged& attribute)
 int enterConstants(const AcDbBlockReference& reference, xx_VarArray& result)
 {
     const Opened<AcDbBlockTableRecord> record(reference.blockTableRecord());
-    return record ? xx_get_attdefs(*record, result, true) : report(kRecordLine, record.status());
+    return record ? xx_get_attdefs(*record, result, true)
+                  : reportUnread(kReferenceLine, record.status());
 }
 
 void enterNumbers(const AcDbBlockReference& reference, const wchar_t* pattern, xx_VarArray& result)
@@ -66,7 +67,7 @@ int xx_get_own_attributes(const AcDbBlockReference& reference, xx_VarArray& resu
         if (attribute) {
             enter(result, *attribute);
         } else {
-            status = report(kAttributeLine, attribute.status());
+            status = reportUnread(kAttributeLine, attribute.status());
         }
     }
     return status;
@@ -94,7 +95,7 @@ int xx_get_attdefs(const AcDbBlockTableRecord& record, xx_VarArray& result, bool
 
 int xx_get_attdefs(AcDbObjectId block, xx_VarArray& result, bool constantOnly)
 {
-    return corma::atBoundary(kSource, __LINE__, RTERROR, [&] {
+    return corma::atBoundary(kGetBlAttributesSource, __LINE__, RTERROR, [&] {
         const Opened<AcDbBlockTableRecord> record(block);
         return record ? xx_get_attdefs(*record, result, constantOnly) : RTERROR;
     });
@@ -104,7 +105,7 @@ int xx_get_bl_attributes(const AcDbBlockReference* reference, xx_VarArray& resul
                          AcGePoint3d* point, const wchar_t* pattern)
 {
     if (reference == nullptr) {
-        return report(kNoReferenceLine, Acad::eNullObjectPointer);
+        return reportUnread(kNoReferenceLine, Acad::eNullObjectPointer);
     }
     if (point != nullptr) {
         *point = reference->position();
@@ -122,12 +123,12 @@ int xx_get_bl_attributes(const AcDbBlockReference* reference, xx_VarArray& resul
 int xx_get_bl_attributes(AcDbObjectId reference, xx_VarArray& result, AcGePoint3d* point,
                          const wchar_t* pattern)
 {
-    return corma::atBoundary(kSource, __LINE__, RTERROR, [&] {
+    return corma::atBoundary(kGetBlAttributesSource, __LINE__, RTERROR, [&] {
         if (point != nullptr) {
             *point = AcGePoint3d::kOrigin;
         }
         const Opened<AcDbBlockReference> opened(reference);
         return opened ? xx_get_bl_attributes(opened.get(), result, point, pattern)
-                      : report(kOpenLine, opened.status());
+                      : reportUnread(kTextLine, opened.status());
     });
 }

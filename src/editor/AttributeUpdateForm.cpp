@@ -19,7 +19,7 @@ using Row = AttributeUpdateForm::Row;
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_attUpdateDlg.cpp";
+constexpr const wchar_t* kAttributeUpdateSource = L"xx_attUpdateDlg.cpp";
 constexpr int kReadCode = 300; // a drawing cannot be read, as xx_findblk() reports it
 constexpr wchar_t kBehindFile = L'!';
 constexpr wchar_t kAnew = L'$'; // the block is loaded though it is there
@@ -197,7 +197,8 @@ AcDbObjectId blockOutOf(const std::wstring& file, const std::wstring& name, int&
     }
     const SideDatabase side = readAsideByName(file);
     if (side.status != Acad::eOk) {
-        xx_reportError(kSource, __LINE__, acadErrorStatusText(side.status), kReadCode);
+        xx_reportError(kAttributeUpdateSource, __LINE__, acadErrorStatusText(side.status),
+                       kReadCode);
         status = RTCAN;
         return {};
     }

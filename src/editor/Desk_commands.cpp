@@ -18,9 +18,9 @@ namespace corma {
 
 namespace {
 
-constexpr const wchar_t* kSource = L"CfgDeskExeDlg.cpp";
+constexpr const wchar_t* kDeskExeSource = L"CfgDeskExeDlg.cpp";
 constexpr const wchar_t* kHelpFile = L"KVR_xx_corma.chm";
-constexpr std::size_t kPathSize = 260; // characters, the terminator counted
+constexpr std::size_t kNamedFileSize = 260; // characters, the terminator counted
 
 bool asks(int question)
 {
@@ -266,7 +266,8 @@ void Desk::addCategory(const NewName& answer)
     const RewriteFailure failure = addHeader(answer.name, fileNames(), toGlobal);
     if (failure.isOne()) {
         // The category is one in memory alone then, and so nothing is put below its header.
-        xx_reportError(kSource, __LINE__, describe(pathOf(fileNames(), toGlobal), failure).c_str(),
+        xx_reportError(kDeskExeSource, __LINE__,
+                       describe(pathOf(fileNames(), toGlobal), failure).c_str(),
                        failure.error.number);
         return;
     }
@@ -365,8 +366,8 @@ void Desk::removeCategory()
 
 void Desk::help()
 {
-    std::array<wchar_t, kPathSize + 1> path {};
-    xx_findfile(kHelpFile, path.data(), kPathSize);
+    std::array<wchar_t, kNamedFileSize + 1> path {};
+    xx_findfile(kHelpFile, path.data(), kNamedFileSize);
     acedHelp(path.data(), nullptr, 0);
 }
 

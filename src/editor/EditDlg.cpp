@@ -25,7 +25,7 @@ using Input = SettingForm::Input;
 
 namespace {
 
-constexpr int kIconSize = 16; // device-independent pixels
+constexpr int kPickIconSize = 16; // device-independent pixels
 constexpr int kUsualWidth = 440; // of the dialog, as above
 constexpr int kMostOfScreen = 2; // a picture or a question takes at most one part in so many
 
@@ -185,8 +185,9 @@ void EditDlg::showLevels()
 {
     const QString level = toQt(m_form->levelText());
     m_ui->typeText->setText(toQt(m_form->typeText()));
-    m_ui->levelIcon->setPixmap(corma::markIcon(m_form->levelIcon())
-                                   .pixmap(QSize(kIconSize, kIconSize), devicePixelRatioF()));
+    m_ui->levelIcon->setPixmap(
+        corma::markIcon(m_form->levelIcon())
+            .pixmap(QSize(kPickIconSize, kPickIconSize), devicePixelRatioF()));
     m_ui->levelIcon->setAccessibleName(level);
     m_ui->levelText->setText(level);
     m_ui->levelText->setAccessibleName(toQt(corma::accessibleText(AccessibleText::level)));

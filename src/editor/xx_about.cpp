@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_about.cpp";
+constexpr const wchar_t* kAboutSource = L"xx_about.cpp";
 
 // The menu version is asked for when the box can be shown, so that without a window nothing is
 // reported but that.
@@ -20,7 +20,7 @@ template<class MenuVersion>
 void show(MenuVersion menuVersion, const CStringArray& rows, const QImage* bitmap,
           const wchar_t* moduleFile)
 {
-    corma::atBoundary(kSource, __LINE__, RTERROR, [&] {
+    corma::atBoundary(kAboutSource, __LINE__, RTERROR, [&] {
         const corma::EditorApplication application(corma::textLanguage(), L"The about box");
         if (!application.isReady()) {
             return RTCAN;

@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr const wchar_t* kSource = L"xx_startCfgDesk.cpp";
+constexpr const wchar_t* kStartCfgDeskSource = L"xx_startCfgDesk.cpp";
 
 short& accessLevel()
 {
@@ -33,7 +33,7 @@ public:
 template<class MakeStart> void startDesk(MakeStart makeStart)
 {
     const EmptyCacheBehind cache;
-    corma::atBoundary(kSource, __LINE__, RTERROR, [&] {
+    corma::atBoundary(kStartCfgDeskSource, __LINE__, RTERROR, [&] {
         corma::runDesk(makeStart(), accessLevel());
         return RTNORM;
     });
@@ -121,7 +121,7 @@ void xx_setAccessLevel(short level)
 
 bool xx_showHatchPalleteDialog(const wchar_t* pattern, bool flag, wchar_t* result, int resultSize)
 {
-    return corma::atBoundary(kSource, __LINE__, false, [&] {
+    return corma::atBoundary(kStartCfgDeskSource, __LINE__, false, [&] {
         std::wstring chosen;
         const bool isChosen = askPattern(pattern, flag, chosen);
         if (result != nullptr && resultSize > 0) {

@@ -14,7 +14,6 @@ constexpr const wchar_t* kDefinitionMarker = L"AcDbAttributeDefinition";
 constexpr const wchar_t* kAttributeMarker = L"AcDbAttribute";
 constexpr int kTag = 2;
 constexpr int kPrompt = 3;
-constexpr int kLayout = 410;
 constexpr int kVersion = 280; // ahead of the tag; behind the flags it locks the position
 
 constexpr std::int64_t kInvisible = 1;
@@ -83,7 +82,8 @@ void appendDefinition(Groups& attribute, const Groups& definition)
         const Group& group = definition[i];
         const bool isBody = i < body.end;
         const bool isPrompt = group.code == kPrompt && i >= own.begin && i < own.end;
-        const bool isSpace = isBody && (group.code == code::paperSpace || group.code == kLayout);
+        const bool isSpace
+            = isBody && (group.code == code::paperSpace || group.code == code::layoutName);
         if (isPrompt || isSpace) {
             continue;
         }
@@ -93,9 +93,9 @@ void appendDefinition(Groups& attribute, const Groups& definition)
 
 void keepSpace(Groups& attribute, const Groups& former)
 {
-    const GroupRange entity = former.subclass(L"AcDbEntity");
+    const GroupRange entity = former.subclass(kEntityMarker);
     const auto layer = attribute.find(code::layer);
-    for (const int spaceCode : {kLayout, code::paperSpace}) {
+    for (const int spaceCode : {code::layoutName, code::paperSpace}) {
         if (const auto at = former.find(spaceCode, entity); at && layer) {
             attribute.insert(*layer, former[*at]);
         }

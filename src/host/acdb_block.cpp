@@ -14,8 +14,6 @@ namespace {
 
 using namespace corma::host;
 
-constexpr int kLayout = 410;
-
 bool isModelSpace(std::wstring_view folded)
 {
     return folded == foldedName(ACDB_MODEL_SPACE);
@@ -32,7 +30,7 @@ bool isPaperSpace(std::wstring_view folded)
 std::wstring layoutOf(const Store& store, const Block& block)
 {
     const AcDbStub* const last = store.lastEntity(block);
-    return last == nullptr ? std::wstring() : store.textOf(*last, kLayout);
+    return last == nullptr ? std::wstring() : store.textOf(*last, code::layoutName);
 }
 
 // The space that an entity is in stands in it ahead of its layer.
@@ -43,7 +41,7 @@ void putInSpace(Groups& groups, bool isPaper, const std::wstring& layout)
         return;
     }
     if (!layout.empty()) {
-        groups.insert(*layer, Group(kLayout, GroupValue(layout)));
+        groups.insert(*layer, Group(code::layoutName, GroupValue(layout)));
     }
     if (isPaper) {
         groups.insert(*layer, Group(code::paperSpace, 1));

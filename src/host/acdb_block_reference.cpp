@@ -13,13 +13,8 @@ using namespace corma::host;
 constexpr const wchar_t* kReferenceMarker = L"AcDbBlockReference";
 constexpr const wchar_t* kMultipleMarker
     = L"AcDbMInsertBlock"; // of a reference in rows and columns
-constexpr int kPosition = 10;
 constexpr int kScales[] = {41, 42, 43};
-constexpr int kRotation = 50;
-constexpr int kNormal = 210;
 constexpr int kAttributesFollow = 66;
-constexpr int kLayout = 410;
-constexpr double kRadians = std::numbers::pi / 180.0;
 
 AcGePoint3d pointFrom(const Point& point)
 {
@@ -43,9 +38,9 @@ AcDbStub* firstAttribute(const AcDbStub& reference)
 // A sub-entity is in the layer and space of what it belongs to.
 void takeSpace(Groups& groups, const Groups& reference)
 {
-    const GroupRange entity = reference.subclass(L"AcDbEntity");
+    const GroupRange entity = reference.subclass(kEntityMarker);
     const auto layer = groups.find(code::layer);
-    for (const int spaceCode : {kLayout, code::paperSpace}) {
+    for (const int spaceCode : {code::layoutName, code::paperSpace}) {
         if (const auto at = reference.find(spaceCode, entity); at && layer) {
             groups.insert(*layer, Group(spaceCode, reference[*at].value));
         }
@@ -63,7 +58,7 @@ AcDbBlockReference::AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId
     : AcDbEntity(L"INSERT", kReferenceMarker)
 {
     add({{code::name, L""}});
-    addPoint(kPosition, position);
+    addPoint(code::position, position);
     if (!blockTableRecord.isNull()) {
         setBlockTableRecord(blockTableRecord);
     }
@@ -105,7 +100,7 @@ Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId id)
 
 AcGePoint3d AcDbBlockReference::position() const
 {
-    AcGePoint3d point = pointFrom(m_groups.point(kPosition, own()));
+    AcGePoint3d point = pointFrom(m_groups.point(code::position, own()));
     return point.transformBy(AcGeMatrix3d().setToPlaneToWorld(normal()));
 }
 
@@ -116,7 +111,7 @@ Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position)
     }
     AcGePoint3d point = position;
     point.transformBy(AcGeMatrix3d().setToWorldToPlane(normal()));
-    changeGroups().setPoint(kPosition, own(), {point.x, point.y, point.z});
+    changeGroups().setPoint(code::position, own(), {point.x, point.y, point.z});
     return Acad::eOk;
 }
 
@@ -148,7 +143,7 @@ Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale)
 
 double AcDbBlockReference::rotation() const
 {
-    return m_groups.real(kRotation, own()) * kRadians;
+    return m_groups.real(code::rotation, own()) * kRadians;
 }
 
 Acad::ErrorStatus AcDbBlockReference::setRotation(double angle)
@@ -156,14 +151,14 @@ Acad::ErrorStatus AcDbBlockReference::setRotation(double angle)
     if (!isWriteEnabled()) {
         return Acad::eNotOpenForWrite;
     }
-    changeGroups().set(kRotation, own(), angle / kRadians);
+    changeGroups().set(code::rotation, own(), angle / kRadians);
     return Acad::eOk;
 }
 
 AcGeVector3d AcDbBlockReference::normal() const
 {
     const AcGeVector3d normal
-        = pointFrom(m_groups.point(kNormal, own(), {0.0, 0.0, 1.0})).asVector();
+        = pointFrom(m_groups.point(code::normal, own(), {0.0, 0.0, 1.0})).asVector();
     return normal.isZeroLength() ? AcGeVector3d::kZAxis : normal;
 }
 
@@ -240,7 +235,7 @@ public:
         : AcDbEntity(L"SEQEND", L"")
     {
         m_groups.erase(m_groups.size() - 1); // it has no subclass of its own
-        const GroupRange entity = reference.subclass(L"AcDbEntity");
+        const GroupRange entity = reference.subclass(kEntityMarker);
         m_groups.set(code::layer, m_groups.body(),
                      std::wstring(reference.text(code::layer, entity, L"0")));
         takeSpace(m_groups, reference);

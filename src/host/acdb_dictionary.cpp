@@ -17,11 +17,11 @@ namespace {
 
 using namespace corma::host;
 
-constexpr int kEntryName = 3;
+constexpr int kKey = 3;
 constexpr int kSoftOwner = 350;
 constexpr int kHardOwner = 360;
 constexpr int kOwnsHard = 280;
-constexpr int kCloning = 281;
+constexpr int kCloningOfEntries = 281;
 constexpr std::size_t kNowhere = PositionIndex::kNowhere;
 
 // Its own groups; all of them in a record that lacks the marker.
@@ -33,7 +33,7 @@ GroupRange ownGroups(const Groups& groups)
 
 bool isEntry(const Groups& groups, std::size_t at, GroupRange in)
 {
-    return groups[at].code == kEntryName && at + 1 < in.end
+    return groups[at].code == kKey && at + 1 < in.end
         && (groups[at + 1].code == kSoftOwner || groups[at + 1].code == kHardOwner);
 }
 
@@ -82,7 +82,7 @@ AcDbDictionary::AcDbDictionary()
     : AcDbObject(L"DICTIONARY")
 {
     m_groups.add(Group(code::subclass, L"AcDbDictionary"));
-    m_groups.add(Group(kCloning, 1));
+    m_groups.add(Group(kCloningOfEntries, 1));
 }
 
 AcDbDictionary::~AcDbDictionary() = default;
@@ -329,7 +329,7 @@ void AcDbDictionary::loosen(const Entry& entry)
 void AcDbDictionary::enter(std::wstring_view name, Handle object)
 {
     Entry entry {
-        Group(kEntryName, GroupValue(std::wstring(name))),
+        Group(kKey, GroupValue(std::wstring(name))),
         Group(isTreatElementsAsHard() ? kHardOwner : kSoftOwner, object),
     };
     std::size_t at = positionOf(name);

@@ -1,5 +1,6 @@
 #include "host/acdb_entity.h"
 
+#include "host/color_index.h"
 #include "host/model/Store.h"
 #include "host/result_list.h"
 #include "host/transform.h"
@@ -14,9 +15,7 @@ namespace {
 
 using namespace corma::host;
 
-constexpr const wchar_t* kEntityMarker = L"AcDbEntity";
 constexpr const wchar_t* kFirstLayer = L"0"; // which every drawing has
-constexpr unsigned short kByLayer = 256;
 
 } // namespace
 
@@ -82,7 +81,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(const ACHAR* name)
 unsigned short AcDbEntity::colorIndex() const
 {
     return static_cast<unsigned short>(
-        std::abs(m_groups.integer(code::color, m_groups.subclass(kEntityMarker), kByLayer)));
+        std::abs(m_groups.integer(code::color, m_groups.subclass(kEntityMarker), kColorByLayer)));
 }
 
 // --- transformation ------------------------------------------------------------------------------

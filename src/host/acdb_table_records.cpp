@@ -1,6 +1,7 @@
 // The records of the symbol tables but for blocks.
 
 #include "host/acdb_symbol_table.h"
+#include "host/color_index.h"
 #include "host/model/Store.h"
 #include "host/new_records.h"
 
@@ -18,7 +19,6 @@ using namespace corma::host;
 
 constexpr const wchar_t* kLayerMarker = L"AcDbLayerTableRecord";
 constexpr const wchar_t* kContinuous = L"Continuous";
-constexpr unsigned short kByLayer = 256;
 constexpr unsigned short kWhite = 7;
 
 constexpr int kTrueColor = 420;
@@ -46,7 +46,7 @@ void addMarkers(Groups& groups, const wchar_t* marker)
 
 Acad::ErrorStatus AcCmColor::setColorIndex(unsigned short index)
 {
-    if (index > kByLayer) {
+    if (index > kColorByLayer) {
         return Acad::eInvalidInput;
     }
     m_index = index;
@@ -110,7 +110,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setColor(const AcCmColor& color)
         return Acad::eNotOpenForWrite;
     }
     const int index = color.colorIndex();
-    if (index == 0 || index >= kByLayer) {
+    if (index == 0 || index >= kColorByLayer) {
         return Acad::eInvalidInput;
     }
     const bool wasOff = isOff();

@@ -16,11 +16,7 @@ constexpr const wchar_t* kTextMarker = L"AcDbText";
 constexpr int kText = 1;
 constexpr int kEarlierText = 3; // of one that is too long for a group
 constexpr int kStyle = 7;
-constexpr int kPosition = 10;
 constexpr int kHeight = 40;
-constexpr int kRotation = 50;
-constexpr int kNormal = 210;
-constexpr double kRadians = std::numbers::pi / 180.0;
 
 // Where an attribute of several lines has them; nothing for one line of text.
 std::optional<GroupRange> severalLines(const Groups& groups)
@@ -102,7 +98,7 @@ AcDbText::AcDbText()
 AcDbText::AcDbText(const wchar_t* dxfType)
     : AcDbEntity(dxfType, kTextMarker)
 {
-    addPoint(kPosition, AcGePoint3d::kOrigin);
+    addPoint(code::position, AcGePoint3d::kOrigin);
     add({{kHeight, 1.0}, {kText, L""}});
 }
 
@@ -151,7 +147,7 @@ void AcDbText::takeText(const AcDbText& other)
 
 AcGePoint3d AcDbText::position() const
 {
-    const Point point = m_groups.point(kPosition, own());
+    const Point point = m_groups.point(code::position, own());
     return {point.x, point.y, point.z};
 }
 
@@ -160,7 +156,7 @@ Acad::ErrorStatus AcDbText::setPosition(const AcGePoint3d& position)
     if (!isWriteEnabled()) {
         return Acad::eNotOpenForWrite;
     }
-    changeGroups().setPoint(kPosition, own(), {position.x, position.y, position.z});
+    changeGroups().setPoint(code::position, own(), {position.x, position.y, position.z});
     return Acad::eOk;
 }
 
@@ -171,12 +167,12 @@ double AcDbText::height() const
 
 double AcDbText::rotation() const
 {
-    return m_groups.real(kRotation, own()) * kRadians;
+    return m_groups.real(code::rotation, own()) * kRadians;
 }
 
 AcGeVector3d AcDbText::normal() const
 {
-    const Point normal = m_groups.point(kNormal, own(), {0.0, 0.0, 1.0});
+    const Point normal = m_groups.point(code::normal, own(), {0.0, 0.0, 1.0});
     return {normal.x, normal.y, normal.z};
 }
 

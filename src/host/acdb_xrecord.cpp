@@ -14,13 +14,12 @@ namespace {
 
 using namespace corma::host;
 
-constexpr int kCloning = 280;
-constexpr int kComment = 999;
-constexpr int kCoordinateStep = 10;
+constexpr int kCloningOfData = 280;
 constexpr std::size_t kMostBytesOfNode = 32767; // what its count can tell
 
 // One value of a list, in whichever form it stands.
-using Value = std::variant<std::wstring, double, Point, std::int64_t, AcDbObjectId, std::string>;
+using ListValue
+    = std::variant<std::wstring, double, Point, std::int64_t, AcDbObjectId, std::string>;
 
 // --- from and to groups --------------------------------------------------------------------------
 
@@ -43,7 +42,7 @@ std::vector<GroupRange> valuesIn(const Groups& groups, GroupRange data)
     return values;
 }
 
-Value valueOf(const Groups& groups, GroupRange at, const AcDbStub* stub)
+ListValue valueOf(const Groups& groups, GroupRange at, const AcDbStub* stub)
 {
     const Group& first = groups[at.begin];
     switch (resultMemberOf(first.code)) {
@@ -110,7 +109,7 @@ struct ToGroups
 
 // --- from and to lists ---------------------------------------------------------------------------
 
-std::optional<Value> textOf(const resbuf& node)
+std::optional<ListValue> textOf(const resbuf& node)
 {
     const ACHAR* const text = node.resval.rstring;
     const bool isHandle = valueKindOf(node.restype) == ValueKind::handle;
@@ -120,7 +119,7 @@ std::optional<Value> textOf(const resbuf& node)
     return text;
 }
 
-std::optional<Value> bytesOf(const resbuf& node)
+std::optional<ListValue> bytesOf(const resbuf& node)
 {
     const ads_binary& binary = node.resval.rbinary;
     if (binary.clen < 0 || (binary.buf == nullptr && binary.clen != 0)) {
@@ -130,9 +129,9 @@ std::optional<Value> bytesOf(const resbuf& node)
 }
 
 // Nothing for what a record cannot hold. 1001 would begin its extended data.
-std::optional<Value> valueOf(const resbuf& node)
+std::optional<ListValue> valueOf(const resbuf& node)
 {
-    if (node.restype <= 0 || node.restype > 1071 || node.restype == kComment
+    if (node.restype <= 0 || node.restype > 1071 || node.restype == code::comment
         || node.restype == code::application) {
         return std::nullopt;
     }
@@ -224,7 +223,7 @@ AcDbXrecord::AcDbXrecord()
     : AcDbObject(L"XRECORD")
 {
     m_groups.add(Group(code::subclass, L"AcDbXrecord"));
-    m_groups.add(Group(kCloning, 1));
+    m_groups.add(Group(kCloningOfData, 1));
 }
 
 // All behind its marker but for the cloning flag, which R13 and R14 do not have, and the extended
@@ -239,7 +238,7 @@ GroupRange AcDbXrecord::data() const
         }
     }
     const bool hasFlag = stub() == nullptr || stub()->store->version() >= DrawingVersion::r2000;
-    if (hasFlag && data.begin < data.end && m_groups[data.begin].code == kCloning) {
+    if (hasFlag && data.begin < data.end && m_groups[data.begin].code == kCloningOfData) {
         ++data.begin;
     }
     data.end = m_groups.find(code::application, data).value_or(data.end);

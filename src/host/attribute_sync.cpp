@@ -16,22 +16,22 @@ namespace {
 
 constexpr int kTag = 2;
 
-struct Definition
+struct KnownDefinition
 {
     Opened<AcDbAttributeDefinition> object;
     std::wstring tag; // folded
 };
 
-using Definitions = std::deque<Definition>;
+using KnownDefinitions = std::deque<KnownDefinition>;
 
 /// An attribute of a reference and the definition that it belongs to.
 struct Attribute
 {
     Opened<AcDbAttribute> object; // null for one that is missing
-    const Definition* definition = nullptr; // null for one that has to go
+    const KnownDefinition* definition = nullptr; // null for one that has to go
 };
 
-struct Reference
+struct PlacedReference
 {
     AcDbStub* stub;
     AcGeMatrix3d transform;
@@ -74,7 +74,7 @@ public:
                 return status;
             }
         }
-        for (const Reference& reference : m_references) {
+        for (const PlacedReference& reference : m_references) {
             bring(reference);
         }
         return Acad::eOk;
@@ -88,8 +88,8 @@ private:
             if (at->isErased || at->type != RecordType::attributeDefinition) {
                 continue;
             }
-            Definition definition {.object = Opened<AcDbAttributeDefinition>(AcDbObjectId(at)),
-                                   .tag = {}};
+            KnownDefinition definition {.object = Opened<AcDbAttributeDefinition>(AcDbObjectId(at)),
+                                        .tag = {}};
             if (!definition.object) {
                 return definition.object.status();
             }
@@ -117,7 +117,7 @@ private:
             }
         }
         std::vector<Attribute> matched;
-        for (const Definition& definition : m_definitions) {
+        for (const KnownDefinition& definition : m_definitions) {
             Attribute wanted {.object = {}, .definition = &definition};
             for (std::size_t i = 0; i < present.size() && !wanted.object; ++i) {
                 if (present[i].object && tags[i] == definition.tag) {
@@ -156,7 +156,7 @@ private:
                                            m_references.back().transform);
     }
 
-    void bring(const Reference& reference)
+    void bring(const PlacedReference& reference)
     {
         std::vector<AcDbStub*> order;
         for (const Attribute& attribute : match(*reference.stub)) {
@@ -174,7 +174,7 @@ private:
         m_store.orderSubEntities(*reference.stub, order);
     }
 
-    static AcDbStub* add(const Reference& reference, const Definition& definition)
+    static AcDbStub* add(const PlacedReference& reference, const KnownDefinition& definition)
     {
         const Opened<AcDbBlockReference> opened(AcDbObjectId(reference.stub), AcDb::kForWrite);
         auto attribute = std::make_unique<AcDbAttribute>();
@@ -188,7 +188,7 @@ private:
     }
 
     // What is as it should be stays untouched, so that a second run changes nothing.
-    static void keep(AcDbAttribute& attribute, const Definition& definition,
+    static void keep(AcDbAttribute& attribute, const KnownDefinition& definition,
                      const AcGeMatrix3d& transform)
     {
         const Groups& former = attribute.groups();
@@ -204,8 +204,8 @@ private:
 
     Store& m_store;
     const Block& m_block;
-    Definitions m_definitions;
-    std::vector<Reference> m_references;
+    KnownDefinitions m_definitions;
+    std::vector<PlacedReference> m_references;
 };
 
 } // namespace

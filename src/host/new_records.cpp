@@ -24,7 +24,7 @@ constexpr LaterGroup kLaterGroups[] = {
     {L"AcDbLayerTableRecord", 347, DrawingVersion::r2007, kAll}, // material
     {L"AcDbAttribute", 280, DrawingVersion::r2010, kAll}, // version, lock of the position
     {L"AcDbAttributeDefinition", 280, DrawingVersion::r2010, kAll},
-    {L"AcDbEntity", 410, DrawingVersion::r2000, kAll}, // layout
+    {kEntityMarker, 410, DrawingVersion::r2000, kAll}, // layout
 };
 
 void removeAll(Groups& groups, const LaterGroup& later)

@@ -20,7 +20,7 @@ struct TypeRow
     Transformer* transform;
 };
 
-constexpr TypeRow kTypes[] = {
+constexpr TypeRow kTransformers[] = {
     {L"3DFACE", transformFace},         {L"ARC", transformArc},
     {L"ATTDEF", transformAttribute},    {L"ATTRIB", transformAttribute},
     {L"CIRCLE", transformCircle},       {L"DIMENSION", transformDimension},
@@ -42,9 +42,9 @@ Transformer* transformerFor(const Groups& groups)
         return nullptr;
     }
     const auto* const row
-        = std::find_if(std::begin(kTypes), std::end(kTypes),
+        = std::find_if(std::begin(kTransformers), std::end(kTransformers),
                        [&](const auto& type) { return groups[0].isText(type.name); });
-    return row == std::end(kTypes) ? nullptr : row->transform;
+    return row == std::end(kTransformers) ? nullptr : row->transform;
 }
 
 bool isUsable(const AcGeMatrix3d& matrix)

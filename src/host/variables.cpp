@@ -26,7 +26,7 @@ enum class Access
 };
 
 using Point = corma::host::Point;
-using Value = std::variant<std::wstring, short, double, Point>;
+using VariableValue = std::variant<std::wstring, short, double, Point>;
 
 // --- variables of the host -----------------------------------------------------------------------
 
@@ -34,7 +34,7 @@ struct Variable
 {
     std::wstring_view name;
     Access access;
-    Value value; // without a drawing, for one that the drawing keeps
+    VariableValue value; // without a drawing, for one that the drawing keeps
 };
 
 const std::vector<Variable>& initialVariables()
@@ -69,7 +69,7 @@ struct DrawingVariable
     std::wstring_view header;
     int code; // of the value; of x, for a point
     Access access;
-    Value absent; // when the drawing does not have it
+    VariableValue absent; // when the drawing does not have it
 };
 
 const std::vector<DrawingVariable>& drawingVariables()
@@ -95,28 +95,34 @@ struct ValueIn
     const Groups& groups;
     int code;
 
-    Value operator()(const std::wstring& absent) const
+    VariableValue operator()(const std::wstring& absent) const
     {
         return std::wstring(groups.text(code, groups.all(), absent));
     }
 
-    Value operator()(short absent) const
+    VariableValue operator()(short absent) const
     {
         return static_cast<short>(groups.integer(code, groups.all(), absent));
     }
 
-    Value operator()(double absent) const { return groups.real(code, groups.all(), absent); }
+    VariableValue operator()(double absent) const
+    {
+        return groups.real(code, groups.all(), absent);
+    }
 
-    Value operator()(const Point& absent) const { return groups.point(code, groups.all(), absent); }
+    VariableValue operator()(const Point& absent) const
+    {
+        return groups.point(code, groups.all(), absent);
+    }
 };
 
-Value valueIn(AcDbDatabase& database, const DrawingVariable& variable)
+VariableValue valueIn(AcDbDatabase& database, const DrawingVariable& variable)
 {
     const Groups groups = database.store().variable(variable.header);
     return std::visit(ValueIn {groups, variable.code}, variable.absent);
 }
 
-void setIn(AcDbDatabase& database, const DrawingVariable& variable, const Value& value)
+void setIn(AcDbDatabase& database, const DrawingVariable& variable, const VariableValue& value)
 {
     auto& store = database.store();
     if (const auto* text = std::get_if<std::wstring>(&value)) {
@@ -137,7 +143,7 @@ void setIn(AcDbDatabase& database, const DrawingVariable& variable, const Value&
 
 // --- variables that are worked out ---------------------------------------------------------------
 
-using Worker = Value (*)(AcDbDatabase&);
+using Worker = VariableValue (*)(AcDbDatabase&);
 
 struct WorkedOutVariable
 {
@@ -146,7 +152,7 @@ struct WorkedOutVariable
 };
 
 // The direction to the eye in the user's coordinates.
-Value viewDirection(AcDbDatabase& database)
+VariableValue viewDirection(AcDbDatabase& database)
 {
     AcGeVector3d direction = corma::host::viewDirectionOf(database);
     direction.transformBy(corma::host::userCoordinatesOf(database).inverse());
@@ -160,12 +166,12 @@ std::wstring pathOf(AcDbDatabase& database)
     return path;
 }
 
-Value drawingName(AcDbDatabase& database)
+VariableValue drawingName(AcDbDatabase& database)
 {
     return corma::platform::splitPath(pathOf(database)).fileName();
 }
 
-Value drawingFolder(AcDbDatabase& database)
+VariableValue drawingFolder(AcDbDatabase& database)
 {
     return corma::platform::splitPath(pathOf(database)).folderPath();
 }
@@ -210,7 +216,7 @@ struct ToResult
 };
 
 // The value of a result, if it is of the kind that a variable has.
-std::optional<Value> fromResult(const resbuf& result, const Value& kind)
+std::optional<VariableValue> fromResult(const resbuf& result, const VariableValue& kind)
 {
     switch (result.restype) {
     case RTSTR:
@@ -240,7 +246,7 @@ std::optional<Value> fromResult(const resbuf& result, const Value& kind)
     return std::nullopt;
 }
 
-std::optional<Value> valueOf(std::wstring_view name)
+std::optional<VariableValue> valueOf(std::wstring_view name)
 {
     AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
     if (database != nullptr) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr const wchar_t* kNotWritten = L"File %s could not be opened";
 constexpr const wchar_t* kDone = L"File scrambled into %s";
-constexpr const wchar_t* kCannotHold
+constexpr const wchar_t* kCannotHoldScrambled
     = L"File %s not scrambled: line %d has a character that Windows-1252 does not have";
 
 // A text with line feeds in Windows-1252; or the line of the first character that has no byte
@@ -67,7 +67,7 @@ int xx_Inifile::scramble(wchar_t* target, int key)
             = target == nullptr ? corma::scrambledName(filename, key) : std::wstring(target);
         const SingleBytes text = singleBytesOf(priv->file->text());
         if (text.badLine) {
-            return refuse(corma::formatted(kCannotHold, filename, *text.badLine));
+            return refuse(corma::formatted(kCannotHoldScrambled, filename, *text.badLine));
         }
         if (!corma::platform::replaceFile(path, corma::scrambledForm(text.bytes, key))) {
             return refuse(corma::formatted(kNotWritten, path.c_str()));

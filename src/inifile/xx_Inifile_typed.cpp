@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kLongestValue = 500; // characters, the terminator counted
+constexpr int kLongestTypedValue = 500; // characters, the terminator counted
 
 constexpr const wchar_t* kTooManyDoubles = L"Array too small";
 constexpr const wchar_t* kTooManyInts = L"Array too small !";
@@ -28,13 +28,13 @@ struct Query
 struct Value
 {
     explicit Value(const Query& query)
-        : status(query.file.getString(query.ident, buffer.data(), kLongestValue, query.report))
+        : status(query.file.getString(query.ident, buffer.data(), kLongestTypedValue, query.report))
     {
     }
 
     [[nodiscard]] std::wstring_view text() const { return buffer.data(); }
 
-    std::array<wchar_t, kLongestValue> buffer {};
+    std::array<wchar_t, kLongestTypedValue> buffer {};
     int status;
 };
 

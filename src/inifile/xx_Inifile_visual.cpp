@@ -15,14 +15,14 @@ using corma::host::Opened;
 
 namespace {
 
-constexpr int kLongestValue = 500; // characters, the terminator counted
+constexpr int kLongestVisualValue = 500; // characters, the terminator counted
 constexpr std::size_t kVisualFields = 4;
 constexpr const wchar_t* kLinetypeFile = L"acad.lin";
 
 std::wstring valueOf(xx_Inifile& file, wchar_t* ident, int report)
 {
-    std::array<wchar_t, kLongestValue> value {};
-    file.getString(ident, value.data(), kLongestValue, report);
+    std::array<wchar_t, kLongestVisualValue> value {};
+    file.getString(ident, value.data(), kLongestVisualValue, report);
     return value.data();
 }
 

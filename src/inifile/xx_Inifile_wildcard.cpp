@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr const wchar_t* kNotFound = L"%s not found in configurationfile";
+constexpr const wchar_t* kNoneFound = L"%s not found in configurationfile";
 
 constexpr std::size_t kLongestLineHere = 2999;
-constexpr std::size_t kLongestName = 2999;
-constexpr std::size_t kLongestValue = 2999; // of one in a drawing
+constexpr std::size_t kLongestListedName = 2999;
+constexpr std::size_t kLongestListedValue = 2999; // of one in a drawing
 
 // Collects the pairs of one file from its scan.
 class WildcardSink
@@ -75,7 +75,7 @@ public:
 private:
     void add(const std::wstring& ident, std::string_view fileValue)
     {
-        const std::wstring name = (m_chapter + ident).substr(0, kLongestName);
+        const std::wstring name = (m_chapter + ident).substr(0, kLongestListedName);
         corma::appendPair(*m_results, name, valueFor(ident, fileValue));
         m_foundOne = true;
     }
@@ -88,7 +88,7 @@ private:
             const auto local
                 = corma::InifileInside::localValue(m_file, chapter.c_str(), ident.c_str());
             if (local) {
-                return local->substr(0, kLongestValue);
+                return local->substr(0, kLongestListedValue);
             }
         }
         return m_text.decode(fileValue);
@@ -128,7 +128,7 @@ int xx_Inifile::getWcString(wchar_t* pattern, xx_VarArray* results, int report, 
             status = sink.foundOne() ? RTNORM : corma::kNotThere;
         }
         if (status != RTNORM && report != 0 && results->length() == 0) {
-            xx_printMessage(kNotFound, pattern, 0);
+            xx_printMessage(kNoneFound, pattern, 0);
         }
         return status;
     });

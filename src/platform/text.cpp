@@ -31,7 +31,7 @@ bool isAscii(wchar_t c)
 
 bool isScalar(char32_t c)
 {
-    return c <= 0x10FFFF && (c < 0xD800 || c > 0xDFFF);
+    return c <= kGreatestCharacter && (c < 0xD800 || c > 0xDFFF);
 }
 
 bool isContinuation(std::string_view bytes, std::size_t at)

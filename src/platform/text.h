@@ -49,6 +49,8 @@ private:
     std::shared_ptr<const Collation> m_collation;
 };
 
+inline constexpr char32_t kGreatestCharacter = 0x10FFFF; // of Unicode
+
 /// Text from UTF-8; each byte of a broken sequence becomes U+FFFD.
 std::wstring fromUtf8(std::string_view bytes);
 

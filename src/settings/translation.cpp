@@ -24,7 +24,7 @@ struct LanguageColumn
 constexpr std::array kColumns = {LanguageColumn {12, L"F"}, LanguageColumn {7, L"G"},
                                  LanguageColumn {10, L"S"}, LanguageColumn {19, L"N"}};
 
-const wchar_t* columnOf(int language)
+const wchar_t* columnNameOf(int language)
 {
     for (const LanguageColumn& column : kColumns) {
         if (column.language == language) {
@@ -61,7 +61,7 @@ std::wstring translateKey(const wchar_t* configurationFile, const std::wstring& 
         const std::wstring sql = L"SELECT * FROM Keys WHERE Key='" + word + L"'";
         xx_VarArray rows;
         if (xx_ado_select(database.c_str(), sql.c_str(), &rows, -1, false) == RTNORM) {
-            const xx_Var* const column = rows.find(columnOf(language), false);
+            const xx_Var* const column = rows.find(columnNameOf(language), false);
             if (column != nullptr && column->currentText() != nullptr) {
                 translation = column->currentText();
             }

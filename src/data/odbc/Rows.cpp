@@ -8,7 +8,7 @@ namespace corma::odbc {
 namespace {
 
 constexpr std::uintptr_t kStatementSeconds = 30;
-constexpr std::size_t kNameLength = 256; // units tried first; a longer name is asked for again
+constexpr std::size_t kFirstNameLength = 256; // units tried first; a longer name is asked for again
 
 } // namespace
 
@@ -19,7 +19,7 @@ Rows::Rows(Session& session, const std::wstring& sql)
     run(sql);
     const int count = columnCount();
     for (int index = 0; index < count; ++index) {
-        m_columns.push_back(describe(index, kNameLength));
+        m_columns.push_back(describe(index, kFirstNameLength));
     }
     if (count > 0) {
         moveNext();

@@ -31,10 +31,10 @@ void setText(Groups& groups, int code, const std::wstring& text)
 void setSpace(Groups& entity, bool isInPaperSpace)
 {
     for (const int groupCode : {code::paperSpace, kLayoutName}) {
-        entity.remove(groupCode, entity.subclass(L"AcDbEntity"));
+        entity.remove(groupCode, entity.subclass(kEntityMarker));
     }
     if (isInPaperSpace) {
-        entity.insert(entity.subclass(L"AcDbEntity").begin, Group(code::paperSpace, 1));
+        entity.insert(entity.subclass(kEntityMarker).begin, Group(code::paperSpace, 1));
     }
 }
 

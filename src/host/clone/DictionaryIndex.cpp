@@ -10,11 +10,6 @@ constexpr int kHardEntry = 360;
 
 } // namespace
 
-bool isDictionary(const AcDbStub& stub)
-{
-    return stub.type == RecordType::dictionary || stub.type == RecordType::dictionaryWithDefault;
-}
-
 const DictionaryIndex::Content& DictionaryIndex::contentOf(const AcDbStub& dictionary)
 {
     const auto known = m_contents.find(&dictionary);

@@ -7,8 +7,6 @@
 
 namespace corma::host {
 
-bool isDictionary(const AcDbStub& stub);
-
 /// What the dictionaries of a drawing hold, as long as nothing in them changes.
 class DictionaryIndex
 {

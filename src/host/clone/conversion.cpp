@@ -13,7 +13,6 @@ namespace {
 
 using enum DrawingVersion;
 
-constexpr std::wstring_view kEntityPart = L"AcDbEntity";
 constexpr std::wstring_view kAttributePart = L"AcDbAttribute";
 constexpr std::wstring_view kDefinitionPart = L"AcDbAttributeDefinition";
 constexpr int kAttributeVersion = 280; // and, behind the other groups, its lock
@@ -32,14 +31,14 @@ struct CodesSince
 
 // clang-format off
 constexpr CodesSince kCodesSince[] = {
-    {{}, kEntityPart, 48, 48, r13},
-    {{}, kEntityPart, 60, 60, r13},
-    {{}, kEntityPart, 284, 284, r2007},
-    {{}, kEntityPart, 347, 348, r2007},
-    {{}, kEntityPart, 370, 370, r2000},
-    {{}, kEntityPart, 390, 390, r2000},
-    {{}, kEntityPart, 410, 410, r2000},
-    {{}, kEntityPart, 420, 449, r2004},
+    {{}, kEntityMarker, 48, 48, r13},
+    {{}, kEntityMarker, 60, 60, r13},
+    {{}, kEntityMarker, 284, 284, r2007},
+    {{}, kEntityMarker, 347, 348, r2007},
+    {{}, kEntityMarker, 370, 370, r2000},
+    {{}, kEntityMarker, 390, 390, r2000},
+    {{}, kEntityMarker, 410, 410, r2000},
+    {{}, kEntityMarker, 420, 449, r2004},
     {L"ATTDEF", kDefinitionPart, kAttributeVersion, kAttributeVersion, r2010},
     {L"ATTRIB", kAttributePart, kAttributeVersion, kAttributeVersion, r2010},
     {L"BLOCK_RECORD", {}, 70, 70, r2007},
@@ -152,7 +151,7 @@ bool isTooNew(std::wstring_view type, std::wstring_view part, int groupCode, Dra
 // The picture that stands in for an entity whose program is not there.
 bool isProxyGraphic(std::wstring_view part, int groupCode)
 {
-    return part == kEntityPart && (groupCode == 92 || groupCode == 160 || groupCode == 310);
+    return part == kEntityMarker && (groupCode == 92 || groupCode == 160 || groupCode == 310);
 }
 
 void dropNewerGroups(Groups& groups, DrawingVersion version)

@@ -14,7 +14,7 @@ namespace {
 using Role = PlannedRecord::Role;
 using Fate = PlannedRecord::Fate;
 
-constexpr int kEntryName = 3; // in a DICTIONARY
+constexpr int kKeyOfEntry = 3; // in a DICTIONARY
 constexpr int kPathCount = 97; // in a HATCH: how many handles follow
 constexpr int kBasePoint = 10; // of a BLOCK
 
@@ -105,7 +105,7 @@ private:
             return;
         }
         m_isDropped[reference.at] = true;
-        if (m_isDictionary && reference.at > 0 && m_groups[reference.at - 1].code == kEntryName) {
+        if (m_isDictionary && reference.at > 0 && m_groups[reference.at - 1].code == kKeyOfEntry) {
             m_isDropped[reference.at - 1] = true;
         }
         if (m_groups[0].isText(L"HATCH")) {

@@ -44,7 +44,6 @@ constexpr NameCode kNameCodes[] = {
 };
 // clang-format on
 
-constexpr std::wstring_view kEntityPart = L"AcDbEntity";
 constexpr std::wstring_view kXrecordPart = L"AcDbXrecord";
 constexpr std::wstring_view kSortPart = L"AcDbSortentsTable";
 constexpr int kExtendedLayer = 1003;
@@ -146,7 +145,7 @@ private:
 
     [[nodiscard]] std::optional<TableKind> tableNamedBy(int groupCode) const
     {
-        if (m_isGraphical && isIn(kEntityPart)) {
+        if (m_isGraphical && isIn(kEntityMarker)) {
             if (groupCode == code::layer) {
                 return TableKind::layer;
             }

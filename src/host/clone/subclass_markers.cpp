@@ -11,7 +11,6 @@ namespace corma::host {
 
 namespace {
 
-constexpr std::wstring_view kEntityPart = L"AcDbEntity";
 constexpr std::wstring_view kEntryPart = L"AcDbSymbolTableRecord";
 
 /// A subclass, and the codes that go there; the part without codes takes all others.
@@ -162,8 +161,7 @@ std::optional<Parts> partsOf(const Groups& groups)
 // What all entities have, ahead of what is their own.
 Part entityPart()
 {
-    return {kEntityPart.data(),
-            {code::linetype, code::layer, code::color, code::paperSpace, 48, 60}};
+    return {kEntityMarker, {code::linetype, code::layer, code::color, code::paperSpace, 48, 60}};
 }
 
 std::size_t partFor(const Parts& parts, int groupCode)

@@ -18,11 +18,9 @@ constexpr std::size_t kMaintenanceAt = 0x0B;
 constexpr std::size_t kPictureAt = 0x0D;
 constexpr std::size_t kCodePageAt = 0x13;
 constexpr std::size_t kCountAt = 0x15;
-constexpr std::size_t kLocatorsAt = 0x19;
-constexpr std::size_t kLocatorSize = 9;
 
 // The numbers of sections.
-enum Section : unsigned
+enum SectionNumber : unsigned
 {
     kHeaderSection,
     kClassesSection,
@@ -33,8 +31,6 @@ enum Section : unsigned
 };
 
 constexpr std::size_t kMostSections = 6;
-constexpr std::size_t kChecksumSize = 2;
-constexpr std::size_t kLongSize = 4;
 
 // What the checksum of the head is changed by, for each number of sections.
 constexpr std::array<std::uint16_t, kMostSections + 1> kHeadMasks
@@ -77,7 +73,7 @@ bool FlatContainer::readLocators()
         locator.number = static_cast<unsigned char>(file[at]);
         locator.at = at;
         locator.begin = numberAt<std::uint32_t>(file, at + 1);
-        locator.size = numberAt<std::uint32_t>(file, at + 1 + kLongSize);
+        locator.size = numberAt<std::uint32_t>(file, at + 1 + sizeof(std::uint32_t));
         m_locators.push_back(locator);
     }
     const std::size_t sumAt = m_headEnd - kSentinelSize - kChecksumSize;
@@ -105,7 +101,7 @@ std::optional<FlatContainer::Span> FlatContainer::spanOfVariables(unsigned numbe
         return std::nullopt;
     }
     const std::string_view all = file.substr(locator->begin);
-    const std::size_t size = 2 * kSentinelSize + kLongSize + kChecksumSize
+    const std::size_t size = 2 * kSentinelSize + sizeof(std::uint32_t) + kChecksumSize
         + std::size_t {numberAt<std::uint32_t>(all, kSentinelSize)};
     if (size > all.size() || !all.starts_with(isHeader ? kVariablesBegin : kClassesBegin)
         || !all.substr(0, size).ends_with(isHeader ? kVariablesEnd : kClassesEnd)) {
@@ -154,7 +150,7 @@ FlatContainer::Span FlatContainer::spanOfPicture() const
         || !file.substr(begin).starts_with(kPictureBegin)) {
         return {};
     }
-    const std::size_t size = 2 * kSentinelSize + kLongSize
+    const std::size_t size = 2 * kSentinelSize + sizeof(std::uint32_t)
         + std::size_t {numberAt<std::uint32_t>(file, begin + kSentinelSize)};
     const bool isWhole
         = size <= file.size() - begin && file.substr(begin, size).ends_with(kPictureEnd);
@@ -352,7 +348,7 @@ void FlatContainer::patchHead(Piece& head, const std::vector<Piece>& pieces) con
     for (std::size_t i = 0; i < sections.size(); ++i) {
         const std::size_t at = m_locators[i].at + 1;
         putNumber(static_cast<std::uint32_t>(sections[i].begin), at, bytes);
-        putNumber(static_cast<std::uint32_t>(sections[i].size), at + kLongSize, bytes);
+        putNumber(static_cast<std::uint32_t>(sections[i].size), at + sizeof(std::uint32_t), bytes);
     }
     const std::size_t picture = newPlace(numberAt<std::uint32_t>(bytes, kPictureAt), pieces);
     putNumber(static_cast<std::uint32_t>(picture), kPictureAt, bytes);
@@ -366,13 +362,13 @@ void FlatContainer::patchHead(Piece& head, const std::vector<Piece>& pieces) con
 // The images of the preview are found by their places in the file.
 void FlatContainer::patchPicture(Piece& picture) const
 {
-    constexpr std::size_t kImageCountAt = kSentinelSize + kLongSize;
+    constexpr std::size_t kImageCountAt = kSentinelSize + sizeof(std::uint32_t);
     constexpr std::size_t kImageSize = 9; // kind, begin, size
     std::string bytes(slice(picture.old));
     const auto count = static_cast<unsigned char>(bytes[kImageCountAt]);
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t at = kImageCountAt + 1 + i * kImageSize + 1;
-        if (at + kLongSize > bytes.size()) {
+        if (at + sizeof(std::uint32_t) > bytes.size()) {
             break;
         }
         const std::size_t begin = numberAt<std::uint32_t>(bytes, at);
@@ -390,7 +386,7 @@ void FlatContainer::patchSummary(Piece& summary, const std::vector<Piece>& piece
     constexpr std::size_t kObjectCountAt = 4;
     constexpr std::size_t kObjectsAt = 16;
     std::string bytes(slice(summary.old));
-    if (bytes.size() < kObjectsAt + kLongSize) {
+    if (bytes.size() < kObjectsAt + sizeof(std::uint32_t)) {
         return;
     }
     putNumber(static_cast<std::uint32_t>(count), kObjectCountAt, bytes);
@@ -404,7 +400,7 @@ void FlatContainer::patchAuxiliary(Piece& auxiliary, Handle seed) const
     constexpr std::size_t kSeedAt = 0x4F;
     constexpr std::uint64_t kMost = 0x7FFFFFFF; // a greater one has no place there
     std::string bytes(slice(auxiliary.old));
-    if (bytes.size() < kSeedAt + kLongSize || seed == Handle::none) {
+    if (bytes.size() < kSeedAt + sizeof(std::uint32_t) || seed == Handle::none) {
         return;
     }
     const auto number = static_cast<std::uint64_t>(seed);

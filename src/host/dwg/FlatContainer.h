@@ -10,6 +10,10 @@
 
 namespace corma::host::dwg {
 
+// The list in the head that says where sections are.
+inline constexpr std::size_t kLocatorsAt = 0x19;
+inline constexpr std::size_t kLocatorSize = 9;
+
 /// A file of R13 to R2000: its parts stand one behind the other, and a list in its head says where
 /// some of them begin. What stands between them is kept as it is, but for what is left of objects
 /// that no longer are.

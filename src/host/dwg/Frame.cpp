@@ -10,12 +10,12 @@ using enum DrawingVersion;
 namespace {
 
 // What is said of a linetype, a material or a plot style ahead of the handles.
-enum Kind : std::uint8_t
+enum Naming : std::uint8_t
 {
-    kByLayer = 0,
-    kByBlock = 1,
-    kContinuous = 2, // of a linetype
-    kWithHandle = 3
+    kAsLayer = 0,
+    kAsBlock = 1,
+    kAsContinuous = 2, // of a linetype
+    kAsNamed = 3
 };
 
 constexpr wchar_t kByLayerName[] = L"ByLayer";
@@ -113,14 +113,14 @@ template<class Io> void styleHandles(Io& io, Frame& frame)
     }
     if (io.since(r2000)) {
         io.handle(frame.layer, Bond::hardPointer);
-        if (frame.linetypeKind == kWithHandle) {
+        if (frame.linetypeKind == kAsNamed) {
             io.handle(frame.linetype, Bond::hardPointer);
         }
     }
-    if (io.since(r2007) && frame.materialKind == kWithHandle) {
+    if (io.since(r2007) && frame.materialKind == kAsNamed) {
         io.handle(frame.material, Bond::hardPointer);
     }
-    if (io.since(r2000) && frame.plotStyleKind == kWithHandle) {
+    if (io.since(r2000) && frame.plotStyleKind == kAsNamed) {
         io.handle(frame.plotStyle, Bond::hardPointer);
     }
     if (io.since(r2010)) {
@@ -239,7 +239,6 @@ constexpr int fullStyle = 348;
 
 constexpr wchar_t kReactors[] = L"ACAD_REACTORS";
 constexpr wchar_t kDictionary[] = L"ACAD_XDICTIONARY";
-constexpr std::uint32_t kRgbMask = 0xFFFFFF;
 constexpr std::uint32_t kRgbByColor = 0xC2000000;
 
 void addBraces(Groups& groups, const wchar_t* name, int code, const std::vector<Ref>& refs)
@@ -257,11 +256,11 @@ void addBraces(Groups& groups, const wchar_t* name, int code, const std::vector<
 void linetypeToGroups(const Frame& frame, FieldsToGroups& io)
 {
     const bool hasHandle
-        = io.since(r2000) ? frame.linetypeKind == kWithHandle : !frame.isByLayerLinetype;
+        = io.since(r2000) ? frame.linetypeKind == kAsNamed : !frame.isByLayerLinetype;
     if (hasHandle) {
         io.named(code::linetype, frame.linetype, TableKind::linetype);
-    } else if (io.since(r2000) && frame.linetypeKind != kByLayer) {
-        const bool isByBlock = frame.linetypeKind == kByBlock;
+    } else if (io.since(r2000) && frame.linetypeKind != kAsLayer) {
+        const bool isByBlock = frame.linetypeKind == kAsBlock;
         io.groups().add(Group(code::linetype, isByBlock ? kByBlockName : kContinuousName));
     }
 }
@@ -281,9 +280,9 @@ void pictureToGroups(const Frame& frame, FieldsToGroups& io)
 
 void colorToGroups(const Color& color, FieldsToGroups& io)
 {
-    io.integer(code::color, color.index, Color::kByLayer);
+    io.integer(code::color, color.index, kColorByLayer);
     if (color.hasRgb()) {
-        io.integer(entity_code::rgb, color.rgb & kRgbMask);
+        io.integer(entity_code::rgb, color.rgb & Color::kRgbMask);
     }
     if ((color.flags & Color::kHasTransparency) != 0) {
         io.integer(entity_code::transparency, color.transparency);
@@ -292,7 +291,7 @@ void colorToGroups(const Color& color, FieldsToGroups& io)
 
 void colorFromGroups(FieldsFromGroups& io, Color& color)
 {
-    io.integer(code::color, color.index, Color::kByLayer);
+    io.integer(code::color, color.index, kColorByLayer);
     if (!io.since(r2004)) {
         return;
     }
@@ -310,7 +309,8 @@ void colorFromGroups(FieldsFromGroups& io, Color& color)
     if (hasRgb) {
         std::uint32_t rgb = 0;
         io.integer(entity_code::rgb, rgb);
-        color.rgb = (color.rgb & kRgbMask) == rgb && !isOfBook ? color.rgb : rgb | kRgbByColor;
+        color.rgb
+            = (color.rgb & Color::kRgbMask) == rgb && !isOfBook ? color.rgb : rgb | kRgbByColor;
     }
     if (setFlag(entity_code::transparency, Color::kHasTransparency)) {
         io.integer(entity_code::transparency, color.transparency);
@@ -319,11 +319,11 @@ void colorFromGroups(FieldsFromGroups& io, Color& color)
 
 void entityToGroups(const Frame& frame, FieldsToGroups& io)
 {
-    io.marker(L"AcDbEntity");
+    io.marker(kEntityMarker);
     io.integer(code::paperSpace, frame.space == 1 ? 1 : 0, 0);
     io.named(code::layer, frame.layer, TableKind::layer);
     linetypeToGroups(frame, io);
-    if (io.since(r2007) && frame.materialKind == kWithHandle) {
+    if (io.since(r2007) && frame.materialKind == kAsNamed) {
         io.optionalHandle(entity_code::material, frame.material);
     }
     colorToGroups(frame.color, io);
@@ -333,7 +333,7 @@ void entityToGroups(const Frame& frame, FieldsToGroups& io)
     io.real(entity_code::linetypeScale, frame.linetypeScale, 1.0);
     io.integer(entity_code::invisible, frame.invisible, 0);
     pictureToGroups(frame, io);
-    if (io.since(r2000) && frame.plotStyleKind == kWithHandle) {
+    if (io.since(r2000) && frame.plotStyleKind == kAsNamed) {
         io.optionalHandle(entity_code::plotStyle, frame.plotStyle);
     }
     io.integer(entity_code::shadow, frame.shadow, 0);
@@ -347,17 +347,17 @@ void entityToGroups(const Frame& frame, FieldsToGroups& io)
 void kindFromGroups(FieldsFromGroups& io, int code, std::uint8_t& kind, Ref& ref)
 {
     if (io.groups().find(code, io.range())) {
-        kind = kWithHandle;
+        kind = kAsNamed;
         io.handle(code, ref);
-    } else if (kind == kWithHandle && ref.target != Handle::none) {
-        kind = kByLayer;
+    } else if (kind == kAsNamed && ref.target != Handle::none) {
+        kind = kAsLayer;
     }
 }
 
 void linetypeFromGroups(FieldsFromGroups& io, Frame& frame)
 {
     const bool hasHandle
-        = io.since(r2000) ? frame.linetypeKind == kWithHandle : !frame.isByLayerLinetype;
+        = io.since(r2000) ? frame.linetypeKind == kAsNamed : !frame.isByLayerLinetype;
     if (hasHandle && io.isNamed(code::linetype, frame.linetype)) {
         return; // even if it is the entry that says ByLayer
     }
@@ -371,13 +371,13 @@ void linetypeFromGroups(FieldsFromGroups& io, Frame& frame)
         return;
     }
     if (frame.isByLayerLinetype) {
-        frame.linetypeKind = kByLayer;
+        frame.linetypeKind = kAsLayer;
     } else if (name == foldedName(kByBlockName)) {
-        frame.linetypeKind = kByBlock;
-    } else if (name == foldedName(kContinuousName) && frame.linetypeKind != kWithHandle) {
-        frame.linetypeKind = kContinuous;
+        frame.linetypeKind = kAsBlock;
+    } else if (name == foldedName(kContinuousName) && frame.linetypeKind != kAsNamed) {
+        frame.linetypeKind = kAsContinuous;
     } else {
-        frame.linetypeKind = kWithHandle;
+        frame.linetypeKind = kAsNamed;
         io.named(code::linetype, frame.linetype, TableKind::linetype);
     }
 }
@@ -413,7 +413,7 @@ void placeFromGroups(FieldsFromGroups& io, Frame& frame)
 void entityFromGroups(FieldsFromGroups& io, Frame& frame)
 {
     placeFromGroups(io, frame);
-    io.marker(L"AcDbEntity");
+    io.marker(kEntityMarker);
     io.named(code::layer, frame.layer, TableKind::layer, L"0");
     linetypeFromGroups(io, frame);
     kindFromGroups(io, entity_code::material, frame.materialKind, frame.material);

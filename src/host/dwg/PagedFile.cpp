@@ -14,11 +14,10 @@ namespace {
 constexpr std::size_t kDescriptorSize = 96;
 constexpr std::size_t kDescriptorPageSize = 16;
 constexpr std::size_t kSectionMapHeadSize = 20;
-constexpr std::size_t kPlaceSize = 8; // an entry of the page map
 constexpr std::size_t kGapSize = 16; // more for an entry of a gap
 
 // Fields of a page header, one behind the other.
-constexpr std::size_t kNumberSize = sizeof(std::uint32_t);
+constexpr std::size_t kFieldSize = sizeof(std::uint32_t);
 constexpr std::size_t kHeaderChecksumAt = 24;
 constexpr std::size_t kDataChecksumAt = 28;
 constexpr std::size_t kSystemChecksumAt = 16;
@@ -45,7 +44,7 @@ Section decodeDescriptor(std::string_view bytes)
     constexpr std::size_t kPageSizeAt = 12;
     constexpr std::size_t kNameAt = 32;
     const auto number = [&](std::size_t index) {
-        return numberAt<std::uint32_t>(bytes, kPageSizeAt + index * kNumberSize);
+        return numberAt<std::uint32_t>(bytes, kPageSizeAt + index * kFieldSize);
     };
     Section section;
     section.size = numberAt<std::uint64_t>(bytes, 0);
@@ -77,7 +76,7 @@ std::optional<std::vector<PlacedPage>> decodePageMap(std::string_view bytes)
             return std::nullopt;
         }
         const auto id = numberAt<std::uint32_t>(bytes, 0);
-        const auto size = numberAt<std::uint32_t>(bytes, kNumberSize);
+        const auto size = numberAt<std::uint32_t>(bytes, kFieldSize);
         bytes.remove_prefix(kPlaceSize);
         if ((id & kGap) == 0) {
             places.push_back({.id = id, .address = address, .size = size});
@@ -113,8 +112,8 @@ std::optional<std::vector<Section>> decodeSectionMap(std::string_view bytes)
         section.pages.reserve(pages);
         for (std::uint32_t page = 0; page < pages; ++page) {
             section.pages.push_back({.id = numberAt<std::uint32_t>(bytes, 0),
-                                     .dataSize = numberAt<std::uint32_t>(bytes, kNumberSize),
-                                     .start = numberAt<std::uint64_t>(bytes, 2 * kNumberSize)});
+                                     .dataSize = numberAt<std::uint32_t>(bytes, kFieldSize),
+                                     .start = numberAt<std::uint64_t>(bytes, 2 * kFieldSize)});
             bytes.remove_prefix(kDescriptorPageSize);
         }
         sections.push_back(std::move(section));
@@ -127,7 +126,7 @@ std::string maskedPageHeader(std::string_view bytes, std::size_t address)
     constexpr std::uint32_t kMixed = 0x4164536B;
     const std::uint32_t mask = kMixed ^ static_cast<std::uint32_t>(address);
     std::string masked;
-    for (std::size_t at = 0; at < PageHeader::kSize; at += kNumberSize) {
+    for (std::size_t at = 0; at < PageHeader::kSize; at += kFieldSize) {
         addNumber(numberAt<std::uint32_t>(bytes, at) ^ mask, masked);
     }
     return masked;
@@ -137,9 +136,9 @@ PageHeader decodePageHeader(std::string_view bytes)
 {
     constexpr std::size_t kStartAt = 16;
     return {.type = numberAt<std::uint32_t>(bytes, 0),
-            .sectionId = numberAt<std::uint32_t>(bytes, kNumberSize),
-            .dataSize = numberAt<std::uint32_t>(bytes, 2 * kNumberSize),
-            .pageSize = numberAt<std::uint32_t>(bytes, 3 * kNumberSize),
+            .sectionId = numberAt<std::uint32_t>(bytes, kFieldSize),
+            .dataSize = numberAt<std::uint32_t>(bytes, 2 * kFieldSize),
+            .pageSize = numberAt<std::uint32_t>(bytes, 3 * kFieldSize),
             .start = numberAt<std::uint64_t>(bytes, kStartAt),
             .headerChecksum = numberAt<std::uint32_t>(bytes, kHeaderChecksumAt),
             .dataChecksum = numberAt<std::uint32_t>(bytes, kDataChecksumAt)};
@@ -163,9 +162,9 @@ std::string encodePageHeader(const PageHeader& header, std::string_view data)
 SystemPageHeader decodeSystemPageHeader(std::string_view bytes)
 {
     return {.type = numberAt<std::uint32_t>(bytes, 0),
-            .size = numberAt<std::uint32_t>(bytes, kNumberSize),
-            .dataSize = numberAt<std::uint32_t>(bytes, 2 * kNumberSize),
-            .compression = numberAt<std::uint32_t>(bytes, 3 * kNumberSize),
+            .size = numberAt<std::uint32_t>(bytes, kFieldSize),
+            .dataSize = numberAt<std::uint32_t>(bytes, 2 * kFieldSize),
+            .compression = numberAt<std::uint32_t>(bytes, 3 * kFieldSize),
             .checksum = numberAt<std::uint32_t>(bytes, kSystemChecksumAt)};
 }
 

@@ -27,6 +27,8 @@ struct PagedHeader
     std::uint32_t sectionMapId = 0;
 };
 
+inline constexpr std::size_t kPlaceSize = 8; // of an entry of the page map
+
 struct PlacedPage
 {
     std::uint32_t id = 0;

@@ -10,8 +10,6 @@ namespace corma::host::dwg {
 
 namespace {
 
-constexpr std::size_t kPlaceSize = 8; // of an entry of the page map
-
 std::size_t filledUp(std::size_t size, std::size_t step)
 {
     return (size + step - 1) / step * step;

@@ -16,7 +16,7 @@ constexpr std::size_t kFirstPageAt = 0x480; // what addresses count from
 constexpr std::size_t kMapRowSize = 239;
 constexpr std::size_t kPageRowSize = 251;
 constexpr std::size_t kHeaderRows = 3;
-constexpr std::size_t kNumberSize = sizeof(std::uint64_t);
+constexpr std::size_t kWideSize = sizeof(std::uint64_t);
 
 // Numbers of the header that are used, by their places in it.
 constexpr std::size_t kHeaderSize = 0x110;
@@ -39,7 +39,7 @@ std::uint64_t longAt(std::string_view bytes, std::size_t at)
 // Data is stored in words.
 std::uint64_t inWords(std::uint64_t size)
 {
-    return (size + kNumberSize - 1) / kNumberSize * kNumberSize;
+    return (size + kWideSize - 1) / kWideSize * kWideSize;
 }
 
 std::uint64_t rowsOf(std::uint64_t size, std::size_t rowSize)
@@ -142,7 +142,7 @@ std::uint32_t r2007Checksum(std::string_view bytes)
 
 std::optional<std::vector<PlacedPage>> decodeR2007PageMap(std::string_view bytes)
 {
-    constexpr std::size_t kEntrySize = 2 * kNumberSize;
+    constexpr std::size_t kEntrySize = 2 * kWideSize;
     constexpr std::uint64_t kSign = std::uint64_t {1} << 63U;
     std::vector<PlacedPage> places;
     places.reserve(bytes.size() / kEntrySize);
@@ -152,7 +152,7 @@ std::optional<std::vector<PlacedPage>> decodeR2007PageMap(std::string_view bytes
             return std::nullopt;
         }
         const std::uint64_t size = longAt(bytes, 0);
-        const std::uint64_t number = longAt(bytes, kNumberSize);
+        const std::uint64_t number = longAt(bytes, kWideSize);
         const std::uint64_t id = (number & kSign) != 0 ? 0 - number : number;
         if (size > kMostNumber || address > kMostNumber) {
             return std::nullopt;
@@ -167,11 +167,11 @@ std::optional<std::vector<PlacedPage>> decodeR2007PageMap(std::string_view bytes
 
 std::optional<std::vector<R2007Section>> decodeR2007SectionMap(std::string_view bytes)
 {
-    constexpr std::size_t kSectionSize = 8 * kNumberSize;
+    constexpr std::size_t kSectionSize = 8 * kWideSize;
     constexpr std::size_t kNameSizeAt = 0x20;
     constexpr std::size_t kCodingAt = 0x30;
     constexpr std::size_t kPageCountAt = 0x38;
-    constexpr std::size_t kPageSize = 7 * kNumberSize;
+    constexpr std::size_t kPageSize = 7 * kWideSize;
     std::vector<R2007Section> sections;
     while (!bytes.empty()) {
         if (bytes.size() < kSectionSize) {
@@ -194,10 +194,10 @@ std::optional<std::vector<R2007Section>> decodeR2007SectionMap(std::string_view 
         section.pages.reserve(static_cast<std::size_t>(pages));
         for (std::uint64_t page = 0; page < pages; ++page) {
             section.pages.push_back({.start = longAt(bytes, 0),
-                                     .id = longAt(bytes, 2 * kNumberSize),
-                                     .size = longAt(bytes, 3 * kNumberSize),
-                                     .dataSize = longAt(bytes, 4 * kNumberSize),
-                                     .checksum = longAt(bytes, 5 * kNumberSize)});
+                                     .id = longAt(bytes, 2 * kWideSize),
+                                     .size = longAt(bytes, 3 * kWideSize),
+                                     .dataSize = longAt(bytes, 4 * kWideSize),
+                                     .checksum = longAt(bytes, 5 * kWideSize)});
             bytes.remove_prefix(kPageSize);
         }
         sections.push_back(std::move(section));

@@ -11,11 +11,7 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr std::size_t kChecksumSize = 2;
 constexpr std::size_t kWordSize = 2;
-constexpr unsigned kWordBits = 15; // of a length, in each of its words
-constexpr unsigned kWordMask = 0x7FFF;
-constexpr unsigned kMoreWords = 0x8000;
 constexpr unsigned kSevenBits = 7;
 constexpr unsigned kSevenMask = 0x7F;
 constexpr unsigned kMoreBytes = 0x80;

@@ -10,9 +10,6 @@ namespace corma::host::dwg {
 
 namespace {
 
-constexpr std::size_t kSizeSize
-    = 4; // of the number ahead, which counts what lies between sentinels
-constexpr std::size_t kChecksumSize = 2;
 constexpr std::size_t kRestSize = 8;
 
 // A section is listed by its number, begin and size.

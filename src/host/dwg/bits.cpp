@@ -57,8 +57,8 @@ bool isSameAs(double value, double other)
     return std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(other);
 }
 
-constexpr std::size_t kLow = 4; // the bytes that differ in the shorter forms
-constexpr std::size_t kMiddle = 6;
+constexpr std::size_t kLowPart = 4; // the bytes that differ in the shorter forms
+constexpr std::size_t kMiddlePart = 6;
 
 } // namespace
 
@@ -179,11 +179,11 @@ double BitReader::defaultDouble(double usual)
     }
     DoubleBytes value = bytesOf(usual);
     if (difference == kLowSix) { // the middle ones stand ahead of the lower
-        for (std::size_t i = kLow; i < kMiddle; ++i) {
+        for (std::size_t i = kLowPart; i < kMiddlePart; ++i) {
             value[i] = byte();
         }
     }
-    for (std::size_t i = 0; i < kLow; ++i) {
+    for (std::size_t i = 0; i < kLowPart; ++i) {
         value[i] = byte();
     }
     return doubleFrom(value);
@@ -298,18 +298,18 @@ void BitWriter::defaultDouble(double value, double usual)
     }
     const DoubleBytes mine = bytesOf(value);
     const DoubleBytes other = bytesOf(usual);
-    if (!std::equal(mine.begin() + kMiddle, mine.end(), other.begin() + kMiddle)) {
+    if (!std::equal(mine.begin() + kMiddlePart, mine.end(), other.begin() + kMiddlePart)) {
         bits(kAll, kFormBits);
         rawDouble(value);
         return;
     }
     const bool isLow
-        = std::equal(mine.begin() + kLow, mine.begin() + kMiddle, other.begin() + kLow);
+        = std::equal(mine.begin() + kLowPart, mine.begin() + kMiddlePart, other.begin() + kLowPart);
     bits(isLow ? kLowFour : kLowSix, kFormBits);
-    for (std::size_t i = isLow ? kMiddle : kLow; i < kMiddle; ++i) {
+    for (std::size_t i = isLow ? kMiddlePart : kLowPart; i < kMiddlePart; ++i) {
         byte(mine[i]);
     }
-    for (std::size_t i = 0; i < kLow; ++i) {
+    for (std::size_t i = 0; i < kLowPart; ++i) {
         byte(mine[i]);
     }
 }

@@ -12,6 +12,7 @@
 namespace corma::host::dwg {
 
 inline constexpr unsigned kByteBits = 8;
+inline constexpr std::size_t kUnicodeSize = 2; // bytes of a unit of UTF-16
 
 /// Reads numbers that begin at any bit; the highest bit of a byte comes first. Reading beyond the
 /// end gives zeros and is remembered, so that one question behind a whole record is enough.

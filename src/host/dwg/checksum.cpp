@@ -8,26 +8,25 @@ namespace corma::host::dwg {
 namespace {
 
 constexpr std::uint16_t kPolynomial = 0xA001; // bits from the lowest on
-constexpr std::size_t kBytes = 256;
-constexpr unsigned kByteBits = 8;
+constexpr std::size_t kByteCount = 256;
 constexpr unsigned kByteMask = 0xFF;
-constexpr std::size_t kAtOnce = 8; // bytes that are taken in one step
+constexpr std::size_t kStep = 8; // bytes that are taken in one step
 
-using Row = std::array<std::uint16_t, kBytes>;
+using ChecksumRow = std::array<std::uint16_t, kByteCount>;
 
-// Row n: what a byte makes of the checksum n bytes later.
-constexpr std::array<Row, kAtOnce> makeRows()
+// ChecksumRow n: what a byte makes of the checksum n bytes later.
+constexpr std::array<ChecksumRow, kStep> makeChecksumRows()
 {
-    std::array<Row, kAtOnce> rows {};
-    for (unsigned byte = 0; byte < kBytes; ++byte) {
+    std::array<ChecksumRow, kStep> rows {};
+    for (unsigned byte = 0; byte < kByteCount; ++byte) {
         unsigned value = byte;
         for (unsigned bit = 0; bit < kByteBits; ++bit) {
             value = (value & 1U) != 0 ? (value >> 1U) ^ kPolynomial : value >> 1U;
         }
         rows[0][byte] = static_cast<std::uint16_t>(value);
     }
-    for (std::size_t row = 1; row < kAtOnce; ++row) {
-        for (std::size_t byte = 0; byte < kBytes; ++byte) {
+    for (std::size_t row = 1; row < kStep; ++row) {
+        for (std::size_t byte = 0; byte < kByteCount; ++byte) {
             const unsigned before = rows[row - 1][byte];
             rows[row][byte]
                 = static_cast<std::uint16_t>((before >> kByteBits) ^ rows[0][before & kByteMask]);
@@ -36,7 +35,7 @@ constexpr std::array<Row, kAtOnce> makeRows()
     return rows;
 }
 
-constexpr std::array<Row, kAtOnce> kRows = makeRows();
+constexpr std::array<ChecksumRow, kStep> kChecksumRows = makeChecksumRows();
 
 } // namespace
 
@@ -45,15 +44,15 @@ std::uint16_t checksum(std::string_view bytes, std::uint16_t start)
     unsigned value = start;
     const auto* at = reinterpret_cast<const unsigned char*>(bytes.data());
     std::size_t left = bytes.size();
-    for (; left >= kAtOnce; left -= kAtOnce, at += kAtOnce) {
-        unsigned next = kRows[7][at[0] ^ (value & kByteMask)];
-        next ^= kRows[6][at[1] ^ (value >> kByteBits)];
-        next ^= kRows[5][at[2]] ^ kRows[4][at[3]] ^ kRows[3][at[4]];
-        next ^= kRows[2][at[5]] ^ kRows[1][at[6]] ^ kRows[0][at[7]];
+    for (; left >= kStep; left -= kStep, at += kStep) {
+        unsigned next = kChecksumRows[7][at[0] ^ (value & kByteMask)];
+        next ^= kChecksumRows[6][at[1] ^ (value >> kByteBits)];
+        next ^= kChecksumRows[5][at[2]] ^ kChecksumRows[4][at[3]] ^ kChecksumRows[3][at[4]];
+        next ^= kChecksumRows[2][at[5]] ^ kChecksumRows[1][at[6]] ^ kChecksumRows[0][at[7]];
         value = next;
     }
     for (; left != 0; --left, ++at) {
-        value = (value >> kByteBits) ^ kRows[0][(*at ^ value) & kByteMask];
+        value = (value >> kByteBits) ^ kChecksumRows[0][(*at ^ value) & kByteMask];
     }
     return static_cast<std::uint16_t>(value);
 }

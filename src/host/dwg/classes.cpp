@@ -11,12 +11,12 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr Sentinels kSentinels = {kClassesBegin, kClassesEnd};
+constexpr Sentinels kClassSentinels = {kClassesBegin, kClassesEnd};
 
 constexpr std::uint16_t kEntityKind = 0x1F2;
 constexpr std::uint16_t kObjectKind = 0x1F3;
 
-template<class Io> void head(Io& io, std::uint16_t& mostNumber)
+template<class Io> void headOfClasses(Io& io, std::uint16_t& mostNumber)
 {
     if (io.since(r2004)) {
         std::uint16_t unknown = 0;
@@ -52,7 +52,7 @@ constexpr int kDxfName = 1;
 constexpr int kCppName = 2;
 constexpr int kApplication = 3;
 constexpr int kProxyFlags = 90;
-constexpr int kCount = 91;
+constexpr int kInstances = 91;
 constexpr int kWasZombie = 280;
 constexpr int kIsEntity = 281;
 
@@ -60,13 +60,13 @@ constexpr int kIsEntity = 281;
 
 std::optional<std::vector<ClassInfo>> decodeClasses(std::string_view section, const FileForm& form)
 {
-    auto streams = openSection(section, kSentinels, form);
+    auto streams = openSection(section, kClassSentinels, form);
     if (!streams) {
         return std::nullopt;
     }
     FieldsFromBits io(form, Handle::none, *streams);
     std::uint16_t mostNumber = 0;
-    head(io, mostNumber);
+    headOfClasses(io, mostNumber);
     std::vector<ClassInfo> classes;
     while (io.isGood() && io.streams().data.left() >= kByteBits) {
         fields(io, classes.emplace_back());
@@ -82,11 +82,11 @@ std::string encodeClasses(const std::vector<ClassInfo>& classes, const FileForm&
     for (const ClassInfo& info : classes) {
         mostNumber = std::max(mostNumber, static_cast<std::uint16_t>(info.number));
     }
-    head(io, mostNumber);
+    headOfClasses(io, mostNumber);
     for (ClassInfo info : classes) {
         fields(io, info);
     }
-    return closeSection(io, kSentinels, form, former);
+    return closeSection(io, kClassSentinels, form, former);
 }
 
 Groups classToGroups(const ClassInfo& described, DrawingVersion version)
@@ -98,7 +98,7 @@ Groups classToGroups(const ClassInfo& described, DrawingVersion version)
     groups.add(Group(kApplication, GroupValue(described.application.value)));
     groups.add(Group(kProxyFlags, described.proxyFlags));
     if (version >= r2004) {
-        groups.add(Group(kCount, described.count));
+        groups.add(Group(kInstances, described.count));
     }
     groups.add(Group(kWasZombie, described.wasZombie ? 1 : 0));
     groups.add(Group(kIsEntity, described.isEntity ? 1 : 0));
@@ -113,7 +113,7 @@ ClassInfo classFromGroups(const Groups& groups)
     info.cppName.set(groups.text(kCppName, body));
     info.application.set(groups.text(kApplication, body));
     info.proxyFlags = static_cast<int>(groups.integer(kProxyFlags, body));
-    info.count = static_cast<std::int32_t>(groups.integer(kCount, body));
+    info.count = static_cast<std::int32_t>(groups.integer(kInstances, body));
     info.wasZombie = groups.integer(kWasZombie, body) != 0;
     info.isEntity = groups.integer(kIsEntity, body) != 0;
     return info;

@@ -7,7 +7,7 @@ namespace corma::host::dwg {
 namespace {
 
 // The kinds of items, as the byte ahead of each says; a group has 1000 more.
-enum Item : std::uint8_t
+enum DataItem : std::uint8_t
 {
     kText = 0,
     kBrace = 2,
@@ -24,8 +24,6 @@ enum Item : std::uint8_t
 
 constexpr std::size_t kMostOfData = 0xFFFF;
 constexpr std::size_t kMostOfShortText = 0xFF;
-constexpr int kAxis = 10;
-constexpr unsigned kUnicodeSize = 2;
 
 // A handle has all of its bytes here, the highest first.
 Handle handleOf(BitReader& from)
@@ -83,7 +81,7 @@ private:
         const unsigned item = m_from.byte();
         if (item >= kFirstPoint && item <= kLastPoint) {
             for (int axis = 0; axis < 3; ++axis) {
-                add(static_cast<int>(item) + axis * kAxis, m_from.rawDouble());
+                add(static_cast<int>(item) + axis * kCoordinateStep, m_from.rawDouble());
             }
             return true;
         }
@@ -178,7 +176,8 @@ private:
         const int first = groups[at].code;
         m_to.rawDouble(groups[at].real());
         for (int axis = 1; axis < kAxes; ++axis) {
-            const bool isThere = at + 1 < end && groups[at + 1].code == first + axis * kAxis;
+            const bool isThere
+                = at + 1 < end && groups[at + 1].code == first + axis * kCoordinateStep;
             at += isThere ? 1 : 0;
             m_to.rawDouble(isThere ? groups[at].real() : 0.0);
         }

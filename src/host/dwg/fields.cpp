@@ -43,7 +43,6 @@ bool isUsualExtrusion(const Point& value)
         && value.z == 1.0;
 }
 
-constexpr std::size_t kUnicodeSize = 2;
 constexpr char32_t kSurrogateMask = 0xFC00;
 constexpr char32_t kHighSurrogate = 0xD800;
 constexpr char32_t kLowSurrogate = 0xDC00;

@@ -7,7 +7,6 @@ namespace corma::host::dwg {
 namespace {
 
 constexpr double kHalfTurn = 180.0; // degrees
-constexpr int kAxis = 10; // between the codes of the coordinates of a point
 
 } // namespace
 
@@ -36,14 +35,14 @@ double radiansFrom(double degrees)
 void FieldsToGroups::point(int code, const Point& value)
 {
     real(code, value.x);
-    real(code + kAxis, value.y);
-    real(code + 2 * kAxis, value.z);
+    real(code + kCoordinateStep, value.y);
+    real(code + 2 * kCoordinateStep, value.z);
 }
 
 void FieldsToGroups::point2(int code, const Point2& value)
 {
     real(code, value.x);
-    real(code + kAxis, value.y);
+    real(code + kCoordinateStep, value.y);
 }
 
 void FieldsToGroups::named(int code, const Ref& value, TableKind /*table*/, std::wstring_view usual)
@@ -109,7 +108,7 @@ void FieldsFromGroups::angle(int code, double& value, double usual)
 void FieldsFromGroups::point2(int code, Point2& value)
 {
     value.x = m_groups->real(code, m_range);
-    value.y = m_groups->real(code + kAxis, m_range);
+    value.y = m_groups->real(code + kCoordinateStep, m_range);
 }
 
 bool FieldsFromGroups::isNamed(int code, const Ref& value, std::wstring_view usual) const

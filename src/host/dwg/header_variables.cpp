@@ -18,7 +18,7 @@ using namespace header;
 
 namespace {
 
-constexpr Sentinels kSentinels = {kVariablesBegin, kVariablesEnd};
+constexpr Sentinels kVariableSentinels = {kVariablesBegin, kVariablesEnd};
 
 // --- how they stand in groups --------------------------------------------------------------------
 
@@ -323,7 +323,6 @@ constexpr Variable kVariables[] = {
 
 constexpr std::wstring_view kFlags = L"flags"; // of those that share a number
 constexpr std::uint32_t kWeightMask = 0x1F;
-constexpr std::uint32_t kRgbMask = 0xFFFFFF;
 constexpr int kTrueColor = 420;
 
 } // namespace
@@ -482,7 +481,7 @@ template<class Io> void HeaderVariables::fields(Io& io)
 
 std::optional<HeaderVariables> HeaderVariables::read(std::string_view section, const FileForm& form)
 {
-    const auto streams = openSection(section, kSentinels, form);
+    const auto streams = openSection(section, kVariableSentinels, form);
     if (!streams) {
         return std::nullopt;
     }
@@ -503,7 +502,7 @@ std::string HeaderVariables::bytes() const
     FieldsToBits io(*m_form, Handle::none);
     const_cast<HeaderVariables*>(this)->fields(io); // NOLINT(cppcoreguidelines-pro-type-const-cast)
     (m_form->hasUnicode() ? io.handleBits() : io.data()).append(m_rest);
-    return closeSection(io, kSentinels, *m_form, {});
+    return closeSection(io, kVariableSentinels, *m_form, {});
 }
 
 const HeaderVariables::Value* HeaderVariables::find(std::wstring_view name) const
@@ -649,7 +648,7 @@ void colorToGroups(int code, const Color& color, FieldsToGroups& io)
 {
     io.integer(code, indexOf(color, io.version()));
     if (code == code::color && io.since(r2004) && isTrueColor(color.rgb)) {
-        io.integer(kTrueColor, color.rgb & kRgbMask);
+        io.integer(kTrueColor, color.rgb & Color::kRgbMask);
     }
 }
 

@@ -23,11 +23,10 @@ constexpr std::array<std::string_view, kWholeRun> kGroups = {
 // are the number of literal bytes behind it.
 constexpr unsigned kKindBits = 4;
 constexpr unsigned kLowMask = 0x0F;
-constexpr unsigned kFewMask = 0x07;
+constexpr unsigned kRestMask = 0x07;
 constexpr unsigned kHighMask = 0xF8;
-constexpr unsigned kByteBits = 8;
 
-enum Kind : unsigned
+enum Opcode : unsigned
 {
     medium = 0, // a run of literal bytes unless it stands behind one
     brief = 1,
@@ -69,12 +68,12 @@ private:
     std::size_t begin()
     {
         m_opcode = m_input.next();
-        if (m_opcode >> kKindBits != Kind::far) {
+        if (m_opcode >> kKindBits != Opcode::far) {
             return 0;
         }
         m_input.next();
         m_input.next();
-        return m_input.next() & kFewMask;
+        return m_input.next() & kRestMask;
     }
 
     std::size_t runLength()
@@ -135,15 +134,15 @@ private:
             if (!repeat()) {
                 return false;
             }
-            literals = m_opcode & kFewMask;
+            literals = m_opcode & kRestMask;
             if (literals != 0 || m_input.left() == 0) {
                 return true;
             }
             m_opcode = m_input.next();
-            if (m_opcode >> kKindBits == Kind::medium) {
+            if (m_opcode >> kKindBits == Opcode::medium) {
                 return true;
             }
-            if (m_opcode >> kKindBits == Kind::mediumAgain) {
+            if (m_opcode >> kKindBits == Opcode::mediumAgain) {
                 m_opcode &= kLowMask;
             }
         }
@@ -154,10 +153,10 @@ private:
         std::size_t length = 0;
         std::size_t away = 0;
         switch (m_opcode >> kKindBits) {
-        case Kind::medium:
+        case Opcode::medium:
             readMedium(length, away);
             break;
-        case Kind::brief: {
+        case Opcode::brief: {
             constexpr std::size_t kBase = 3;
             length = (m_opcode & kLowMask) + kBase;
             away = m_input.next();
@@ -165,7 +164,7 @@ private:
             away += ((m_opcode & kHighMask) << 5U) + 1;
             break;
         }
-        case Kind::far:
+        case Opcode::far:
             readFar(length, away);
             break;
         default:
@@ -195,7 +194,7 @@ private:
         constexpr unsigned kLongBit = 0x08;
         constexpr std::size_t kLongBase = 0x100;
         const bool isLong = (m_opcode & kLongBit) != 0;
-        length = m_opcode & kFewMask;
+        length = m_opcode & kRestMask;
         away = nextTwo();
         if (isLong) {
             ++away;

@@ -16,8 +16,6 @@ namespace {
 
 constexpr std::size_t kSectionCount = 6;
 constexpr std::uint16_t kHeadMask = 0x8461; // of as many sections
-constexpr std::size_t kLocatorSize = 9;
-constexpr std::size_t kLocatorsAt = 0x19;
 constexpr std::size_t kHeadSize = kLocatorsAt + kSectionCount * kLocatorSize + 2 + kSentinelSize;
 constexpr std::uint16_t kReleaseNumber = 23; // of R2000, in places that are not meant for people
 constexpr std::uint8_t kMaintenance = 6;

@@ -13,7 +13,7 @@ namespace corma::host::dwg {
 
 namespace {
 
-struct Release
+struct NewRelease
 {
     DrawingVersion version = DrawingVersion::unknown;
     const char* begin = nullptr; // of the file
@@ -21,12 +21,12 @@ struct Release
     std::uint8_t maintenance = 0; // of the last programs that wrote it as their own
 };
 
-constexpr std::array kReleases = {
+constexpr std::array kNewReleases = {
     // clang-format off
-    Release {DrawingVersion::r2004, "AC1018", 25, 104},
-    Release {DrawingVersion::r2010, "AC1024", 29, 226},
-    Release {DrawingVersion::r2013, "AC1027", 31, 106},
-    Release {DrawingVersion::r2018, "AC1032", 33, 0},
+    NewRelease {DrawingVersion::r2004, "AC1018", 25, 104},
+    NewRelease {DrawingVersion::r2010, "AC1024", 29, 226},
+    NewRelease {DrawingVersion::r2013, "AC1027", 31, 106},
+    NewRelease {DrawingVersion::r2018, "AC1032", 33, 0},
     // clang-format on
 };
 
@@ -44,7 +44,7 @@ void addDate(std::string& bytes)
 }
 
 // Counted with the zero at its end; from R2007 on of two bytes each.
-void addText(std::string_view text, const Release& release, std::string& bytes)
+void addText(std::string_view text, const NewRelease& release, std::string& bytes)
 {
     const bool isWide = release.version > DrawingVersion::r2004;
     addNumber(static_cast<std::uint16_t>(text.size() + 1), bytes);
@@ -55,7 +55,7 @@ void addText(std::string_view text, const Release& release, std::string& bytes)
     addZeros(isWide ? 2 : 1, bytes);
 }
 
-void addVersion(const Release& release, std::string& bytes)
+void addVersion(const NewRelease& release, std::string& bytes)
 {
     addNumber(release.number, bytes);
     if (release.version >= DrawingVersion::r2018) {
@@ -65,7 +65,7 @@ void addVersion(const Release& release, std::string& bytes)
     }
 }
 
-std::string auxiliary(const Release& release)
+std::string auxiliary(const NewRelease& release)
 {
     constexpr std::string_view kBegin = "\xFF\x77\x01";
     constexpr std::uint32_t kAlways = 0xFFFFFFFF;
@@ -96,7 +96,7 @@ std::string auxiliary(const Release& release)
     return bytes;
 }
 
-std::string freeSpace(const Release& release)
+std::string freeSpace(const NewRelease& release)
 {
     constexpr std::array<std::uint64_t, 4> kUnknown = {0x32, 0x64, 0x200, 0xFFFFFFFF};
     const bool isLong = release.version > DrawingVersion::r2004; // each number is of twice the size
@@ -115,7 +115,7 @@ std::string freeSpace(const Release& release)
     return bytes;
 }
 
-std::string templateText(const Release& release)
+std::string templateText(const NewRelease& release)
 {
     constexpr std::uint16_t kMetric = 1;
     std::string bytes;
@@ -128,7 +128,7 @@ std::string templateText(const Release& release)
     return bytes;
 }
 
-std::string summary(const Release& release)
+std::string summary(const NewRelease& release)
 {
     constexpr std::size_t kTexts = 8; // title, subject, author and others
     constexpr std::size_t kTimeSize = 8; // of editing
@@ -144,7 +144,7 @@ std::string summary(const Release& release)
     return bytes;
 }
 
-std::string preview(const Release& /*release*/)
+std::string preview(const NewRelease& /*release*/)
 {
     std::string bytes(kPictureBegin);
     addNumber<std::uint32_t>(1, bytes); // bytes up to the end
@@ -152,17 +152,17 @@ std::string preview(const Release& /*release*/)
     return bytes += kPictureEnd;
 }
 
-std::string appInfo(const Release& /*release*/)
+std::string appInfo(const NewRelease& /*release*/)
 {
     constexpr std::uint32_t kForm = 3; // whose texts are of two bytes each in all releases
     std::string bytes;
     addNumber(kForm, bytes);
-    addText("AppInfoDataList", kReleases.back(), bytes);
+    addText("AppInfoDataList", kNewReleases.back(), bytes);
     addNumber<std::uint32_t>(0, bytes); // entries
     return bytes;
 }
 
-std::string fileDependencies(const Release& /*release*/)
+std::string fileDependencies(const NewRelease& /*release*/)
 {
     std::string bytes;
     addNumber<std::uint32_t>(0, bytes); // kinds of files
@@ -170,7 +170,7 @@ std::string fileDependencies(const Release& /*release*/)
     return bytes;
 }
 
-std::string history(const Release& /*release*/)
+std::string history(const NewRelease& /*release*/)
 {
     std::string bytes;
     for (const std::uint32_t number : {0U, 0U, 1U, 0U}) {
@@ -179,7 +179,7 @@ std::string history(const Release& /*release*/)
     return bytes;
 }
 
-std::string nothingYet(const Release& /*release*/)
+std::string nothingYet(const NewRelease& /*release*/)
 {
     return {};
 }
@@ -189,13 +189,13 @@ struct Row
     std::string_view name;
     Section::Form form = Section::Form::compressed;
     std::uint32_t encrypted = 0;
-    std::string (*content)(const Release&) = nullptr;
+    std::string (*content)(const NewRelease&) = nullptr;
 };
 
 using enum Section::Form;
 
 // In the order of the section map. The numbers of the sections count down to 1.
-constexpr std::array kRows = {
+constexpr std::array kNewSections = {
     // clang-format off
     Row {section::kFileDependencies, plain,      2, fileDependencies},
     Row {section::kAppInfo,          plain,      0, appInfo},
@@ -212,7 +212,7 @@ constexpr std::array kRows = {
     // clang-format on
 };
 
-PagedContainer::Made made(const Row& row, std::uint32_t id, const Release& release)
+PagedContainer::Made made(const Row& row, std::uint32_t id, const NewRelease& release)
 {
     constexpr std::size_t kPlainStep = 0x80;
     PagedContainer::Made made;
@@ -229,20 +229,20 @@ PagedContainer::Made made(const Row& row, std::uint32_t id, const Release& relea
     return made;
 }
 
-std::vector<PagedContainer::Made> sections(const Release& release)
+std::vector<PagedContainer::Made> sections(const NewRelease& release)
 {
     std::vector<PagedContainer::Made> all;
     Row empty; // every file has it, with the number 0
     empty.content = nothingYet;
     all.push_back(made(empty, 0, release));
-    auto id = static_cast<std::uint32_t>(kRows.size());
-    for (const Row& row : kRows) {
+    auto id = static_cast<std::uint32_t>(kNewSections.size());
+    for (const Row& row : kNewSections) {
         all.push_back(made(row, id--, release));
     }
     return all;
 }
 
-std::string headOf(const Release& release, int codePage)
+std::string headOf(const NewRelease& release, int codePage)
 {
     constexpr char kUnknown = 3;
     constexpr std::size_t kUnknownAt = 0x0C;
@@ -268,9 +268,9 @@ std::string headOf(const Release& release, int codePage)
 std::unique_ptr<Container> newPagedContainer(DrawingVersion version, int codePage)
 {
     const auto* const release
-        = std::find_if(kReleases.begin(), kReleases.end(),
-                       [&](const Release& row) { return row.version == version; });
-    if (release == kReleases.end()) {
+        = std::find_if(kNewReleases.begin(), kNewReleases.end(),
+                       [&](const NewRelease& row) { return row.version == version; });
+    if (release == kNewReleases.end()) {
         return nullptr;
     }
     auto container = std::make_unique<PagedContainer>();

@@ -8,8 +8,6 @@ namespace {
 
 constexpr std::size_t kMostOfPiece = 2032; // bytes with the length ahead
 constexpr std::size_t kLengthSize = 2;
-constexpr std::size_t kChecksumSize = 2;
-constexpr unsigned kByteBits = 8;
 constexpr unsigned kMore = 0x80; // another byte follows
 constexpr unsigned kValueMask = 0x7F;
 constexpr unsigned kValueBits = 7;

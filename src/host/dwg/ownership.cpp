@@ -6,8 +6,8 @@ namespace {
 
 constexpr std::wstring_view kModelSpace = L"*Model_Space";
 constexpr std::wstring_view kPaperSpace = L"*Paper_Space";
-constexpr std::wstring_view kByBlock = L"ByBlock";
-constexpr std::wstring_view kByLayer = L"ByLayer";
+constexpr std::wstring_view kLinetypeByBlock = L"ByBlock";
+constexpr std::wstring_view kLinetypeByLayer = L"ByLayer";
 
 Handle handleOf(const AcDbStub* stub)
 {
@@ -108,8 +108,8 @@ void Ownership::ownEntries(AcDbStub& /*table*/, TableKind kind, Surroundings& ar
 {
     const bool isBlocks = kind == kBlockTable;
     const bool isLinetypes = kind == TableKind::linetype;
-    const std::wstring first = foldedName(isBlocks ? kModelSpace : kByBlock);
-    const std::wstring second = foldedName(isBlocks ? kPaperSpace : kByLayer);
+    const std::wstring first = foldedName(isBlocks ? kModelSpace : kLinetypeByBlock);
+    const std::wstring second = foldedName(isBlocks ? kPaperSpace : kLinetypeByLayer);
     for (AcDbStub* at = m_store.firstEntry(kind); at != nullptr;
          at = m_store.entryBehind(kind, *at)) {
         if (!isWritten(*at)) {

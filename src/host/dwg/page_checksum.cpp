@@ -10,30 +10,30 @@ constexpr std::uint32_t kModulus = 0xFFF1;
 constexpr unsigned kHalfBits = 16;
 constexpr std::uint32_t kHalfMask = 0xFFFF;
 constexpr std::size_t kMostUnreduced = 5552; // bytes after which a sum might overflow
-constexpr std::size_t kAtOnce = 16;
+constexpr std::size_t kBlockSize = 16;
 
-struct Sums
+struct PageSums
 {
     std::uint32_t plain = 0;
     std::uint32_t weighted = 0; // each byte as often as there are bytes from it to the end
 };
 
 // Without a dependency from byte to byte, so that the compiler can take all of them at once.
-void addBlock(Sums& sums, const unsigned char* at)
+void addBlock(PageSums& sums, const unsigned char* at)
 {
     std::uint32_t plain = 0;
     std::uint32_t weighted = 0;
-    for (std::size_t i = 0; i < kAtOnce; ++i) {
+    for (std::size_t i = 0; i < kBlockSize; ++i) {
         plain += at[i];
-        weighted += static_cast<std::uint32_t>(kAtOnce - i) * at[i];
+        weighted += static_cast<std::uint32_t>(kBlockSize - i) * at[i];
     }
-    sums.weighted += static_cast<std::uint32_t>(kAtOnce) * sums.plain + weighted;
+    sums.weighted += static_cast<std::uint32_t>(kBlockSize) * sums.plain + weighted;
     sums.plain += plain;
 }
 
-void addPiece(Sums& sums, const unsigned char* at, std::size_t size)
+void addPiece(PageSums& sums, const unsigned char* at, std::size_t size)
 {
-    for (; size >= kAtOnce; size -= kAtOnce, at += kAtOnce) {
+    for (; size >= kBlockSize; size -= kBlockSize, at += kBlockSize) {
         addBlock(sums, at);
     }
     for (; size != 0; --size, ++at) {
@@ -57,14 +57,13 @@ constexpr std::array<unsigned char, kMaskSize> makeMask()
     return mask;
 }
 
-constexpr std::size_t kBytes = 256;
+constexpr std::size_t kByteValues = 256;
 
-constexpr std::array<std::uint32_t, kBytes> makeHeaderRow()
+constexpr std::array<std::uint32_t, kByteValues> makeHeaderRow()
 {
     constexpr std::uint32_t kPolynomial = 0xEDB88320; // bits from the lowest on
-    constexpr unsigned kByteBits = 8;
-    std::array<std::uint32_t, kBytes> row {};
-    for (std::uint32_t byte = 0; byte < kBytes; ++byte) {
+    std::array<std::uint32_t, kByteValues> row {};
+    for (std::uint32_t byte = 0; byte < kByteValues; ++byte) {
         std::uint32_t value = byte;
         for (unsigned bit = 0; bit < kByteBits; ++bit) {
             value = (value & 1U) != 0 ? (value >> 1U) ^ kPolynomial : value >> 1U;
@@ -80,7 +79,7 @@ constexpr std::array<unsigned char, kMaskSize> kMask = makeMask();
 
 std::uint32_t pageChecksum(std::uint32_t start, std::string_view bytes)
 {
-    Sums sums {.plain = start & kHalfMask, .weighted = start >> kHalfBits};
+    PageSums sums {.plain = start & kHalfMask, .weighted = start >> kHalfBits};
     const auto* const begin = reinterpret_cast<const unsigned char*>(bytes.data());
     for (std::size_t at = 0; at < bytes.size(); at += kMostUnreduced) {
         addPiece(sums, begin + at, std::min(kMostUnreduced, bytes.size() - at));
@@ -90,8 +89,7 @@ std::uint32_t pageChecksum(std::uint32_t start, std::string_view bytes)
 
 std::uint32_t headerChecksum(std::string_view bytes)
 {
-    static constexpr std::array<std::uint32_t, kBytes> kRow = makeHeaderRow();
-    constexpr unsigned kByteBits = 8;
+    static constexpr std::array<std::uint32_t, kByteValues> kRow = makeHeaderRow();
     constexpr std::uint32_t kByteMask = 0xFF;
     std::uint32_t value = ~std::uint32_t {0};
     for (const char byte : bytes) {

@@ -10,9 +10,6 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr std::size_t kChecksumSize = 2;
-constexpr std::size_t kLongSize = 4;
-
 // The size has a second half that is not in use.
 bool hasWideSize(const FileForm& form)
 {
@@ -23,7 +20,7 @@ bool hasWideSize(const FileForm& form)
 
 std::size_t headSize(const FileForm& form)
 {
-    return kSentinelSize + kLongSize + (hasWideSize(form) ? kLongSize : 0);
+    return kSentinelSize + kSizeSize + (hasWideSize(form) ? kSizeSize : 0);
 }
 
 } // namespace

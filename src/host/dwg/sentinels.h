@@ -7,6 +7,9 @@ namespace corma::host::dwg {
 
 inline constexpr std::size_t kSentinelSize = 16;
 
+// Bytes of the number behind a first sentinel: how much follows up to the last one.
+inline constexpr std::size_t kSizeSize = 4;
+
 // The bytes that stand ahead of the parts of a file and behind them.
 inline constexpr std::string_view
     kHeadEnd("\x95\xA0\x4E\x28\x99\x82\x1A\xE5\x5E\x41\xE0\x5F\x9D\x3A\x4D\x00", kSentinelSize);

@@ -6,10 +6,6 @@ namespace corma::host::dwg {
 
 namespace {
 
-constexpr unsigned kWordBits = 15; // of the size of the texts, in each of its words
-constexpr unsigned kWordMask = 0x7FFF;
-constexpr unsigned kMoreWords = 0x8000;
-
 } // namespace
 
 void partStreams(Streams& streams, std::size_t handlesBegin, std::size_t end, bool hasUnicode)

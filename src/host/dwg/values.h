@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/color_index.h"
 #include "host/model/DrawingFormat.h"
 #include "host/model/Group.h"
 
@@ -60,13 +61,13 @@ struct Ref
 /// A color: a number of the palette or, from R2004 on, red, green and blue or one from a book.
 struct Color
 {
-    static constexpr int kByLayer = 256;
+    static constexpr std::uint32_t kRgbMask = 0xFFFFFF;
 
     static constexpr std::uint16_t kHasRgb = 0x8000; // of the flags
     static constexpr std::uint16_t kHasBookColor = 0x4000;
     static constexpr std::uint16_t kHasTransparency = 0x2000;
 
-    std::int16_t index = kByLayer;
+    std::int16_t index = kColorByLayer;
     std::uint16_t flags = 0; // of an entity from R2004 on: what it has
     std::uint32_t rgb = 0; // with the way it is meant in the upper byte
     std::uint32_t transparency = 0;

@@ -28,7 +28,6 @@ constexpr std::array kNamed = {
     NamedConverter {"macroman", "macintosh"},
 };
 
-constexpr char32_t kGreatestCharacter = 0x10FFFF;
 constexpr std::string_view kIsoPrefix = "iso8859";
 constexpr std::string_view kDigits = "0123456789";
 

@@ -12,7 +12,6 @@ namespace corma::host::dxf {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n";
-constexpr int kCommentCode = 999;
 
 // Whole numbers are aligned where the first code of fewer digits than the column has is.
 bool alignsNumbers(std::string_view bytes)
@@ -110,7 +109,7 @@ bool isDxf(std::string_view bytes)
     }
     TextTags tags(bytes.substr(prefaceOf(bytes)));
     while (tags.next() == Step::group) {
-        if (tags.code() != kCommentCode) {
+        if (tags.code() != code::comment) {
             const std::string_view first = trimmed(tags.value());
             return tags.code() == code::type && (first == "SECTION" || first == "EOF");
         }

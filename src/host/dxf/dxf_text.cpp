@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::wstring_view kUnicode = L"\\U+";
 constexpr std::wstring_view kMultiByte = L"\\M+";
-constexpr std::size_t kDigits = 4;
+constexpr std::size_t kEscapeDigits = 4;
 constexpr wchar_t kBackslash = L'\\';
 constexpr wchar_t kCaret = L'^';
 constexpr wchar_t kFirstControlLetter = L'@'; // stands for the character 0
@@ -20,7 +20,6 @@ constexpr wchar_t kLastControlLetter = L'_'; // 0x1F
 constexpr char32_t kFirstPrintable = U' ';
 constexpr char32_t kReplacement = 0xFFFD;
 constexpr char32_t kFirstSupplementary = 0x10000;
-constexpr char32_t kGreatestCharacter = 0x10FFFF;
 
 // What an escape stands for, and its length.
 struct Escaped
@@ -46,19 +45,19 @@ constexpr char32_t joined(char32_t high, char32_t low)
 
 std::optional<unsigned> hexNumber(std::wstring_view digits)
 {
-    const auto number = digits.size() == kDigits ? handleFrom(digits) : std::nullopt;
+    const auto number = digits.size() == kEscapeDigits ? handleFrom(digits) : std::nullopt;
     return number ? std::optional(static_cast<unsigned>(*number)) : std::nullopt;
 }
 
 std::optional<unsigned> unicodeUnit(std::wstring_view text)
 {
-    return text.starts_with(kUnicode) ? hexNumber(text.substr(kUnicode.size(), kDigits))
+    return text.starts_with(kUnicode) ? hexNumber(text.substr(kUnicode.size(), kEscapeDigits))
                                       : std::nullopt;
 }
 
 std::optional<Escaped> unicodeEscape(std::wstring_view text)
 {
-    constexpr std::size_t kLength = kUnicode.size() + kDigits;
+    constexpr std::size_t kLength = kUnicode.size() + kEscapeDigits;
     const auto unit = unicodeUnit(text);
     if (!unit) {
         return std::nullopt;
@@ -75,11 +74,11 @@ std::optional<Escaped> unicodeEscape(std::wstring_view text)
 
 std::optional<Escaped> multiByteEscape(std::wstring_view text)
 {
-    constexpr std::size_t kLength = kMultiByte.size() + 1 + kDigits;
+    constexpr std::size_t kLength = kMultiByte.size() + 1 + kEscapeDigits;
     if (!text.starts_with(kMultiByte) || text.size() < kLength || text[kMultiByte.size()] > L'~') {
         return std::nullopt;
     }
-    const auto number = hexNumber(text.substr(kLength - kDigits, kDigits));
+    const auto number = hexNumber(text.substr(kLength - kEscapeDigits, kEscapeDigits));
     const auto page
         = number ? CodePage::ofEscape(static_cast<char>(text[kMultiByte.size()])) : std::nullopt;
     if (!page) {

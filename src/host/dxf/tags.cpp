@@ -8,7 +8,6 @@ namespace corma::host::dxf {
 
 namespace {
 
-constexpr int kCommentCode = 999;
 constexpr char kLongCodeMark = '\xFF'; // the code stands in the next two bytes
 
 // Sizes of values in binary files that no value has.
@@ -177,8 +176,8 @@ BinaryTags::Codes codesOf(std::string_view bytes)
         return BinaryTags::Codes::ofTwoBytes;
     }
     const int code = unsignedNumber(bytes.substr(0, 2));
-    return code == 0 || code == kCommentCode ? BinaryTags::Codes::ofTwoBytes
-                                             : BinaryTags::Codes::ofOneByte;
+    return code == 0 || code == code::comment ? BinaryTags::Codes::ofTwoBytes
+                                              : BinaryTags::Codes::ofOneByte;
 }
 
 int BinaryTags::smallNumber() const

@@ -43,8 +43,6 @@ constexpr auto kKindOfEach = [] {
     return kinds;
 }();
 
-constexpr int kCoordinateStep = 10; // from the code of x to that of y, and on to z
-
 template<class Character> std::optional<Handle> parseHandle(std::basic_string_view<Character> text)
 {
     constexpr std::size_t kMostDigits = 16;

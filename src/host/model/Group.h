@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <numbers>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -48,17 +49,31 @@ inline constexpr int name = 2;
 inline constexpr int linetype = 6;
 inline constexpr int layer = 8;
 inline constexpr int variable = 9; // name of a header variable
+inline constexpr int position = 10; // its x
+inline constexpr int thickness = 39;
+inline constexpr int bulge = 42;
+inline constexpr int rotation = 50;
 inline constexpr int color = 62;
 inline constexpr int paperSpace = 67;
 inline constexpr int flags = 70;
 inline constexpr int subclass = 100;
 inline constexpr int embeddedObject = 101;
 inline constexpr int braces = 102; // "{NAME" opens, "}" closes
+inline constexpr int normal = 210;
 inline constexpr int owner = 330;
+inline constexpr int layoutName = 410;
+inline constexpr int comment = 999;
 inline constexpr int firstExtended = 1000;
 inline constexpr int application = 1001; // begins the extended data of one application
 inline constexpr int extendedHandle = 1005;
 } // namespace code
+
+/// What begins the part of a record that all entities have.
+inline constexpr wchar_t kEntityMarker[] = L"AcDbEntity";
+
+inline constexpr int kCoordinateStep = 10; // from the code of x to that of y, and on to z
+
+inline constexpr double kRadians = std::numbers::pi / 180.0; // of a degree, which groups count in
 
 /// Text; a real number; a whole number or flag; a handle; bytes.
 using GroupValue = std::variant<std::wstring, double, std::int64_t, Handle, std::string>;

@@ -61,11 +61,6 @@ std::size_t slotOf(Handle handle, std::size_t mask)
     return static_cast<std::size_t>(place << kTogetherBits | (number & kTogetherMask)) & mask;
 }
 
-bool isDictionary(const AcDbStub& stub)
-{
-    return stub.type == RecordType::dictionary || stub.type == RecordType::dictionaryWithDefault;
-}
-
 } // namespace
 
 Store::Store(AcDbDatabase* database)

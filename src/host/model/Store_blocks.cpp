@@ -141,7 +141,7 @@ std::vector<Group> newBlockBegin(const std::wstring& name, bool hasSubclasses)
     constexpr int kReferencePath = 1;
     std::vector<Group> groups = {{code::type, L"BLOCK"}};
     if (hasSubclasses) {
-        groups.emplace_back(code::subclass, L"AcDbEntity");
+        groups.emplace_back(code::subclass, kEntityMarker);
     }
     groups.emplace_back(code::layer, L"0");
     if (hasSubclasses) {
@@ -164,7 +164,7 @@ std::vector<Group> newBlockEnd(bool hasSubclasses)
 {
     std::vector<Group> groups = {{code::type, L"ENDBLK"}};
     if (hasSubclasses) {
-        groups.emplace_back(code::subclass, L"AcDbEntity");
+        groups.emplace_back(code::subclass, kEntityMarker);
     }
     groups.emplace_back(code::layer, L"0");
     if (hasSubclasses) {

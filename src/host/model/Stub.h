@@ -95,3 +95,12 @@ public:
     // subEntity, the table of an entry. Null where the place does not say it.
     AcDbStub* container = nullptr;
 };
+
+namespace corma::host {
+
+inline bool isDictionary(const AcDbStub& stub)
+{
+    return stub.type == RecordType::dictionary || stub.type == RecordType::dictionaryWithDefault;
+}
+
+} // namespace corma::host

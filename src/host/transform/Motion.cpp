@@ -13,7 +13,7 @@ constexpr double kTurnNoise = 1e-12; // degrees
 constexpr double kAxisNoise = 1e-15;
 constexpr double kSameShape = 1e-9;
 
-double withoutNoise(double value, double noise)
+double roundedWithin(double noise, double value)
 {
     const double whole = std::round(value);
     return std::abs(value - whole) < noise ? whole + 0.0 : value; // without the sign of -0
@@ -41,13 +41,13 @@ double degreesOf(const AcGeVector3d& vector)
 
 double degreesWithoutNoise(double degrees)
 {
-    return withoutNoise(degrees, kTurnNoise);
+    return roundedWithin(kTurnNoise, degrees);
 }
 
 AcGeVector3d withoutNoise(const AcGeVector3d& unit)
 {
-    return {withoutNoise(unit.x, kAxisNoise), withoutNoise(unit.y, kAxisNoise),
-            withoutNoise(unit.z, kAxisNoise)};
+    return {roundedWithin(kAxisNoise, unit.x), roundedWithin(kAxisNoise, unit.y),
+            roundedWithin(kAxisNoise, unit.z)};
 }
 
 PlaneMotion::PlaneMotion(const AcGeMatrix3d& matrix, const AcGeVector3d& normal,
@@ -69,7 +69,7 @@ PlaneMotion::PlaneMotion(const AcGeMatrix3d& matrix, const AcGeVector3d& normal,
     m_matrix = AcGeMatrix3d().setToWorldToPlane(m_normal) * matrix * toWorld;
     for (unsigned int row = 0; row < 3; ++row) {
         for (unsigned int column = 0; column < 3; ++column) {
-            m_matrix(row, column) = withoutNoise(m_matrix(row, column), kAxisNoise);
+            m_matrix(row, column) = roundedWithin(kAxisNoise, m_matrix(row, column));
         }
     }
 

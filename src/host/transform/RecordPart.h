@@ -10,14 +10,6 @@
 
 namespace corma::host {
 
-// Codes that mean the same in all entities.
-namespace code {
-inline constexpr int thickness = 39;
-inline constexpr int normal = 210;
-} // namespace code
-
-inline constexpr int kCoordinateStep = 10; // from the code of x to that of y
-
 /// The point whose x stands at a position; its other coordinates follow it or are absent.
 AcGePoint3d pointAt(const Groups& groups, std::size_t at, double absentZ = 0.0);
 

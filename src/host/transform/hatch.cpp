@@ -71,7 +71,6 @@ constexpr HatchRule kRules[] = {
 };
 
 constexpr int kElevation = 30;
-constexpr int kBulge = 42;
 constexpr int kIsSolid = 70;
 constexpr int kHasGradient = 450;
 
@@ -118,8 +117,8 @@ bool mayBeStretched(const Groups& groups, GroupRange in)
     HatchPart part = HatchPart::head;
     for (std::size_t at = in.begin; at < in.end; ++at) {
         part = partAt(groups[at], part);
-        const bool isBulge
-            = part == HatchPart::polyline && groups[at].code == kBulge && groups[at].real() != 0.0;
+        const bool isBulge = part == HatchPart::polyline && groups[at].code == code::bulge
+            && groups[at].real() != 0.0;
         if (isBulge || part == HatchPart::arc || part == HatchPart::ellipticArc) {
             return false;
         }

@@ -9,9 +9,7 @@ namespace corma::host {
 
 namespace {
 
-constexpr int kPosition = 10;
 constexpr int kDirection = 11;
-constexpr int kRotation = 50;
 
 void scaleAll(RecordPart& part, std::initializer_list<int> lengths, double factor)
 {
@@ -35,12 +33,12 @@ AcGeVector3d impliedDirection(const AcGeVector3d& normal)
 /// writer left that.
 void moveDirection(RecordPart& part, const Motion& motion, const PlaneMotion& plane)
 {
-    if (part.has(kRotation)) {
-        part.setReal(kRotation, plane.direction(part.real(kRotation)));
+    if (part.has(code::rotation)) {
+        part.setReal(code::rotation, plane.direction(part.real(code::rotation)));
     }
     if (part.has(kDirection)) {
         part.setVector(kDirection, motion.direction(part.vector(kDirection)));
-    } else if (!part.has(kRotation)) {
+    } else if (!part.has(code::rotation)) {
         constexpr double kNoise = 1e-12;
         const AcGeVector3d after
             = withoutNoise(motion.direction(impliedDirection(plane.normalBefore())));
@@ -68,8 +66,8 @@ TextScale stretchedScale(const RecordPart& part, const PlaneMotion& plane)
 {
     AcGeVector3d along = AcGeMatrix3d().setToWorldToPlane(plane.normalBefore())
         * part.vector(kDirection, impliedDirection(plane.normalBefore()));
-    if (part.has(kRotation) && !part.has(kDirection)) {
-        const double angle = part.real(kRotation) * std::numbers::pi / 180.0;
+    if (part.has(code::rotation) && !part.has(kDirection)) {
+        const double angle = part.real(code::rotation) * std::numbers::pi / 180.0;
         along = {std::cos(angle), std::sin(angle), 0.0};
     }
     along = along.normal();
@@ -81,7 +79,7 @@ TextScale stretchedScale(const RecordPart& part, const PlaneMotion& plane)
 /// The groups of an MTEXT, be it an entity or inside an attribute.
 void moveText(RecordPart& part, const Motion& motion, const PlaneMotion& plane, TextScale scale)
 {
-    part.movePoints(kPosition, motion);
+    part.movePoints(code::position, motion);
     moveDirection(part, motion, plane);
     // Width of the frame and of the text; height of letters, of the text, of the frame.
     scaleAll(part, {41, 42}, scale.width);
@@ -144,7 +142,7 @@ Acad::ErrorStatus transformTolerance(Groups& groups, const Motion& motion)
     if (!plane.isSimilar()) {
         return Acad::eCannotScaleNonUniformly;
     }
-    part.movePoints(kPosition, motion);
+    part.movePoints(code::position, motion);
     moveDirection(part, motion, plane);
     part.movePlane(plane);
     return Acad::eOk;

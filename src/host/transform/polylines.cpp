@@ -21,7 +21,6 @@ constexpr std::int64_t kIsPosition = 64; // without it, one of a polyface mesh i
 
 // Widths at the start and the end of a segment, its bulge, the width of all segments.
 constexpr int kStartWidth = 40;
-constexpr int kBulge = 42;
 constexpr int kConstantWidth = 43;
 
 /// Widths and bulges, of which a polyline without them may be stretched. False where it may not.
@@ -37,7 +36,7 @@ bool moveWidthsAndBulges(Groups& groups, GroupRange in, const PlaneMotion& plane
             return false;
         }
         const double bulgeAfter = plane.mirrors() ? -before : before;
-        setRealAt(groups, at, groups[at].code == kBulge ? bulgeAfter : before * plane.scale());
+        setRealAt(groups, at, groups[at].code == code::bulge ? bulgeAfter : before * plane.scale());
     }
     return true;
 }

@@ -10,14 +10,11 @@ namespace {
 
 constexpr int kHeight = 40;
 constexpr int kWidthFactor = 41;
-constexpr int kRotation = 50;
 constexpr int kObliquing = 51;
 constexpr int kGeneration = 71;
 constexpr std::int64_t kBackward = 2;
 constexpr std::int64_t kUpsideDown = 4;
 constexpr int kSecondPoint = 11;
-
-constexpr double kRadians = std::numbers::pi / 180.0;
 
 /// How the letters of a line of text stand in its plane. Angles are in degrees.
 struct Lettering
@@ -33,7 +30,7 @@ Lettering letteringOf(const RecordPart& part)
 {
     return {.height = part.real(kHeight),
             .widthFactor = part.real(kWidthFactor, 1.0),
-            .rotation = part.real(kRotation),
+            .rotation = part.real(code::rotation),
             .obliquing = part.real(kObliquing),
             .generation = part.integer(kGeneration)};
 }
@@ -85,7 +82,7 @@ Lettering stretched(Lettering text, const PlaneMotion& plane)
 void setLettering(RecordPart& part, const Lettering& text)
 {
     part.setReal(kHeight, text.height);
-    part.setReal(kRotation, text.rotation);
+    part.setReal(code::rotation, text.rotation);
     part.setReal(kWidthFactor, text.widthFactor, 1.0);
     part.setReal(kObliquing, text.obliquing);
     part.setInteger(kGeneration, text.generation);
@@ -148,7 +145,7 @@ Acad::ErrorStatus transformShape(Groups& groups, const Motion& motion)
         part.movePoints(10, plane);
     }
     part.scale(kHeight, plane.scale());
-    part.setReal(kRotation, plane.direction(part.real(kRotation)));
+    part.setReal(code::rotation, plane.direction(part.real(code::rotation)));
     part.movePlane(plane);
     return Acad::eOk;
 }

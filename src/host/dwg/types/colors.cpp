@@ -12,12 +12,11 @@ using enum DrawingVersion;
 namespace {
 
 // The upper byte says what the color is.
-constexpr std::uint32_t kByLayer = 0xC0;
-constexpr std::uint32_t kByBlock = 0xC1;
-constexpr std::uint32_t kTrue = 0xC2;
-constexpr std::uint32_t kPalette = 0xC3;
+constexpr std::uint32_t kKindByLayer = 0xC0;
+constexpr std::uint32_t kKindByBlock = 0xC1;
+constexpr std::uint32_t kKindTrue = 0xC2;
+constexpr std::uint32_t kKindPalette = 0xC3;
 constexpr unsigned kKindShift = 24;
-constexpr std::uint32_t kRgbMask = 0xFFFFFF;
 constexpr std::uint32_t kIndexMask = 0xFF;
 
 constexpr std::uint8_t kHasName = 1;
@@ -70,17 +69,17 @@ void nameFrom(FieldsFromGroups& io, int nameCode, Color& color)
 
 bool isTrueColor(std::uint32_t rgb)
 {
-    return rgb >> kKindShift == kTrue;
+    return rgb >> kKindShift == kKindTrue;
 }
 
 int paletteIndexOf(std::uint32_t rgb)
 {
     switch (rgb >> kKindShift) {
-    case kByLayer:
+    case kKindByLayer:
         return kColorByLayer;
-    case kByBlock:
+    case kKindByBlock:
         return kColorByBlock;
-    case kTrue:
+    case kKindTrue:
         return nearestIndex(rgb);
     default:
         return static_cast<int>(rgb & kIndexMask);
@@ -90,17 +89,18 @@ int paletteIndexOf(std::uint32_t rgb)
 std::uint32_t rgbOfPalette(int index)
 {
     if (index == kColorByLayer) {
-        return kByLayer << kKindShift;
+        return kKindByLayer << kKindShift;
     }
     if (index == kColorByBlock) {
-        return kByBlock << kKindShift;
+        return kKindByBlock << kKindShift;
     }
-    return kPalette << kKindShift | (static_cast<std::uint32_t>(index) & kIndexMask);
+    return kKindPalette << kKindShift | (static_cast<std::uint32_t>(index) & kIndexMask);
 }
 
 void setColor(Color& color, int index, std::optional<std::uint32_t> rgb)
 {
-    const std::uint32_t whole = rgb ? (*rgb & kRgbMask) | kTrue << kKindShift : rgbOfPalette(index);
+    const std::uint32_t whole
+        = rgb ? (*rgb & Color::kRgbMask) | kKindTrue << kKindShift : rgbOfPalette(index);
     const bool isSame = whole == color.rgb
         || (!rgb && !isTrueColor(color.rgb) && paletteIndexOf(color.rgb) == index);
     if (!isSame) {
@@ -117,7 +117,7 @@ void colorGroups(FieldsToGroups& io, const ColorCodes& codes, const Color& color
     }
     io.integer(codes.index, paletteIndexOf(color.rgb));
     if (isTrueColor(color.rgb)) {
-        io.integer(codes.rgb, color.rgb & kRgbMask);
+        io.integer(codes.rgb, color.rgb & Color::kRgbMask);
     }
     if ((color.names & kHasName) != 0) {
         io.groups().add(Group(codes.name, GroupValue(nameOf(color))));

@@ -133,7 +133,7 @@ struct Dimension
 };
 
 /// The kinds, as group 70 has them.
-enum Kind : int
+enum DimensionKind : int
 {
     kRotated = 0,
     kAligned = 1,

@@ -261,14 +261,13 @@ struct SplineEdge
 
     void takePoint(const Group& group)
     {
-        constexpr int kAxis = 10; // between the codes of coordinates
-        const bool isX = group.code < 2 * kAxis;
+        const bool isX = group.code < 2 * kCoordinateStep;
         if (group.code == 10) {
             controlPoints.emplace_back();
         } else if (group.code == 11) {
             fitPoints.emplace_back();
         }
-        Point2* const point = pointOf(isX ? group.code : group.code - kAxis);
+        Point2* const point = pointOf(isX ? group.code : group.code - kCoordinateStep);
         if (point != nullptr) {
             (isX ? point->x : point->y) = group.real();
         } else if (group.code == 42 && !controlPoints.empty()) {

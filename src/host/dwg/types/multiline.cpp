@@ -138,13 +138,13 @@ struct Multiline
 
     void valueFrom(const Group& group)
     {
-        constexpr int kAxis = 10; // between the codes of coordinates
         Vertex& vertex = vertices.back();
         Point* const points[] = {&vertex.position, &vertex.direction, &vertex.miter};
-        const int point = group.code % kAxis - kVertex % kAxis;
-        if (kVertex <= group.code && group.code < kVertex + 3 * kAxis && 0 <= point && point < 3) {
+        const int point = group.code % kCoordinateStep - kVertex % kCoordinateStep;
+        if (kVertex <= group.code && group.code < kVertex + 3 * kCoordinateStep && 0 <= point
+            && point < 3) {
             constexpr double Point::*kAxes[] = {&Point::x, &Point::y, &Point::z};
-            points[point]->*kAxes[(group.code - kVertex) / kAxis] = group.real();
+            points[point]->*kAxes[(group.code - kVertex) / kCoordinateStep] = group.real();
         } else if (group.code == kBreakCount) {
             vertex.elements.emplace_back();
         } else if (group.code == kBreak && !vertex.elements.empty()) {

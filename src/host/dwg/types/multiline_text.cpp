@@ -13,7 +13,7 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr int kText = 1;
+constexpr int kTextEnd = 1;
 constexpr int kTextAhead = 3;
 constexpr std::size_t kTextChunk = 250; // characters
 constexpr ColorCodes kBackgroundCodes {.index = 63, .rgb = 421, .name = 431};
@@ -63,14 +63,14 @@ void MultilineText::textGroups(FieldsToGroups& io) const
     for (; all.size() - at > kTextChunk; at += kTextChunk) {
         io.groups().add(Group(kTextAhead, GroupValue(std::wstring(all.substr(at, kTextChunk)))));
     }
-    io.groups().add(Group(kText, GroupValue(std::wstring(all.substr(at)))));
+    io.groups().add(Group(kTextEnd, GroupValue(std::wstring(all.substr(at)))));
 }
 
 void MultilineText::textGroups(FieldsFromGroups& io)
 {
     std::wstring all;
     for (GroupWalk walk(io); !walk.isAtEnd(); walk.next()) {
-        if (walk.isAt(kTextAhead) || walk.isAt(kText)) {
+        if (walk.isAt(kTextAhead) || walk.isAt(kTextEnd)) {
             all += walk.group().text();
         }
     }

@@ -11,7 +11,6 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr int kThickness = 39;
 constexpr int kFollow = 66; // a group that says that vertices follow
 
 // --- LWPOLYLINE ----------------------------------------------------------------------------------
@@ -140,7 +139,7 @@ struct LightPolyline
             io.real(kWidth, width);
         }
         io.real(kElevation, elevation, 0.0);
-        io.real(kThickness, thickness, 0.0);
+        io.real(code::thickness, thickness, 0.0);
         for (std::size_t i = 0; i < points.size(); ++i) {
             io.point2(kX, points[i]);
             if (i < widths.size()) {
@@ -164,7 +163,7 @@ struct LightPolyline
         io.integer(code::flags, groupFlags);
         io.real(kWidth, width);
         io.real(kElevation, elevation);
-        io.real(kThickness, thickness);
+        io.real(code::thickness, thickness);
         io.extrusion(normal);
         verticesFrom(io);
         setFlag(kIsClosed, (groupFlags & kGroupClosed) != 0);
@@ -281,7 +280,7 @@ struct Polyline2d
             io.integer(kFollow, 1);
             io.point(10, position);
         }
-        io.real(kThickness, thickness, 0.0);
+        io.real(code::thickness, thickness, 0.0);
         io.integer(code::flags, flags, 0);
         io.real(40, startWidth, 0.0);
         io.real(41, endWidth, 0.0);

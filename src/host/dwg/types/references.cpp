@@ -47,9 +47,9 @@ struct SequenceEnd
 /// How the file tells the three factors of a reference, from R2000 on.
 enum ScaleForm : std::uint8_t
 {
-    kAll = 0, // the second and the third as they differ from the first
+    kEachScale = 0, // the second and the third as they differ from the first
     kFirstIsOne = 1,
-    kEqual = 2,
+    kEqualScales = 2,
     kAllAreOne = 3
 };
 
@@ -85,7 +85,7 @@ struct Insert
     {
         constexpr unsigned kTwoBits = 2;
         io.bits(scaleForm, kTwoBits);
-        const bool hasFirst = scaleForm == kAll || scaleForm == kEqual;
+        const bool hasFirst = scaleForm == kEachScale || scaleForm == kEqualScales;
         if (hasFirst) {
             io.rawDouble(scale.x);
         }
@@ -93,7 +93,7 @@ struct Insert
             scale.x = hasFirst ? scale.x : 1.0;
             scale.y = scale.z = scale.x;
         }
-        if (scaleForm == kAll || scaleForm == kFirstIsOne) {
+        if (scaleForm == kEachScale || scaleForm == kFirstIsOne) {
             io.defaultDouble(scale.y, scale.x);
             io.defaultDouble(scale.z, scale.x);
         }

@@ -334,7 +334,7 @@ struct MlineStyle
     static void setLineColor(const FieldsFromGroups& io, GroupRange range, Color& color)
     {
         const Groups& all = io.groups();
-        const int index = static_cast<int>(all.integer(kColor.index, range, Color::kByLayer));
+        const int index = static_cast<int>(all.integer(kColor.index, range, kColorByLayer));
         if (!io.since(r2004)) {
             color.index = static_cast<std::int16_t>(index);
         } else if (all.find(kColor.rgb, range)) {

@@ -9,8 +9,6 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr int kThickness = 39;
-
 struct Line
 {
     bool isFlat = true; // the heights are 0 and not in the file; from R2000 on
@@ -42,7 +40,7 @@ struct Line
     template<class Io> void groups(Io& io)
     {
         io.marker(L"AcDbLine");
-        io.real(kThickness, thickness, 0.0);
+        io.real(code::thickness, thickness, 0.0);
         io.point(10, start);
         io.point(11, end);
         io.extrusion(normal);
@@ -71,7 +69,7 @@ struct SinglePoint
     {
         io.marker(L"AcDbPoint");
         io.point(10, position);
-        io.real(kThickness, thickness, 0.0);
+        io.real(code::thickness, thickness, 0.0);
         io.extrusion(normal);
         io.angle(50, angle, 0.0);
     }
@@ -145,7 +143,7 @@ struct Solid
                 pointOfPlane(io, code, corners[code - 10], elevation);
             }
         }
-        io.real(kThickness, thickness, 0.0);
+        io.real(code::thickness, thickness, 0.0);
         io.extrusion(normal);
     }
 };

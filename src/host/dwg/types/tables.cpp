@@ -10,7 +10,7 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr int kCount = 70;
+constexpr int kEntryCount = 70;
 
 struct Control
 {
@@ -25,7 +25,7 @@ struct Control
     void groups(FieldsToGroups& io) const
     {
         io.marker(L"AcDbSymbolTable");
-        io.integer(kCount, handlesOf(entries).size());
+        io.integer(kEntryCount, handlesOf(entries).size());
     }
 
     // An entry that is gone leaves its place empty, as blocks without a name of their own are

@@ -12,12 +12,10 @@ using enum DrawingVersion;
 
 namespace {
 
-constexpr int kAxis = 10;
 constexpr int kAxes = 3;
 constexpr std::size_t kHandleSize = 8;
 constexpr std::size_t kMostOfBinary = 0xFF;
 constexpr std::size_t kMostOfText = 0xFFFF;
-constexpr std::size_t kUnicodeSize = 2;
 
 /// How the value of a group stands in the data.
 enum class Item : std::uint8_t
@@ -138,7 +136,7 @@ std::optional<std::vector<Group>> decoded(std::string_view data, const FileForm&
         const Item item = itemOf(code);
         if (item == Item::point) {
             for (int axis = 0; axis < kAxes; ++axis) {
-                groups.emplace_back(code + axis * kAxis, from.rawDouble());
+                groups.emplace_back(code + axis * kCoordinateStep, from.rawDouble());
             }
         } else if (item == Item::text) {
             groups.emplace_back(code, textValue(code, textFrom(from, form)));
@@ -187,7 +185,8 @@ private:
         m_to.rawDouble(groups[at].real());
         std::size_t last = at;
         for (int axis = 1; axis < kAxes; ++axis) {
-            const bool isThere = last + 1 < end && groups[last + 1].code == code + axis * kAxis;
+            const bool isThere
+                = last + 1 < end && groups[last + 1].code == code + axis * kCoordinateStep;
             last += isThere ? 1 : 0;
             m_to.rawDouble(isThere ? groups[last].real() : 0.0);
         }
