@@ -86,6 +86,11 @@ int paletteIndexOf(std::uint32_t rgb)
     }
 }
 
+int paletteIndexIn(DrawingVersion version, const Color& color)
+{
+    return version >= r2004 ? paletteIndexOf(color.rgb) : color.index;
+}
+
 std::uint32_t rgbOfPalette(int index)
 {
     if (index == kColorByLayer) {

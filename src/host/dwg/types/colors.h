@@ -26,7 +26,10 @@ void setColor(Color& color, int index, std::optional<std::uint32_t> rgb);
 /// blue.
 int paletteIndexOf(std::uint32_t rgb);
 
-/// The opposite, for a color of the palette, by layer and by block.
+/// The number of the palette of a color in a file of a version.
+int paletteIndexIn(DrawingVersion version, const Color& color);
+
+/// The opposite of paletteIndexOf(), for a color of the palette, by layer and by block.
 std::uint32_t rgbOfPalette(int index);
 
 /// True for a color that is red, green and blue.

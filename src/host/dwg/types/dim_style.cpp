@@ -274,14 +274,9 @@ struct DimStyle
         }
     }
 
-    static int indexOf(const Color& color, DrawingVersion version)
-    {
-        return version >= r2004 ? paletteIndexOf(color.rgb) : color.index;
-    }
-
     static void colorToGroup(FieldsToGroups& io, int code, const Color& color)
     {
-        const int index = indexOf(color, io.version());
+        const int index = paletteIndexIn(io.version(), color);
         if (index != 0 || !io.since(r2000)) {
             io.integer(code, index);
         }
@@ -327,7 +322,7 @@ struct DimStyle
         io.integer(code, index);
         if (!io.since(r2004)) {
             color.index = static_cast<std::int16_t>(index);
-        } else if (indexOf(color, io.version()) != index) {
+        } else if (paletteIndexIn(io.version(), color) != index) {
             setColor(color, index, std::nullopt);
         }
     }
