@@ -23,6 +23,12 @@ inline constexpr const char* kWords
       "INSERT INTO Keys VALUES('WOOD','Wood','Bois','Holz','Madera','Hout'),"
       "('STEEL','Steel','Acier','Stahl','Acero','Staal')";
 
+/// The document of a command that stores settings, when all is stored.
+inline constexpr const char* kStored = R"({"status":5100})";
+
+/// What a command says that needs a drawing.
+inline constexpr const char* kNoDrawing = "no drawing to work on; pass one with --drawing FILE";
+
 /// Runs cfgctl in a folder of its own.
 class CfgctlTest : public ::testing::Test
 {

@@ -311,7 +311,7 @@ TEST_F(CfgctlAttributes, ThatCannotBeSavedAreAFailure)
     EXPECT_EQ(read("plan.dxf"), before);
 }
 
-struct UsageRow
+struct AttributesUsageRow
 {
     const char* sentence;
     Words arguments;
@@ -319,7 +319,7 @@ struct UsageRow
 };
 
 class CfgctlAttributesUsage : public CfgctlAttributes,
-                              public ::testing::WithParamInterface<UsageRow>
+                              public ::testing::WithParamInterface<AttributesUsageRow>
 {
 };
 
@@ -328,25 +328,23 @@ TEST_P(CfgctlAttributesUsage, IsToldInOneLine)
     expectWrongUse(GetParam().arguments, GetParam().message);
 }
 
-constexpr const char* kNoDrawing = "no drawing to work on; pass one with --drawing FILE";
-
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(CfgctlAttributes, CfgctlAttributesUsage, ::testing::Values(
-    UsageRow {"AttributesNeedADrawing", {"attributes", "A1"}, kNoDrawing},
-    UsageRow {"AttdefsNeedADrawing", {"attdefs", "DOOR"}, kNoDrawing},
-    UsageRow {"AttupdateNeedsADrawing", {"attupdate"}, kNoDrawing},
-    UsageRow {"AttsyncNeedsADrawing", {"attsync", "DOOR"}, kNoDrawing},
-    UsageRow {"AHandleIsHexadecimal", {"attributes", "XYZ", "--drawing=plan.dxf"}, "\"XYZ\" is no handle; pass one as the drawing has it, such as 6D"},
-    UsageRow {"AHandleIsNotEmpty", {"attributes", "", "--drawing=plan.dxf"}, "\"\" is no handle; pass one as the drawing has it, such as 6D"},
-    UsageRow {"AHandleIsNotLong", {"attributes", "11112222333344445", "--drawing=plan.dxf"}, "\"11112222333344445\" is no handle; pass one as the drawing has it, such as 6D"},
-    UsageRow {"AttributesNeedAHandle", {"attributes", "--drawing=plan.dxf"}, "HANDLE is required; see cfgctl attributes --help"},
-    UsageRow {"AttributesTakeOneHandle", {"attributes", "A1", "A2", "--drawing=plan.dxf"}, "not expected: \"A2\"; see cfgctl attributes --help"},
-    UsageRow {"AttdefsNeedAName", {"attdefs", "--drawing=plan.dxf"}, "NAME is required; see cfgctl attdefs --help"},
-    UsageRow {"AttsyncNeedsAName", {"attsync", "--drawing=plan.dxf"}, "NAME is required; see cfgctl attsync --help"},
-    UsageRow {"AttupdateTakesNoName", {"attupdate", "DOOR", "--drawing=plan.dxf"}, "not expected: \"DOOR\"; see cfgctl attupdate --help"},
-    UsageRow {"APatternNeedsAText", {"attupdate", "--drawing=plan.dxf", "--pattern"}, "--pattern: 1 required P missing; see cfgctl attupdate --help"},
-    UsageRow {"AnOptionOfAnotherCommandIsUnknown", {"attdefs", "DOOR", "--apply", "--drawing=plan.dxf"}, "not expected: \"--apply\"; see cfgctl attdefs --help"},
-    UsageRow {"TheDrawingMustBeThere", {"attsync", "DOOR", "--drawing=geen.dxf"}, "$/geen.dxf does not exist; pass a DWG or DXF drawing to --drawing"}),
+    AttributesUsageRow {"AttributesNeedADrawing", {"attributes", "A1"}, kNoDrawing},
+    AttributesUsageRow {"AttdefsNeedADrawing", {"attdefs", "DOOR"}, kNoDrawing},
+    AttributesUsageRow {"AttupdateNeedsADrawing", {"attupdate"}, kNoDrawing},
+    AttributesUsageRow {"AttsyncNeedsADrawing", {"attsync", "DOOR"}, kNoDrawing},
+    AttributesUsageRow {"AHandleIsHexadecimal", {"attributes", "XYZ", "--drawing=plan.dxf"}, "\"XYZ\" is no handle; pass one as the drawing has it, such as 6D"},
+    AttributesUsageRow {"AHandleIsNotEmpty", {"attributes", "", "--drawing=plan.dxf"}, "\"\" is no handle; pass one as the drawing has it, such as 6D"},
+    AttributesUsageRow {"AHandleIsNotLong", {"attributes", "11112222333344445", "--drawing=plan.dxf"}, "\"11112222333344445\" is no handle; pass one as the drawing has it, such as 6D"},
+    AttributesUsageRow {"AttributesNeedAHandle", {"attributes", "--drawing=plan.dxf"}, "HANDLE is required; see cfgctl attributes --help"},
+    AttributesUsageRow {"AttributesTakeOneHandle", {"attributes", "A1", "A2", "--drawing=plan.dxf"}, "not expected: \"A2\"; see cfgctl attributes --help"},
+    AttributesUsageRow {"AttdefsNeedAName", {"attdefs", "--drawing=plan.dxf"}, "NAME is required; see cfgctl attdefs --help"},
+    AttributesUsageRow {"AttsyncNeedsAName", {"attsync", "--drawing=plan.dxf"}, "NAME is required; see cfgctl attsync --help"},
+    AttributesUsageRow {"AttupdateTakesNoName", {"attupdate", "DOOR", "--drawing=plan.dxf"}, "not expected: \"DOOR\"; see cfgctl attupdate --help"},
+    AttributesUsageRow {"APatternNeedsAText", {"attupdate", "--drawing=plan.dxf", "--pattern"}, "--pattern: 1 required P missing; see cfgctl attupdate --help"},
+    AttributesUsageRow {"AnOptionOfAnotherCommandIsUnknown", {"attdefs", "DOOR", "--apply", "--drawing=plan.dxf"}, "not expected: \"--apply\"; see cfgctl attdefs --help"},
+    AttributesUsageRow {"TheDrawingMustBeThere", {"attsync", "DOOR", "--drawing=geen.dxf"}, "$/geen.dxf does not exist; pass a DWG or DXF drawing to --drawing"}),
     [](const auto& row) { return row.param.sentence; });
 // clang-format on
 

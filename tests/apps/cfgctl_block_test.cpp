@@ -309,14 +309,14 @@ TEST_F(CfgctlBlock, TakesAnEmptyPasswordForNone)
 
 // --- wrong usage ---------------------------------------------------------------------------------
 
-struct UsageRow
+struct BlockUsageRow
 {
     const char* sentence;
     Words words;
     const char* message; // behind "cfgctl: "; "$/" at its beginning stands for the folder
 };
 
-class CfgctlBlockUsage : public CfgctlBlock, public ::testing::WithParamInterface<UsageRow>
+class CfgctlBlockUsage : public CfgctlBlock, public ::testing::WithParamInterface<BlockUsageRow>
 {
 };
 
@@ -329,18 +329,18 @@ TEST_P(CfgctlBlockUsage, IsToldInOneLine)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Of, CfgctlBlockUsage, ::testing::Values(
-    UsageRow {"NoText",            {"block", "--drawing=plan.dxf"}, "TEXT is required; see cfgctl block --help"},
-    UsageRow {"TwoTexts",          {"block", "a", "b", "--drawing=plan.dxf"}, "not expected: \"b\"; see cfgctl block --help"},
-    UsageRow {"NoDrawing",         {"block", "door"}, "no drawing to work on; pass one with --drawing FILE"},
-    UsageRow {"NoDrawingButASource", {"block", "door", "--source=plan.dxf"}, "no drawing to work on; pass one with --drawing FILE"},
-    UsageRow {"ADrawingThatIsNotThere", {"block", "door", "--drawing=weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --drawing"},
-    UsageRow {"ASourceThatIsNotThere", {"block", "door", "--drawing=plan.dxf", "--source=weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --source"},
-    UsageRow {"ASourceThatIsNoDrawing", {"block", "door", "--drawing=plan.dxf", "--source=tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a DWG nor as a text or binary DXF file; pass a DWG or DXF drawing to --source"},
-    UsageRow {"AnEmptySource",     {"block", "door", "--source", "", "--drawing=plan.dxf"}, "--source is empty; pass a DWG or DXF drawing to --source"},
-    UsageRow {"ASourceWithoutAName", {"block", "door", "--drawing=plan.dxf", "--source"}, "--source: 1 required FILE missing; see cfgctl block --help"},
-    UsageRow {"APasswordWithoutAText", {"block", "door", "--drawing=plan.dxf", "--password"}, "--password: 1 required P missing; see cfgctl block --help"},
-    UsageRow {"AnOptionOfAnotherCommand", {"block", "door", "--drawing=plan.dxf", "--constant"}, "not expected: \"--constant\"; see cfgctl block --help"},
-    UsageRow {"ACopyWithoutADrawing", {"block", "door", "--save-as=uit.dxf"}, "--save-as needs a drawing to save; pass one with --drawing FILE"}),
+    BlockUsageRow {"NoText",            {"block", "--drawing=plan.dxf"}, "TEXT is required; see cfgctl block --help"},
+    BlockUsageRow {"TwoTexts",          {"block", "a", "b", "--drawing=plan.dxf"}, "not expected: \"b\"; see cfgctl block --help"},
+    BlockUsageRow {"NoDrawing",         {"block", "door"}, "no drawing to work on; pass one with --drawing FILE"},
+    BlockUsageRow {"NoDrawingButASource", {"block", "door", "--source=plan.dxf"}, "no drawing to work on; pass one with --drawing FILE"},
+    BlockUsageRow {"ADrawingThatIsNotThere", {"block", "door", "--drawing=weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --drawing"},
+    BlockUsageRow {"ASourceThatIsNotThere", {"block", "door", "--drawing=plan.dxf", "--source=weg.dxf"}, "$/weg.dxf does not exist; pass a DWG or DXF drawing to --source"},
+    BlockUsageRow {"ASourceThatIsNoDrawing", {"block", "door", "--drawing=plan.dxf", "--source=tekst.dxf"}, "$/tekst.dxf is no drawing: it begins neither as a DWG nor as a text or binary DXF file; pass a DWG or DXF drawing to --source"},
+    BlockUsageRow {"AnEmptySource",     {"block", "door", "--source", "", "--drawing=plan.dxf"}, "--source is empty; pass a DWG or DXF drawing to --source"},
+    BlockUsageRow {"ASourceWithoutAName", {"block", "door", "--drawing=plan.dxf", "--source"}, "--source: 1 required FILE missing; see cfgctl block --help"},
+    BlockUsageRow {"APasswordWithoutAText", {"block", "door", "--drawing=plan.dxf", "--password"}, "--password: 1 required P missing; see cfgctl block --help"},
+    BlockUsageRow {"AnOptionOfAnotherCommand", {"block", "door", "--drawing=plan.dxf", "--constant"}, "not expected: \"--constant\"; see cfgctl block --help"},
+    BlockUsageRow {"ACopyWithoutADrawing", {"block", "door", "--save-as=uit.dxf"}, "--save-as needs a drawing to save; pass one with --drawing FILE"}),
     [](const auto& row) { return std::string(row.param.sentence); });
 // clang-format on
 

@@ -11,7 +11,7 @@ namespace corma::testing {
 
 namespace {
 
-constexpr const char* kAll = "SELECT Naam,Aantal,Dikte FROM Wand";
+constexpr const char* kAllColumns = "SELECT Naam,Aantal,Dikte FROM Wand";
 
 class CfgctlSql : public CfgctlTest
 {
@@ -34,7 +34,7 @@ protected:
 
 TEST_F(CfgctlSql, ShowsALineOfNamesAndOneForEachRow)
 {
-    const ProgramResult result = run({"sql", "wand.db3", kAll});
+    const ProgramResult result = run({"sql", "wand.db3", kAllColumns});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.out,
               "Naam\tAantal\tDikte\nbinnen\t3\t70.5\nbuiten\t-2\t365.0\nNULL\t0\t0.0\n");
@@ -43,7 +43,7 @@ TEST_F(CfgctlSql, ShowsALineOfNamesAndOneForEachRow)
 
 TEST_F(CfgctlSql, GivesADocumentOfColumns)
 {
-    EXPECT_EQ(json({"sql", "wand.db3", kAll}),
+    EXPECT_EQ(json({"sql", "wand.db3", kAllColumns}),
               R"({"status":5100,"columns":[)"
               R"({"name":"Naam","type":5005,"values":["binnen","buiten","NULL"]},)"
               R"({"name":"Aantal","type":5010,"values":[3,-2,0]},)"
@@ -64,7 +64,7 @@ class CfgctlSqlMaximum : public CfgctlSql, public ::testing::WithParamInterface<
 TEST_P(CfgctlSqlMaximum, IsTheNumberOfRows)
 {
     const std::string maximum = std::string("--max=") + GetParam().maximum;
-    const Json document = Json::parse(json({"sql", "wand.db3", kAll, maximum}));
+    const Json document = Json::parse(json({"sql", "wand.db3", kAllColumns, maximum}));
     ASSERT_EQ(document["columns"].size(), 3U);
     for (const Json& column : document["columns"]) {
         EXPECT_EQ(column["values"].size(), GetParam().rows) << column;
@@ -161,12 +161,12 @@ INSTANTIATE_TEST_SUITE_P(Of, CfgctlSqlFailure, ::testing::Values(
 TEST_F(CfgctlSql, TellsOfADatabaseThatIsNotThere)
 {
     for (const char* name : {"weg.db3", "weg.mdb", "", "."}) {
-        const ProgramResult result = run({"sql", name, kAll, "--json"});
+        const ProgramResult result = run({"sql", name, kAllColumns, "--json"});
         EXPECT_EQ(result.exitStatus, 1) << name;
         EXPECT_EQ(result.out, "{\"status\":-5001,\"columns\":[]}\n") << name;
         EXPECT_NE(result.err, "") << name;
     }
-    EXPECT_EQ(run({"sql", "weg.db3", kAll}).err,
+    EXPECT_EQ(run({"sql", "weg.db3", kAllColumns}).err,
               "cfgctl: the database \"weg.db3\" was not found\n");
     EXPECT_FALSE(folder.has(L"weg.db3"));
 }
@@ -174,7 +174,7 @@ TEST_F(CfgctlSql, TellsOfADatabaseThatIsNotThere)
 TEST_F(CfgctlSql, TellsOfAFileThatIsNoDatabase)
 {
     write("wand.db3", std::string(2000, 'x'));
-    const ProgramResult result = run({"sql", "wand.db3", kAll, "--json"});
+    const ProgramResult result = run({"sql", "wand.db3", kAllColumns, "--json"});
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_EQ(result.out, "{\"status\":26,\"columns\":[]}\n");
     EXPECT_THAT(result.err,
@@ -186,7 +186,7 @@ TEST_F(CfgctlSql, TellsOfAConnectionThatDoesNotOpen)
     for (const char* connection :
          {"Driver=No driver of this name;Server=weg", "Provider=MSDASQL;DSN=no source of this name",
           "Provider=NoProviderOfThisName;Data Source=weg"}) {
-        const ProgramResult result = run({"sql", connection, kAll, "--json"});
+        const ProgramResult result = run({"sql", connection, kAllColumns, "--json"});
         EXPECT_EQ(result.exitStatus, 1) << connection;
         EXPECT_EQ(result.out, "{\"status\":-5001,\"columns\":[]}\n") << connection;
         EXPECT_THAT(result.err, StartsWith("xx_dump_com_error!\n")) << connection;
@@ -195,13 +195,13 @@ TEST_F(CfgctlSql, TellsOfAConnectionThatDoesNotOpen)
 
 TEST_F(CfgctlSql, ShowsWhatIsRunWithDebug)
 {
-    const ProgramResult result = run({"sql", "wand.db3", kAll, "--debug"});
+    const ProgramResult result = run({"sql", "wand.db3", kAllColumns, "--debug"});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.out, run({"sql", "wand.db3", kAll}).out);
+    EXPECT_EQ(result.out, run({"sql", "wand.db3", kAllColumns}).out);
     EXPECT_EQ(
         result.err,
         std::string("======================== xx_sqlite_sql ===============================\n")
-            + kAll + '\n' + report(137, "prepare : Successful result", 0)
+            + kAllColumns + '\n' + report(137, "prepare : Successful result", 0)
             + report(256, "finalize : Successful result", 0));
 }
 

@@ -90,14 +90,14 @@ TEST_F(CfgctlApply, LooksAtTheTypeAndNotAtTheLimits)
     EXPECT_EQ(get({"stop.ini", "Maat"}), "99");
 }
 
-struct Refused
+struct RefusedApply
 {
     const char* sentence;
     Words arguments;
     const char* document;
 };
 
-class CfgctlApplyRefused : public CfgctlApply, public ::testing::WithParamInterface<Refused>
+class CfgctlApplyRefused : public CfgctlApply, public ::testing::WithParamInterface<RefusedApply>
 {
 };
 
@@ -116,20 +116,20 @@ TEST_P(CfgctlApplyRefused, LeavesAllAsItWas)
     EXPECT_EQ(timeOf("plan.dxf"), time);
 }
 
-constexpr const char* kNone = R"({"accepted":false,"value":null})";
+constexpr const char* kNoSetting = R"({"accepted":false,"value":null})";
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Because, CfgctlApplyRefused, ::testing::Values(
-    Refused {"AnIntegerHasALetter",     {"apply", "stop.ini", "Wand", "Dikte", "12x"}, R"({"accepted":false,"value":"12"})"},
-    Refused {"YesOrNoIsNeither",        {"apply", "stop.ini", "Wand", "Arceren", "ja"}, R"({"accepted":false,"value":"0"})"},
-    Refused {"TheDrawingDoesNotGetIt",  {"apply", "stop.ini", "Wand", "Dikte", "x", "--drawing", "plan.dxf"}, R"({"accepted":false,"value":""})"},
-    Refused {"TheProjectDoesNotGetIt",  {"apply", "stop.ini", "Wand", "Dikte", "x", "--project", "werk/stop.ipr", "--save-globally", "--save-in-project"}, R"({"accepted":false,"value":""})"},
-    Refused {"TheIdentIsNotThere",      {"apply", "stop.ini", "Wand", "Kleur", "1"}, kNone},
-    Refused {"TheIdentHasOtherCase",    {"apply", "stop.ini", "Wand", "dikte", "1"}, kNone},
-    Refused {"TheIdentIsEmpty",         {"apply", "stop.ini", "Wand", "", "1"}, kNone},
-    Refused {"TheCategoryIsNotThere",   {"apply", "stop.ini", "Deur", "Dikte", "1"}, kNone},
-    Refused {"TheCategoryHasOtherCase", {"apply", "stop.ini", "wand", "Dikte", "1"}, kNone},
-    Refused {"TheFileIsNotThere",       {"apply", "weg.ini", "Wand", "Dikte", "1"}, kNone}),
+    RefusedApply {"AnIntegerHasALetter",     {"apply", "stop.ini", "Wand", "Dikte", "12x"}, R"({"accepted":false,"value":"12"})"},
+    RefusedApply {"YesOrNoIsNeither",        {"apply", "stop.ini", "Wand", "Arceren", "ja"}, R"({"accepted":false,"value":"0"})"},
+    RefusedApply {"TheDrawingDoesNotGetIt",  {"apply", "stop.ini", "Wand", "Dikte", "x", "--drawing", "plan.dxf"}, R"({"accepted":false,"value":""})"},
+    RefusedApply {"TheProjectDoesNotGetIt",  {"apply", "stop.ini", "Wand", "Dikte", "x", "--project", "werk/stop.ipr", "--save-globally", "--save-in-project"}, R"({"accepted":false,"value":""})"},
+    RefusedApply {"TheIdentIsNotThere",      {"apply", "stop.ini", "Wand", "Kleur", "1"}, kNoSetting},
+    RefusedApply {"TheIdentHasOtherCase",    {"apply", "stop.ini", "Wand", "dikte", "1"}, kNoSetting},
+    RefusedApply {"TheIdentIsEmpty",         {"apply", "stop.ini", "Wand", "", "1"}, kNoSetting},
+    RefusedApply {"TheCategoryIsNotThere",   {"apply", "stop.ini", "Deur", "Dikte", "1"}, kNoSetting},
+    RefusedApply {"TheCategoryHasOtherCase", {"apply", "stop.ini", "wand", "Dikte", "1"}, kNoSetting},
+    RefusedApply {"TheFileIsNotThere",       {"apply", "weg.ini", "Wand", "Dikte", "1"}, kNoSetting}),
     [](const auto& row) { return row.param.sentence; });
 
 // clang-format on

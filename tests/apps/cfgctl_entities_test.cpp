@@ -139,7 +139,6 @@ TEST_P(CfgctlWrongUseOfEntities, IsToldInOneLine)
     expectWrongUse(GetParam().words, GetParam().message);
 }
 
-const std::string kNoDrawing = "no drawing to work on; pass one with --drawing FILE";
 const std::string kHandleAdvice = "; pass one as the drawing has it, such as 6D";
 const std::string kMatrixAdvice
     = "; pass 16 numbers, row by row, such as 1,0,0,5,0,1,0,0,0,0,1,0,0,0,0,1";

@@ -11,8 +11,6 @@ namespace corma::testing {
 
 namespace {
 
-constexpr const char* kStored = R"({"status":5100})";
-
 class CfgctlFreeze : public CfgctlTest
 {
 protected:
@@ -142,14 +140,14 @@ TEST_F(CfgctlFreeze, KeepsTheValuesOfAScrambledFileUnderThePlainName)
     EXPECT_EQ(held(), R"({"Wand":{"Dikte":"100"}})");
 }
 
-struct Refused
+struct RefusedFreeze
 {
     const char* sentence;
     Words arguments;
     const char* message; // a part of what is told
 };
 
-class CfgctlFreezeRefused : public CfgctlFreeze, public ::testing::WithParamInterface<Refused>
+class CfgctlFreezeRefused : public CfgctlFreeze, public ::testing::WithParamInterface<RefusedFreeze>
 {
 };
 
@@ -170,14 +168,14 @@ TEST_P(CfgctlFreezeRefused, LeavesTheDrawingAlone)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Because, CfgctlFreezeRefused, ::testing::Values(
-    Refused {"TheFileIsNotThere",            {"freeze", "weg.ini", "Maat", "--drawing", "plan.dxf"}, "weg.ini"},
-    Refused {"TheFileOfAChapterIsNotThere",  {"freeze", "weg.ini", "--chapter", "A", "--drawing", "plan.dxf"}, ""},
-    Refused {"TheFileOfLevelsIsNotThere",    {"freeze", "weg.ini", "--levels", "--drawing", "plan.dxf"}, ""},
-    Refused {"R12HasNoPlace",                {"freeze", "stop.ini", "Maat", "--drawing", "oud.dxf"}, "oud.dxf: its version (AC1009) is R12 or older."},
-    Refused {"R12HasNoPlaceForAChapter",     {"freeze", "stop.ini", "--chapter=Wand", "--drawing", "oud.dxf"}, "[Wand]Dikte not stored in the drawing\n"},
-    Refused {"R12HasNoPlaceForLevels",       {"freeze", "stop.ini", "--levels", "--drawing", "oud.dxf"}, "[Wand]Dikte not stored in the drawing\n"},
-    Refused {"TheIdentIsEmpty",              {"freeze", "stop.ini", "[Wand]", "--drawing", "plan.dxf"}, "[Wand] not stored in the drawing\n"},
-    Refused {"TheCopyHasNoFolder",           {"freeze", "stop.ini", "Maat", "--drawing", "plan.dxf", "--save-as", "weg/kopie.dxf"}, "weg/kopie.dxf could not be written ("}),
+    RefusedFreeze {"TheFileIsNotThere",            {"freeze", "weg.ini", "Maat", "--drawing", "plan.dxf"}, "weg.ini"},
+    RefusedFreeze {"TheFileOfAChapterIsNotThere",  {"freeze", "weg.ini", "--chapter", "A", "--drawing", "plan.dxf"}, ""},
+    RefusedFreeze {"TheFileOfLevelsIsNotThere",    {"freeze", "weg.ini", "--levels", "--drawing", "plan.dxf"}, ""},
+    RefusedFreeze {"R12HasNoPlace",                {"freeze", "stop.ini", "Maat", "--drawing", "oud.dxf"}, "oud.dxf: its version (AC1009) is R12 or older."},
+    RefusedFreeze {"R12HasNoPlaceForAChapter",     {"freeze", "stop.ini", "--chapter=Wand", "--drawing", "oud.dxf"}, "[Wand]Dikte not stored in the drawing\n"},
+    RefusedFreeze {"R12HasNoPlaceForLevels",       {"freeze", "stop.ini", "--levels", "--drawing", "oud.dxf"}, "[Wand]Dikte not stored in the drawing\n"},
+    RefusedFreeze {"TheIdentIsEmpty",              {"freeze", "stop.ini", "[Wand]", "--drawing", "plan.dxf"}, "[Wand] not stored in the drawing\n"},
+    RefusedFreeze {"TheCopyHasNoFolder",           {"freeze", "stop.ini", "Maat", "--drawing", "plan.dxf", "--save-as", "weg/kopie.dxf"}, "weg/kopie.dxf could not be written ("}),
     [](const auto& row) { return row.param.sentence; });
 // clang-format on
 

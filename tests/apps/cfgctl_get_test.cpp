@@ -1,6 +1,7 @@
 // cfgctl get: all kinds, its options, and where a value came from.
 
 #include "CfgctlTest.h"
+#include "support/row_names.h"
 
 #include <gmock/gmock.h>
 
@@ -108,7 +109,7 @@ TEST_F(CfgctlGet, NoRoomForNumbersIsNoFailure)
     EXPECT_THAT(result.err, HasSubstr("(Array too small, ec = 0)"));
 }
 
-struct Row
+struct KindRow
 {
     const char* sentence;
     Words arguments;
@@ -116,18 +117,13 @@ struct Row
     const char* value; // in JSON
 };
 
-std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
-{
-    return row.param.sentence;
-}
-
-class CfgctlKind : public CfgctlGet, public ::testing::WithParamInterface<Row>
+class CfgctlKind : public CfgctlGet, public ::testing::WithParamInterface<KindRow>
 {
 };
 
 TEST_P(CfgctlKind, IsShown)
 {
-    const Row& row = GetParam();
+    const KindRow& row = GetParam();
     Words words = {"get", "tool.ini"};
     words.insert(words.end(), row.arguments.begin(), row.arguments.end());
     const ProgramResult result = run(words);
@@ -139,32 +135,32 @@ TEST_P(CfgctlKind, IsShown)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Kinds, CfgctlKind, ::testing::Values(
-    Row {"StringUnlessTold",        {"[Wand]Hoogte"},                         "2600\n",    R"("2600")"},
-    Row {"String",                  {"[Wand]Hoogte", "--as", "string"},       "2600\n",    R"("2600")"},
-    Row {"Int",                     {"[Wand]Hoogte", "--as", "int"},          "2600\n",    "2600"},
-    Row {"IntWithAnEqualsSign",     {"[Wand]Hoogte", "--as=int"},             "2600\n",    "2600"},
-    Row {"IntOfAWord",              {"[Wand]Woord", "--as", "int"},           "0\n",       "0"},
-    Row {"BoolTrue",                {"[Wand]Aan", "--as", "bool"},            "true\n",    "true"},
-    Row {"BoolFalse",               {"[Wand]Woord", "--as", "bool"},          "false\n",   "false"},
-    Row {"Double",                  {"[Wand]Factor", "--as", "double"},       "0.1\n",     "0.1"},
-    Row {"ARoundDouble",            {"[Wand]Hoogte", "--as", "double"},       "2600\n",    "2600.0"},
-    Row {"ALargeDouble",            {"[Wand]Groot", "--as", "double"},        "1250000\n", "1250000.0"},
-    Row {"DoublesWithRoomToSpare",  {"[Wand]Maten", "--as", "doubles:9"},     "1.5\n2\n0\n-3\n", "[1.5,2.0,0.0,-3.0]"},
-    Row {"DoublesThatFillTheRoom",  {"[Wand]Maten", "--as", "doubles:4"},     "1.5\n2\n0\n-3\n", "[1.5,2.0,0.0,-3.0]"},
-    Row {"DoublesAtTheMostRoom",    {"[Wand]Factor", "--as", "doubles:1000000"},  "0.1\n",     "[0.1]"},
-    Row {"DoublesExactly",          {"[Wand]Maten", "--as", "doubles=4"},     "1.5\n2\n0\n-3\n", "[1.5,2.0,0.0,-3.0]"},
-    Row {"Ints",                    {"[Wand]Maten", "--as", "ints:9"},        "1\n2\n0\n-3\n", "[1,2,0,-3]"},
-    Row {"IntsExactly",             {"[Wand]Maten", "--as=ints=4"},           "1\n2\n0\n-3\n", "[1,2,0,-3]"},
-    Row {"IntsOfAnEmptyValue",      {"Leeg", "--as", "ints:2"},               "0\n",       "[0]"},
-    Row {"List",                    {"[Wand]Namen", "--as", "list:;"},        "a\nb\n\nc\n", R"(["a","b","","c"])"},
-    Row {"ListWithoutItsSeparator", {"[Wand]Namen", "--as", "list:,"},        "a;b;;c\n",  R"(["a;b;;c"])"},
-    Row {"ListAtTwoByteCharacter",  {"[Wand]Eenheid", "--as", "list:\xC2\xB2"}, "m\n\n",   R"(["m",""])"},
-    Row {"ListOfAnEmptyValue",      {"Leeg", "--as", "list:;"},               "\n",        R"([""])"},
-    Row {"SizeCutsAString",         {"[Wand]Hoogte", "--size", "3"},          "26\n",      R"("26")"},
-    Row {"SizeAtTheValuesEnd",      {"[Wand]Hoogte", "--size", "5"},          "2600\n",    R"("2600")"},
-    Row {"ANegativeSize",           {"[Wand]Hoogte", "--size=-4"},            "260\n",     R"("260")"},
-    Row {"SizeZero",                {"[Wand]Hoogte", "--size", "0"},          "\n",        R"("")"},
-    Row {"SizeForAStringOnly",      {"[Wand]Hoogte", "--size", "2", "--as", "int"}, "2600\n", "2600"}),
+    KindRow {"StringUnlessTold",        {"[Wand]Hoogte"},                         "2600\n",    R"("2600")"},
+    KindRow {"String",                  {"[Wand]Hoogte", "--as", "string"},       "2600\n",    R"("2600")"},
+    KindRow {"Int",                     {"[Wand]Hoogte", "--as", "int"},          "2600\n",    "2600"},
+    KindRow {"IntWithAnEqualsSign",     {"[Wand]Hoogte", "--as=int"},             "2600\n",    "2600"},
+    KindRow {"IntOfAWord",              {"[Wand]Woord", "--as", "int"},           "0\n",       "0"},
+    KindRow {"BoolTrue",                {"[Wand]Aan", "--as", "bool"},            "true\n",    "true"},
+    KindRow {"BoolFalse",               {"[Wand]Woord", "--as", "bool"},          "false\n",   "false"},
+    KindRow {"Double",                  {"[Wand]Factor", "--as", "double"},       "0.1\n",     "0.1"},
+    KindRow {"ARoundDouble",            {"[Wand]Hoogte", "--as", "double"},       "2600\n",    "2600.0"},
+    KindRow {"ALargeDouble",            {"[Wand]Groot", "--as", "double"},        "1250000\n", "1250000.0"},
+    KindRow {"DoublesWithRoomToSpare",  {"[Wand]Maten", "--as", "doubles:9"},     "1.5\n2\n0\n-3\n", "[1.5,2.0,0.0,-3.0]"},
+    KindRow {"DoublesThatFillTheRoom",  {"[Wand]Maten", "--as", "doubles:4"},     "1.5\n2\n0\n-3\n", "[1.5,2.0,0.0,-3.0]"},
+    KindRow {"DoublesAtTheMostRoom",    {"[Wand]Factor", "--as", "doubles:1000000"},  "0.1\n",     "[0.1]"},
+    KindRow {"DoublesExactly",          {"[Wand]Maten", "--as", "doubles=4"},     "1.5\n2\n0\n-3\n", "[1.5,2.0,0.0,-3.0]"},
+    KindRow {"Ints",                    {"[Wand]Maten", "--as", "ints:9"},        "1\n2\n0\n-3\n", "[1,2,0,-3]"},
+    KindRow {"IntsExactly",             {"[Wand]Maten", "--as=ints=4"},           "1\n2\n0\n-3\n", "[1,2,0,-3]"},
+    KindRow {"IntsOfAnEmptyValue",      {"Leeg", "--as", "ints:2"},               "0\n",       "[0]"},
+    KindRow {"List",                    {"[Wand]Namen", "--as", "list:;"},        "a\nb\n\nc\n", R"(["a","b","","c"])"},
+    KindRow {"ListWithoutItsSeparator", {"[Wand]Namen", "--as", "list:,"},        "a;b;;c\n",  R"(["a;b;;c"])"},
+    KindRow {"ListAtTwoByteCharacter",  {"[Wand]Eenheid", "--as", "list:\xC2\xB2"}, "m\n\n",   R"(["m",""])"},
+    KindRow {"ListOfAnEmptyValue",      {"Leeg", "--as", "list:;"},               "\n",        R"([""])"},
+    KindRow {"SizeCutsAString",         {"[Wand]Hoogte", "--size", "3"},          "26\n",      R"("26")"},
+    KindRow {"SizeAtTheValuesEnd",      {"[Wand]Hoogte", "--size", "5"},          "2600\n",    R"("2600")"},
+    KindRow {"ANegativeSize",           {"[Wand]Hoogte", "--size=-4"},            "260\n",     R"("260")"},
+    KindRow {"SizeZero",                {"[Wand]Hoogte", "--size", "0"},          "\n",        R"("")"},
+    KindRow {"SizeForAStringOnly",      {"[Wand]Hoogte", "--size", "2", "--as", "int"}, "2600\n", "2600"}),
     sentenceOf);
 
 // clang-format on

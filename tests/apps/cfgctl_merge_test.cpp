@@ -104,14 +104,14 @@ TEST_F(CfgctlUpdate, KeepsLineEndsAndEncoding)
     EXPECT_EQ(read("tool.ini"), ";\xE9\r\nA=1\r\n\r\n[X]\r\nB=2\r\nC=\x80\r\n");
 }
 
-struct Refused
+struct RefusedUpdate
 {
     const char* sentence;
     Words arguments;
     const char* message; // a part of what is told
 };
 
-class CfgctlUpdateRefused : public CfgctlMerge, public ::testing::WithParamInterface<Refused>
+class CfgctlUpdateRefused : public CfgctlMerge, public ::testing::WithParamInterface<RefusedUpdate>
 {
 };
 
@@ -134,10 +134,10 @@ TEST_P(CfgctlUpdateRefused, LeavesTheFilesAlone)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Because, CfgctlUpdateRefused, ::testing::Values(
-    Refused {"TheFileIsNotThere",       {"update", "weg.ini", "nieuw.inp"}, ""},
-    Refused {"TheDefaultsAreNotThere",  {"update", "tool.ini", "weg.inp"}, ""},
-    Refused {"TheDefaultsAreAFolder",   {"update", "tool.ini", "map"}, ""},
-    Refused {"TheFileIsScrambled",      {"update", "tool.ini", "nieuw.inp", "--scramble", "7"}, "Not supported for use with $tool7.ini\n"}),
+    RefusedUpdate {"TheFileIsNotThere",       {"update", "weg.ini", "nieuw.inp"}, ""},
+    RefusedUpdate {"TheDefaultsAreNotThere",  {"update", "tool.ini", "weg.inp"}, ""},
+    RefusedUpdate {"TheDefaultsAreAFolder",   {"update", "tool.ini", "map"}, ""},
+    RefusedUpdate {"TheFileIsScrambled",      {"update", "tool.ini", "nieuw.inp", "--scramble", "7"}, "Not supported for use with $tool7.ini\n"}),
     [](const auto& row) { return row.param.sentence; });
 
 // clang-format on

@@ -1,6 +1,7 @@
 // cfgctl model, and find --model: what a settings model holds, level by level.
 
 #include "CfgctlTest.h"
+#include "support/row_names.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +11,7 @@ namespace corma::testing {
 
 namespace {
 
-constexpr const char* kNone = "***KV_BESTAAT_NIET***";
+constexpr const char* kNoValue = "***KV_BESTAAT_NIET***";
 constexpr const char* kNothing = R"({"projectMode":false,"localMode":false,"categories":[]})";
 
 // A setting of the model, as far as it differs from one that has a name and a value only.
@@ -20,8 +21,8 @@ struct Setting
     std::string value;
     int type = 0;
     std::string description = {};
-    std::string globalValue = kNone;
-    std::string projectValue = kNone;
+    std::string globalValue = kNoValue;
+    std::string projectValue = kNoValue;
     bool isProject = false;
     bool isLocal = false;
     std::string readOnly = {};
@@ -375,11 +376,6 @@ struct Described
     const char* general; // description of the head
     const char* described; // description of the setting
 };
-
-std::string sentenceOf(const ::testing::TestParamInfo<Described>& row)
-{
-    return row.param.sentence;
-}
 
 class CfgctlModelTexts : public CfgctlModel, public ::testing::WithParamInterface<Described>
 {

@@ -89,18 +89,18 @@ TEST_P(CfgctlRowsSearch, ShowsWhatItFinds)
     EXPECT_EQ(shown(words), GetParam().shown);
 }
 
-constexpr const char* kAll = "0 Tekst, 0 Uit, 0 Aan, 0 Leeg, 0 Soort, 0 Vrij, 7 Oud, 8 Vast";
+constexpr const char* kAllRows = "0 Tekst, 0 Uit, 0 Aan, 0 Leeg, 0 Soort, 0 Vrij, 7 Oud, 8 Vast";
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(For, CfgctlRowsSearch, ::testing::Values(
-    Search {"NothingTold",         {}, kAll},
-    Search {"EmptyText",           {"--search", ""}, kAll},
+    Search {"NothingTold",         {}, kAllRows},
+    Search {"EmptyText",           {"--search", ""}, kAllRows},
     Search {"ANameInAnyCase",      {"--search", "VAST"}, "8 Vast"},
     Search {"ADescription",        {"--search", "ree text"}, "0 Tekst"},
     Search {"WhatIsNowhere",       {"--search", "zzz"}, ""},
     Search {"AValue",              {"--search", "midden"}, ""},
     Search {"TwoParts",            {"--search", "uit+USED"}, "0 Uit, 7 Oud"},
-    Search {"APlusAtTheEnd",       {"--search", "zzz+"}, kAll},
+    Search {"APlusAtTheEnd",       {"--search", "zzz+"}, kAllRows},
     Search {"ThePartBehindTheLastPlus", {"--search", "uit+aan+oud"}, "7 Oud"},
     Search {"NoTextAtAll",         {"--no-search"}, ""}),
     [](const auto& row) { return row.param.sentence; });

@@ -127,14 +127,14 @@ TEST_F(CfgctlSet, StoresForAScrambledFileUnderThePlainName)
     EXPECT_EQ(get({"tool.ini", "Maat", "--drawing=plan.dxf", "--scramble=7"}), "3");
 }
 
-struct Refused
+struct RefusedSet
 {
     const char* sentence;
     Words arguments;
     const char* message; // a part of what is told
 };
 
-class CfgctlSetRefused : public CfgctlSet, public ::testing::WithParamInterface<Refused>
+class CfgctlSetRefused : public CfgctlSet, public ::testing::WithParamInterface<RefusedSet>
 {
 };
 
@@ -160,12 +160,12 @@ TEST_P(CfgctlSetRefused, LeavesTheDrawingAlone)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Because, CfgctlSetRefused, ::testing::Values(
-    Refused {"R12HasNoPlace",       {"set", "tool.ini", "Maat", "3", "--drawing", "oud.dxf"}, "oud.dxf: its version (AC1009) is R12 or older."},
-    Refused {"BinaryR12HasNoPlace", {"set", "tool.ini", "Maat", "3", "--drawing", "oud_binair.dxf", "--save-as", "kopie.dxf"}, "Maat not stored in the drawing\n"},
-    Refused {"TheFileIsNotThere",   {"set", "weg.ini", "Maat", "3", "--drawing", "plan.dxf"}, "(Inifile \"weg.ini\" not found , ec = 0)\nMaat not stored in the drawing\n"},
-    Refused {"TheIdentIsEmpty",     {"set", "tool.ini", "[Wand]", "3", "--drawing", "plan.dxf"}, "[Wand] not stored in the drawing\n"},
-    Refused {"TheFolderIsNotThere", {"set", "tool.ini", "Maat", "3", "--drawing", "plan.dxf", "--save-as", "weg/kopie.dxf"}, "weg/kopie.dxf could not be written ("},
-    Refused {"TheTargetIsAFolder",  {"set", "tool.ini", "Maat", "3", "--drawing", "plan.dxf", "--save-as", "map"}, "map could not be written ("}),
+    RefusedSet {"R12HasNoPlace",       {"set", "tool.ini", "Maat", "3", "--drawing", "oud.dxf"}, "oud.dxf: its version (AC1009) is R12 or older."},
+    RefusedSet {"BinaryR12HasNoPlace", {"set", "tool.ini", "Maat", "3", "--drawing", "oud_binair.dxf", "--save-as", "kopie.dxf"}, "Maat not stored in the drawing\n"},
+    RefusedSet {"TheFileIsNotThere",   {"set", "weg.ini", "Maat", "3", "--drawing", "plan.dxf"}, "(Inifile \"weg.ini\" not found , ec = 0)\nMaat not stored in the drawing\n"},
+    RefusedSet {"TheIdentIsEmpty",     {"set", "tool.ini", "[Wand]", "3", "--drawing", "plan.dxf"}, "[Wand] not stored in the drawing\n"},
+    RefusedSet {"TheFolderIsNotThere", {"set", "tool.ini", "Maat", "3", "--drawing", "plan.dxf", "--save-as", "weg/kopie.dxf"}, "weg/kopie.dxf could not be written ("},
+    RefusedSet {"TheTargetIsAFolder",  {"set", "tool.ini", "Maat", "3", "--drawing", "plan.dxf", "--save-as", "map"}, "map could not be written ("}),
     [](const auto& row) { return row.param.sentence; });
 
 // clang-format on

@@ -1,24 +1,20 @@
 // cfgctl: the texts of the editor.
 
 #include "CfgctlTest.h"
+#include "support/row_names.h"
 
 namespace corma::testing {
 
 namespace {
 
-struct Row
+struct TextsRow
 {
     const char* sentence;
     Words arguments;
     const char* out;
 };
 
-std::string sentenceOf(const ::testing::TestParamInfo<Row>& row)
-{
-    return row.param.sentence;
-}
-
-class CfgctlTexts : public CfgctlTest, public ::testing::WithParamInterface<Row>
+class CfgctlTexts : public CfgctlTest, public ::testing::WithParamInterface<TextsRow>
 {
 };
 
@@ -32,23 +28,23 @@ TEST_P(CfgctlTexts, ArePrinted)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Texts, CfgctlTexts, ::testing::Values(
-    Row {"AreEnglishUnlessTold",        {"texts", "2972"}, "2972\tGeneral\n"},
-    Row {"AreThoseOfTheLanguage",       {"texts", "2972", "--language", "19"}, "2972\tAlgemeen\n"},
-    Row {"AreUtf8",                     {"texts", "3013", "--language", "25"}, "3013\tСтепень растяжения\n"},
-    Row {"AreEnglishForAnUnknownLanguage", {"texts", "2972", "--language", "8"}, "2972\tGeneral\n"},
-    Row {"AreEnglishInGerman",          {"texts", "2972", "--language", "7"}, "2972\tGeneral\n"},
-    Row {"AreEnglishInANegativeLanguage", {"texts", "2972", "--language=-1"}, "2972\tGeneral\n"},
-    Row {"ComeInTheOrderOfTheArguments", {"texts", "2996", "2995", "2996"}, "2996\tNo\n2995\tYes\n2996\tNo\n"},
-    Row {"KeepTheirBlanks",             {"texts", "2992"}, "2992\tIni-file not found: \n"},
-    Row {"ShowLineEndsAsEscapes",       {"texts", "3003"}, "3003\tSetting was not written. \\nCheck if ini-file is present and \\nif the file is not read-only\n"},
-    Row {"AreEmptyForARowThatIsNotThere", {"texts", "3001"}, "3001\t\n"},
-    Row {"AreEmptyForANegativeRow",     {"texts", "--", "-1"}, "-1\t\n"},
-    Row {"ComeForTheHighestAccessLevel", {"texts", "2972", "--access", "32767"}, "2972\tGeneral\n"},
-    Row {"ComeForTheLowestAccessLevel", {"texts", "2972", "--access=-32768"}, "2972\tGeneral\n"},
-    Row {"AreADocument",                {"texts", "2995", "2996", "--language", "12", "--json"}, "{\"2995\":\"Oui\",\"2996\":\"Non\"}\n"},
-    Row {"OfADocumentComeOnceEach",     {"texts", "2996", "2995", "2996", "--json"}, "{\"2996\":\"No\",\"2995\":\"Yes\"}\n"},
-    Row {"OfADocumentKeepTheirLineEnds", {"texts", "3003", "--json"}, "{\"3003\":\"Setting was not written. \\nCheck if ini-file is present and \\nif the file is not read-only\"}\n"},
-    Row {"OfADocumentAreEmptyForARowThatIsNotThere", {"texts", "3001", "--json"}, "{\"3001\":\"\"}\n"}),
+    TextsRow {"AreEnglishUnlessTold",        {"texts", "2972"}, "2972\tGeneral\n"},
+    TextsRow {"AreThoseOfTheLanguage",       {"texts", "2972", "--language", "19"}, "2972\tAlgemeen\n"},
+    TextsRow {"AreUtf8",                     {"texts", "3013", "--language", "25"}, "3013\tСтепень растяжения\n"},
+    TextsRow {"AreEnglishForAnUnknownLanguage", {"texts", "2972", "--language", "8"}, "2972\tGeneral\n"},
+    TextsRow {"AreEnglishInGerman",          {"texts", "2972", "--language", "7"}, "2972\tGeneral\n"},
+    TextsRow {"AreEnglishInANegativeLanguage", {"texts", "2972", "--language=-1"}, "2972\tGeneral\n"},
+    TextsRow {"ComeInTheOrderOfTheArguments", {"texts", "2996", "2995", "2996"}, "2996\tNo\n2995\tYes\n2996\tNo\n"},
+    TextsRow {"KeepTheirBlanks",             {"texts", "2992"}, "2992\tIni-file not found: \n"},
+    TextsRow {"ShowLineEndsAsEscapes",       {"texts", "3003"}, "3003\tSetting was not written. \\nCheck if ini-file is present and \\nif the file is not read-only\n"},
+    TextsRow {"AreEmptyForARowThatIsNotThere", {"texts", "3001"}, "3001\t\n"},
+    TextsRow {"AreEmptyForANegativeRow",     {"texts", "--", "-1"}, "-1\t\n"},
+    TextsRow {"ComeForTheHighestAccessLevel", {"texts", "2972", "--access", "32767"}, "2972\tGeneral\n"},
+    TextsRow {"ComeForTheLowestAccessLevel", {"texts", "2972", "--access=-32768"}, "2972\tGeneral\n"},
+    TextsRow {"AreADocument",                {"texts", "2995", "2996", "--language", "12", "--json"}, "{\"2995\":\"Oui\",\"2996\":\"Non\"}\n"},
+    TextsRow {"OfADocumentComeOnceEach",     {"texts", "2996", "2995", "2996", "--json"}, "{\"2996\":\"No\",\"2995\":\"Yes\"}\n"},
+    TextsRow {"OfADocumentKeepTheirLineEnds", {"texts", "3003", "--json"}, "{\"3003\":\"Setting was not written. \\nCheck if ini-file is present and \\nif the file is not read-only\"}\n"},
+    TextsRow {"OfADocumentAreEmptyForARowThatIsNotThere", {"texts", "3001", "--json"}, "{\"3001\":\"\"}\n"}),
     sentenceOf);
 
 // clang-format on

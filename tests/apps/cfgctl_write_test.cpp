@@ -11,7 +11,6 @@ namespace corma::testing {
 
 namespace {
 
-constexpr const char* kStored = R"({"status":5100})";
 constexpr const char* kNotStored = R"({"status":-5001})";
 constexpr const char* kNotWritten = "Setting was not written. \nCheck if ini-file is present and \n"
                                     "if the file is not read-only\n";

@@ -1,6 +1,18 @@
 #include "controls/CColorListCtrl.h"
 #include "controls/readable.h"
 
+#include <QDialog>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPainter>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QStandardItem>
+#include <QStandardItemModel>
+#include <QStyle>
+#include <QStyleOption>
+#include <QVBoxLayout>
+#include <QWidget>
 #include <QtTest>
 
 #include <gtest/gtest.h>

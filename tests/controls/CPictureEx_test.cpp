@@ -3,8 +3,11 @@
 #include "gif_bytes.h"
 #include "support/TempFolder.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QBuffer>
 #include <QFile>
+#include <QPainter>
 #include <QtTest>
 
 #include <array>
@@ -19,7 +22,7 @@ using corma::testing::gifBytes;
 using corma::testing::gifHead;
 using corma::testing::TempFolder;
 
-const QColor kPaper(1, 2, 3); // behind the picture
+const QColor kPaperBehind(1, 2, 3); // behind the picture
 
 /// A picture of one colour in a format that Qt writes.
 std::string fileOf(const char* format, const QSize& size = {3, 2}, const QColor& colour = Qt::red)
@@ -49,7 +52,7 @@ protected:
     Picture()
     {
         QPalette palette;
-        palette.setColor(QPalette::Window, kPaper);
+        palette.setColor(QPalette::Window, kPaperBehind);
         control->setPalette(palette);
         control->setAutoFillBackground(true);
         control->resize(10, 8);
@@ -78,7 +81,7 @@ protected:
     [[nodiscard]] std::string seenColours() const
     {
         const QColor corner = seen().pixelColor(0, 0);
-        return corner == kPaper ? "paper" : corner.name().toStdString();
+        return corner == kPaperBehind ? "paper" : corner.name().toStdString();
     }
 
     [[nodiscard]] bool comesToShow(const char* colour) const
@@ -204,7 +207,7 @@ TEST_F(Picture, BeginsAtTheUpperLeftCorner)
 {
     ASSERT_TRUE(load(fileOf("BMP")) && control->draw());
     QImage expected(10, 8, QImage::Format_RGB32);
-    expected.fill(kPaper);
+    expected.fill(kPaperBehind);
     QPainter(&expected).fillRect(0, 0, 3, 2, Qt::red);
     EXPECT_EQ(seen(), expected);
 }
@@ -214,8 +217,8 @@ TEST_F(Picture, KeepsItsSizeOnAScreenOfMorePixels)
     ASSERT_TRUE(load(fileOf("BMP")) && control->draw());
     const QImage image = seen(2);
     EXPECT_EQ(image.pixelColor(5, 3), QColor(Qt::red));
-    EXPECT_EQ(image.pixelColor(6, 3), kPaper);
-    EXPECT_EQ(image.pixelColor(5, 4), kPaper);
+    EXPECT_EQ(image.pixelColor(6, 3), kPaperBehind);
+    EXPECT_EQ(image.pixelColor(5, 4), kPaperBehind);
 }
 
 TEST_F(Picture, IsPaintedInPartWhenAPartIsAskedFor)
@@ -223,7 +226,7 @@ TEST_F(Picture, IsPaintedInPartWhenAPartIsAskedFor)
     ASSERT_TRUE(load(fileOf("BMP")) && control->draw());
     control->setPaintRect({1, 1, 9, 9});
     QImage expected(10, 8, QImage::Format_RGB32);
-    expected.fill(kPaper);
+    expected.fill(kPaperBehind);
     QPainter(&expected).fillRect(1, 1, 2, 1, Qt::red);
     EXPECT_EQ(seen(), expected);
 

@@ -1,5 +1,8 @@
 #include "controls/CategoryTreeView.h"
 
+#include <QLineEdit>
+#include <QStandardItem>
+#include <QStandardItemModel>
 #include <QtTest>
 
 #include <gtest/gtest.h>

@@ -1,6 +1,7 @@
 #include "controls/GifPlayer.h"
 #include "controls/pictures.h"
 #include "gif_bytes.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
 
@@ -8,14 +9,13 @@ namespace corma {
 
 namespace {
 
+using testing::nameOfRow;
 using namespace std::chrono_literals;
 using testing::gifBlocks;
 using testing::gifBytes;
 using testing::gifHead;
 using testing::TestFrame;
 using testing::TestScreen;
-
-const auto kName = [](const auto& info) { return std::string(info.param.name); };
 
 char letterOf(QRgb pixel)
 {
@@ -50,7 +50,7 @@ std::string textOf(const QImage& image)
     return text;
 }
 
-struct Case
+struct PicturesCase
 {
     const char* name;
     TestScreen screen; // with background blue
@@ -58,7 +58,7 @@ struct Case
     std::vector<std::string> expected; // one after the other
 };
 
-class PicturesOf : public ::testing::TestWithParam<Case>
+class PicturesOf : public ::testing::TestWithParam<PicturesCase>
 {
 };
 
@@ -74,7 +74,7 @@ TEST_P(PicturesOf, AreComposed)
 constexpr TestScreen kSmall {.width = 3, .height = 1};
 
 // clang-format off
-const Case kCases[] = {
+const PicturesCase kPicturesCases[] = {
     {"AFrameStays", kSmall,
         {{.left = 0, .colour = 1}, {.left = 1, .colour = 2}},
         {"RBB", "RGB"}},
@@ -123,7 +123,7 @@ const Case kCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(, PicturesOf, ::testing::ValuesIn(kCases), kName);
+INSTANTIATE_TEST_SUITE_P(, PicturesOf, ::testing::ValuesIn(kPicturesCases), nameOfRow);
 
 TEST(GifPlayer, ADelayBelow5IsATenthOfASecond)
 {

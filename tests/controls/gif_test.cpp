@@ -1,5 +1,6 @@
 #include "controls/gif.h"
 #include "gif_bytes.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
 
@@ -7,14 +8,13 @@ namespace corma {
 
 namespace {
 
+using testing::nameOfRow;
 using namespace std::string_literals;
 using testing::gifBlocks;
 using testing::gifBytes;
 using testing::gifHead;
 using testing::TestFrame;
 using testing::TestScreen;
-
-const auto kName = [](const auto& info) { return std::string(info.param.name); };
 
 /// A line for the screen and one for each frame, as "left,top widthxheight delay disposal".
 std::string textOf(std::string_view bytes)
@@ -36,17 +36,17 @@ const std::string kHead = gifHead({});
 const std::string kDot = gifBlocks({});
 const std::string kControl = "\x21\xF9\x04\x08\x07\0\0\0"s; // disposal 2, delay 7
 const std::string kComment = "\x21\xFE\x02hi\0"s;
-const std::string kText = "\x21\x01\x01x\0"s;
+const std::string kTextBlock = "\x21\x01\x01x\0"s;
 const std::string kApplication = "\x21\xFF\x0BNETSCAPE2.0\x03\x01\0\0\0"s;
 
-struct Case
+struct GifCase
 {
     const char* name;
     std::string bytes;
     std::string expected;
 };
 
-class GifOf : public ::testing::TestWithParam<Case>
+class GifOf : public ::testing::TestWithParam<GifCase>
 {
 };
 
@@ -56,7 +56,7 @@ TEST_P(GifOf, IsTakenApart)
 }
 
 // clang-format off
-const Case kCases[] = {
+const GifCase kGifCases[] = {
     {"NoBytes",                       "", "nothing"},
     {"ASignatureOnly",                "GIF", "nothing"},
     {"AnotherSignature",              "BIF" + (kHead + kDot + ";").substr(3), "nothing"},
@@ -74,7 +74,7 @@ const Case kCases[] = {
     {"AControlExtensionForOneImage",  kHead + kControl + kDot + kDot, "4x4\n0,0 1x1 7 2\n0,0 1x1 -1 0"},
     {"ACommentBetween",               kHead + kControl + kComment + kDot, "4x4\n0,0 1x1 7 2"},
     {"AnApplicationsExtension",       kHead + kApplication + kControl + kDot, "4x4\n0,0 1x1 7 2"},
-    {"ATextTakesTheControl",          kHead + kControl + kText + kDot, "4x4\n0,0 1x1 -1 0"},
+    {"ATextTakesTheControl",          kHead + kControl + kTextBlock + kDot, "4x4\n0,0 1x1 -1 0"},
     {"TheLastOfTwoControlsCounts",    kHead + kControl + "\x21\xF9\x04\x04\x01\x02\0\0"s + kDot, "4x4\n0,0 1x1 513 1"},
     {"AControlOfAnotherLength",       kHead + "\x21\xF9\x03\x08\x07\0\0"s + kDot, "4x4\n0,0 1x1 -1 0"},
     {"AControlWithMoreBehindIt",      kHead + "\x21\xF9\x04\x08\x07\0\0\x01x\0"s + kDot, "4x4\n0,0 1x1 -1 0"},
@@ -88,7 +88,7 @@ const Case kCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(, GifOf, ::testing::ValuesIn(kCases), kName);
+INSTANTIATE_TEST_SUITE_P(, GifOf, ::testing::ValuesIn(kGifCases), nameOfRow);
 
 TEST(Gif, AnImageThatIsCutAnywhereIsNone)
 {

@@ -4,8 +4,10 @@
 #include <corma/texts.h>
 #include <corma/xx_gridListCtrl.h>
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QDialogButtonBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>

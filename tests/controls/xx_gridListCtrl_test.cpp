@@ -3,6 +3,10 @@
 
 #include <QAbstractItemModelTester>
 #include <QAccessible>
+#include <QHeaderView>
+#include <QLayout>
+#include <QShortcut>
+#include <QVBoxLayout>
 
 using corma::testing::text;
 

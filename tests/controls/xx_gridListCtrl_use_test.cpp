@@ -3,6 +3,12 @@
 
 #include "controls/GridListTest.h"
 
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QVBoxLayout>
+
 #include <tuple>
 
 using corma::testing::text;

@@ -1,7 +1,10 @@
 #include "data/ComError.h"
 #include "support/RecordingServices.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
+
+using corma::testing::nameOfRow;
 
 namespace {
 
@@ -42,9 +45,7 @@ const MeaningCase kMeaningCases[] = {
 };
 // clang-format on
 
-const auto kName = [](const auto& info) { return std::string(info.param.name); };
-
-INSTANTIATE_TEST_SUITE_P(Codes, MeaningOf, testing::ValuesIn(kMeaningCases), kName);
+INSTANTIATE_TEST_SUITE_P(Codes, MeaningOf, testing::ValuesIn(kMeaningCases), nameOfRow);
 
 TEST(DumpComError, ShowsAMessageForEachPart)
 {

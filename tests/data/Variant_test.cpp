@@ -1,4 +1,5 @@
 #include "data/Variant.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
 #include <limits>
@@ -6,6 +7,8 @@
 namespace corma {
 
 namespace {
+
+using corma::testing::nameOfRow;
 
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInfinite = std::numeric_limits<double>::infinity();
@@ -17,7 +20,7 @@ struct TextCase
     const wchar_t* text;
 };
 
-class VariantText : public testing::TestWithParam<TextCase>
+class VariantText : public ::testing::TestWithParam<TextCase>
 {
 };
 
@@ -139,11 +142,10 @@ const TextCase kPlainElements[] = {
 };
 // clang-format on
 
-const auto kName = [](const auto& info) { return std::string(info.param.name); };
-
-INSTANTIATE_TEST_SUITE_P(Values, VariantText, testing::ValuesIn(kTextCases), kName);
-INSTANTIATE_TEST_SUITE_P(NamesOfTags, VariantText, testing::ValuesIn(kNamedTags), kName);
-INSTANTIATE_TEST_SUITE_P(NamesOfPlainTags, VariantText, testing::ValuesIn(kPlainElements), kName);
+INSTANTIATE_TEST_SUITE_P(Values, VariantText, ::testing::ValuesIn(kTextCases), nameOfRow);
+INSTANTIATE_TEST_SUITE_P(NamesOfTags, VariantText, ::testing::ValuesIn(kNamedTags), nameOfRow);
+INSTANTIATE_TEST_SUITE_P(NamesOfPlainTags, VariantText, ::testing::ValuesIn(kPlainElements),
+                         nameOfRow);
 
 struct NumberCase
 {
@@ -153,7 +155,7 @@ struct NumberCase
     double real;
 };
 
-class VariantNumber : public testing::TestWithParam<NumberCase>
+class VariantNumber : public ::testing::TestWithParam<NumberCase>
 {
 };
 
@@ -195,7 +197,7 @@ const NumberCase kNumberCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Tags, VariantNumber, testing::ValuesIn(kNumberCases), kName);
+INSTANTIATE_TEST_SUITE_P(Tags, VariantNumber, ::testing::ValuesIn(kNumberCases), nameOfRow);
 
 TEST(VariantNumber, WhatIsNoNumberHasNoInteger)
 {

@@ -9,9 +9,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-namespace {
+namespace corma {
 
-using namespace corma;
+namespace {
 
 TEST(WithoutOdbc, NoConnectionOpens)
 {
@@ -56,3 +56,5 @@ TEST(WithoutOdbc, AStatementIsAnErrorThatIsTold)
 }
 
 } // namespace
+
+} // namespace corma

@@ -257,14 +257,14 @@ TEST_F(Connections, AreToSqliteFilesByTwoSpellingsAnywhereInTheName)
 
 // --- connection texts ----------------------------------------------------------------------------
 
-struct TextRow
+struct ConnectionTextRow
 {
     const char* sentence;
     const wchar_t* name;
     const wchar_t* text;
 };
 
-class ConnectionText : public ::testing::TestWithParam<TextRow>
+class ConnectionText : public ::testing::TestWithParam<ConnectionTextRow>
 {
 };
 
@@ -281,7 +281,7 @@ TEST_P(ConnectionText, IsMadeFromTheName)
     L"Provider=Microsoft.ACE.OLEDB.12.0;Data Source=" folder L";Extended Properties=dBase IV"
 
 // clang-format off
-const TextRow textRows[] = {
+const ConnectionTextRow connectionTextRows[] = {
     {"NothingForNothing", L"", L""},
     {"AFinishedTextAsItStands", L"Provider=X;Data Source=huis", L"Provider=X;Data Source=huis"},
     {"AFinishedTextWithAFileAsItStands",
@@ -307,7 +307,7 @@ const TextRow textRows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(connections, ConnectionText, ::testing::ValuesIn(textRows),
+INSTANTIATE_TEST_SUITE_P(connections, ConnectionText, ::testing::ValuesIn(connectionTextRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST(ConnectionText, HasAnEmptyPasswordWithoutOne)

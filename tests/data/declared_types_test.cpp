@@ -1,4 +1,5 @@
 #include "data/declared_types.h"
+#include "support/row_names.h"
 
 #include <algorithm>
 #include <array>
@@ -12,6 +13,8 @@
 namespace corma {
 
 namespace {
+
+using corma::testing::nameOfRow;
 
 // One line for each column: name, "|" and type.
 std::string columnText(std::string_view createStatement)
@@ -30,7 +33,7 @@ struct Case
     std::string columns;
 };
 
-class DeclaredColumns : public testing::TestWithParam<Case>
+class DeclaredColumns : public ::testing::TestWithParam<Case>
 {
 };
 
@@ -103,9 +106,7 @@ const Case kStatements[] = {
 };
 // clang-format on
 
-const auto kName = [](const auto& info) { return std::string(info.param.name); };
-
-INSTANTIATE_TEST_SUITE_P(Statements, DeclaredColumns, testing::ValuesIn(kStatements), kName);
+INSTANTIATE_TEST_SUITE_P(Statements, DeclaredColumns, ::testing::ValuesIn(kStatements), nameOfRow);
 
 // --- beside SQLite -------------------------------------------------------------------------------
 

@@ -1,6 +1,7 @@
 #include "data/providers.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +9,9 @@ namespace corma {
 
 namespace {
 
+using testing::nameOfRow;
 using testing::RecordingServices;
 using testing::TempFolder;
-
-const auto kName = [](const auto& info) { return std::string(info.param.name); };
 
 // --- parts ---------------------------------------------------------------------------------------
 
@@ -58,7 +58,7 @@ const PartsCase kPartsCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Texts, ConnectionPartsOf, ::testing::ValuesIn(kPartsCases), kName);
+INSTANTIATE_TEST_SUITE_P(Texts, ConnectionPartsOf, ::testing::ValuesIn(kPartsCases), nameOfRow);
 
 // --- rows ----------------------------------------------------------------------------------------
 
@@ -102,13 +102,13 @@ const RowsCase kRowsCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Texts, ProviderRowsOf, ::testing::ValuesIn(kRowsCases), kName);
+INSTANTIATE_TEST_SUITE_P(Texts, ProviderRowsOf, ::testing::ValuesIn(kRowsCases), nameOfRow);
 
 // --- texts for ODBC ------------------------------------------------------------------------------
 
 constexpr const wchar_t* kNoRow = L"(none)";
 
-struct TextCase
+struct OdbcTextCase
 {
     const char* name;
     const wchar_t* rows;
@@ -116,7 +116,7 @@ struct TextCase
     const wchar_t* odbc;
 };
 
-class OdbcText : public ::testing::TestWithParam<TextCase>
+class OdbcText : public ::testing::TestWithParam<OdbcTextCase>
 {
 };
 
@@ -127,7 +127,7 @@ TEST_P(OdbcText, IsMadeByTheRowThatFits)
 }
 
 // clang-format off
-const TextCase kTextCases[] = {
+const OdbcTextCase kOdbcTextCases[] = {
     {"TheProviderInTheText",       L"Given=a\nOther=b", L"Provider=Other", L"b"},
     {"TheProviderThatIsGiven",     L"Given=a\nOther=b", L"x=1", L"a"},
     {"AnEmptyProviderIsNone",      L"Given=a\nOther=b", L"Provider=", L"a"},
@@ -173,7 +173,7 @@ const TextCase kTextCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Rows, OdbcText, ::testing::ValuesIn(kTextCases), kName);
+INSTANTIATE_TEST_SUITE_P(Rows, OdbcText, ::testing::ValuesIn(kOdbcTextCases), nameOfRow);
 
 // --- the rows in force ---------------------------------------------------------------------------
 
@@ -218,7 +218,7 @@ const BuiltInCase kBuiltInCases[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Providers, BuiltInRows, ::testing::ValuesIn(kBuiltInCases), kName);
+INSTANTIATE_TEST_SUITE_P(Providers, BuiltInRows, ::testing::ValuesIn(kBuiltInCases), nameOfRow);
 
 class ProviderTable : public BuiltInRows
 {

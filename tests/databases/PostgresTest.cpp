@@ -55,7 +55,7 @@ int PostgresTest::port()
 int main(int count, char** arguments)
 {
     using namespace corma::testing;
-    testing::InitGoogleTest(&count, arguments);
+    ::testing::InitGoogleTest(&count, arguments);
     for (const std::string& reason :
          {PostgresServer::missing(), missingDriver(kDriver, "odbc-postgresql")}) {
         if (!reason.empty()) {
@@ -64,6 +64,6 @@ int main(int count, char** arguments)
         }
     }
     serverOfAll = new ServerOfAll;
-    testing::AddGlobalTestEnvironment(serverOfAll);
+    ::testing::AddGlobalTestEnvironment(serverOfAll);
     return RUN_ALL_TESTS();
 }

@@ -3,9 +3,10 @@
 
 #include <gtest/gtest.h>
 
+namespace corma {
+
 namespace {
 
-using namespace corma;
 using odbc::Reading;
 
 struct TypeRow
@@ -60,3 +61,5 @@ INSTANTIATE_TEST_SUITE_P(ColumnTypes, ColumnTypes, ::testing::Values(
 // clang-format on
 
 } // namespace
+
+} // namespace corma

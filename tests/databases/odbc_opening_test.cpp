@@ -8,15 +8,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+namespace corma {
+
 namespace {
 
-using namespace corma;
 using corma::testing::errorOf;
 using corma::testing::errorOfOpening;
 using corma::testing::RecordingServices;
 
 constexpr std::uint32_t kNotRegistered = 0x80040154;
-constexpr std::uint32_t kOther = 0x80004005;
+constexpr std::uint32_t kOtherTrouble = 0x80004005;
 
 struct MissingRow
 {
@@ -126,7 +127,7 @@ TEST(Opening, ADriverFileThatIsNotThereIsNamed)
     const RecordingServices services;
     const auto error = errorOfOpening(L"Driver=/nowhere/firma.so;Database=x");
     ASSERT_TRUE(error);
-    EXPECT_EQ(error->code, kOther);
+    EXPECT_EQ(error->code, kOtherTrouble);
     EXPECT_THAT(error->description,
                 ::testing::StartsWith(L"driver \"/nowhere/firma.so\": [01000]"));
 }
@@ -137,7 +138,7 @@ TEST(Opening, ADataSourceWithoutEntryIsNamed)
     for (const wchar_t* const text : {L"DSN=firma", L"Provider=MSDASQL;DSN=firma"}) {
         const auto error = errorOfOpening(text);
         ASSERT_TRUE(error) << text;
-        EXPECT_EQ(error->code, kOther);
+        EXPECT_EQ(error->code, kOtherTrouble);
         EXPECT_EQ(error->source, L"ODBC");
         EXPECT_THAT(error->description, ::testing::StartsWith(L"data source \"firma\": [IM002] "));
     }
@@ -148,7 +149,7 @@ TEST(Opening, AFileOfADataSourceThatIsNotThereIsNamed)
     const RecordingServices services;
     const auto error = errorOfOpening(L"FILEDSN=/nowhere/firma.dsn");
     ASSERT_TRUE(error);
-    EXPECT_EQ(error->code, kOther);
+    EXPECT_EQ(error->code, kOtherTrouble);
     EXPECT_THAT(error->description,
                 ::testing::StartsWith(L"data source \"/nowhere/firma.dsn\": ["));
 }
@@ -174,7 +175,7 @@ TEST(Opening, ARecordSetNeedsAnOpenConnection)
     EXPECT_FALSE(connection.isLost());
     const auto error = errorOf(connection, L"SELECT 1");
     ASSERT_TRUE(error);
-    EXPECT_EQ(error->code, kOther);
+    EXPECT_EQ(error->code, kOtherTrouble);
     EXPECT_EQ(error->description, L"The connection is not open.");
 }
 
@@ -196,3 +197,5 @@ TEST(OdbcDrivers, ADriverThatIsMissingIsToldByItsPackage)
 }
 
 } // namespace
+
+} // namespace corma

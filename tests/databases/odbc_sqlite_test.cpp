@@ -14,17 +14,17 @@
 #include <memory>
 #include <sqlite3.h>
 
+namespace corma {
+
 namespace {
 
-using namespace corma;
 using corma::testing::errorOf;
 using corma::testing::firstChunk;
 using corma::testing::firstField;
 using corma::testing::firstText;
+using corma::testing::kSmile;
 using corma::testing::run;
 using corma::testing::times;
-
-constexpr const wchar_t* kSmile = L"\U0001F600";
 
 struct CloseDatabase
 {
@@ -227,3 +227,5 @@ TEST_F(OdbcSqlite, IsReachedByAStatementOfTheLibrary)
 }
 
 } // namespace
+
+} // namespace corma

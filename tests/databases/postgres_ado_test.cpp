@@ -6,19 +6,19 @@
 
 #include <gmock/gmock.h>
 
+namespace corma {
+
 namespace {
 
-using namespace corma;
 using corma::testing::errorOf;
 using corma::testing::errorOfOpening;
 using corma::testing::firstChunk;
 using corma::testing::firstField;
 using corma::testing::firstText;
+using corma::testing::kSmile;
 using corma::testing::PostgresServer;
 using corma::testing::run;
 using corma::testing::times;
-
-constexpr const wchar_t* kSmile = L"\U0001F600";
 
 class PostgresAdo : public corma::testing::PostgresTest
 {
@@ -291,3 +291,5 @@ TEST_F(PostgresAdo, AServerThatGoesAwayTakesItsConnectionsAlong)
 }
 
 } // namespace
+
+} // namespace corma

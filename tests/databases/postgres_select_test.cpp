@@ -15,6 +15,8 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 
+using corma::testing::kSmile;
+
 namespace {
 
 using corma::testing::PostgresServer;
@@ -22,8 +24,6 @@ using corma::testing::times;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Texts = std::vector<std::wstring>;
-
-constexpr const wchar_t* kSmile = L"\U0001F600";
 
 class PostgresSelect : public corma::testing::PostgresTest
 {

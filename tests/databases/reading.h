@@ -8,6 +8,9 @@
 
 namespace corma::testing {
 
+/// A character that UTF-16 writes as a pair.
+inline constexpr const wchar_t* kSmile = L"\U0001F600";
+
 /// The first field of the first row of a statement.
 struct FirstField
 {

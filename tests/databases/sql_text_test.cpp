@@ -1,13 +1,14 @@
 #include "data/odbc/pieces.h"
 #include "data/odbc/sql_text.h"
+#include "databases/reading.h"
 
 #include <gtest/gtest.h>
 
+namespace corma::odbc {
+
 namespace {
 
-using namespace corma::odbc;
-
-constexpr const wchar_t* kSmile = L"\U0001F600";
+using corma::testing::kSmile;
 
 TEST(SqlText, GoesToUnitsAndBack)
 {
@@ -98,3 +99,5 @@ INSTANTIATE_TEST_SUITE_P(SqlText, Pieces, ::testing::Values(
 // clang-format on
 
 } // namespace
+
+} // namespace corma::odbc

@@ -526,7 +526,7 @@ TEST_F(UpdateRecords, LoadsBlocksAnewAndThenSyncsTheirReferencesInAllSpaces)
     EXPECT_EQ(described(xx_find_out_of_date_refs(L"*")), "");
 }
 
-struct VersionRow
+struct LoadedVersionRow
 {
     const char* sentence;
     const char* version;
@@ -544,7 +544,7 @@ std::string fileOf(const std::string& version)
            "1\nfir\n3\n\n2\nWOOD\n70\n0\n0\nENDSEC\n0\nEOF\n";
 }
 
-class LoadedVersions : public UpdateTest, public ::testing::WithParamInterface<VersionRow>
+class LoadedVersions : public UpdateTest, public ::testing::WithParamInterface<LoadedVersionRow>
 {
 };
 
@@ -569,9 +569,9 @@ TEST_P(LoadedVersions, BecomeThatOfTheDrawing)
 
 INSTANTIATE_TEST_SUITE_P(
     AttributeUpdate, LoadedVersions,
-    ::testing::Values(VersionRow {"R12", "AC1009"}, VersionRow {"R13", "AC1012"},
-                      VersionRow {"R14", "AC1014"}, VersionRow {"R2000", "AC1015"},
-                      VersionRow {"R2007", "AC1021"}, VersionRow {"R2018", "AC1032"}),
+    ::testing::Values(LoadedVersionRow {"R12", "AC1009"}, LoadedVersionRow {"R13", "AC1012"},
+                      LoadedVersionRow {"R14", "AC1014"}, LoadedVersionRow {"R2000", "AC1015"},
+                      LoadedVersionRow {"R2007", "AC1021"}, LoadedVersionRow {"R2018", "AC1032"}),
     [](const auto& row) { return row.param.sentence; });
 
 TEST_F(UpdateRecords, LoadsOnlyWhatIsWanted)

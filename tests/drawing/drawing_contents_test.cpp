@@ -93,7 +93,7 @@ TEST_F(Contents, OfTheWorkingDrawingNeedNoName)
     corma::closeDocument();
 }
 
-struct VersionRow
+struct FileVersionRow
 {
     const char* file;
     const wchar_t* version;
@@ -101,11 +101,11 @@ struct VersionRow
 
 TEST_F(Contents, TellTheVersionAsItStandsInTheFile)
 {
-    for (const VersionRow& row :
-         {VersionRow {"r12", L"AC1009"}, VersionRow {"r12_binary", L"AC1009"},
-          VersionRow {"r13", L"AC1012"}, VersionRow {"r14", L"AC1014"},
-          VersionRow {"r2018_binary", L"AC1032"}, VersionRow {"damaged/no_header", L""},
-          VersionRow {"damaged/version_is_text", L"nieuwste"}}) {
+    for (const FileVersionRow& row :
+         {FileVersionRow {"r12", L"AC1009"}, FileVersionRow {"r12_binary", L"AC1009"},
+          FileVersionRow {"r13", L"AC1012"}, FileVersionRow {"r14", L"AC1014"},
+          FileVersionRow {"r2018_binary", L"AC1032"}, FileVersionRow {"damaged/no_header", L""},
+          FileVersionRow {"damaged/version_is_text", L"nieuwste"}}) {
         EXPECT_EQ(of(row.file).version, row.version) << row.file;
     }
 }

@@ -10,7 +10,7 @@ namespace {
 
 // --- names ---------------------------------------------------------------------------------------
 
-struct NameRow
+struct DrawingNameRow
 {
     const char* sentence;
     const wchar_t* name;
@@ -18,12 +18,12 @@ struct NameRow
     const wchar_t* file; // the only one that is there
 };
 
-std::string sentenceOf(const ::testing::TestParamInfo<NameRow>& row)
+std::string sentenceOf(const ::testing::TestParamInfo<DrawingNameRow>& row)
 {
     return row.param.sentence;
 }
 
-class FindDrawingByName : public BlockTest, public ::testing::WithParamInterface<NameRow>
+class FindDrawingByName : public BlockTest, public ::testing::WithParamInterface<DrawingNameRow>
 {
 };
 
@@ -41,24 +41,24 @@ constexpr auto kDxfToo = DrawingNames::dwgDwtOrDxf;
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Of, FindDrawingByName, ::testing::Values(
-    NameRow {"ABareNameGetsTheExtensionOfADrawing",   L"door",          kDwg,    L"DOOR.DWG"},
-    NameRow {"ABareNameGetsItAmongDxfFilesToo",       L"door",          kDxfToo, L"DOOR.DWG"},
-    NameRow {"ADrawingStays",                         L"door.dwg",      kDwg,    L"DOOR.DWG"},
-    NameRow {"TheCaseOfTheExtensionDoesNotCount",     L"Door.DwG",      kDxfToo, L"DOOR.DWG"},
-    NameRow {"ATemplateStays",                        L"door.dwt",      kDwg,    L"DOOR.DWT"},
-    NameRow {"ATemplateStaysAmongDxfFilesToo",        L"door.Dwt",      kDxfToo, L"DOOR.DWT"},
-    NameRow {"ADxfFileStaysWhereItIsAskedFor",        L"door.dxf",      kDxfToo, L"DOOR.DXF"},
-    NameRow {"ADxfFileIsNoDrawingElsewhere",          L"door.dxf",      kDwg,    L"DOOR.DXF.DWG"},
-    NameRow {"AnotherExtensionIsPartOfTheName",       L"door.bak",      kDxfToo, L"DOOR.BAK.DWG"},
-    NameRow {"APointAtTheEndIsPartOfTheName",         L"door.",         kDwg,    L"DOOR..DWG"},
-    NameRow {"AnExtensionInTheMiddleCounts",          L"door.dwg.old",  kDwg,    L"DOOR.DWG.OLD"},
-    NameRow {"ATemplateInTheMiddleCounts",            L"door.dwtx",     kDxfToo, L"DOOR.DWTX"},
-    NameRow {"DxfInTheMiddleCounts",                  L"door.dxf.2",    kDxfToo, L"DOOR.DXF.2"},
-    NameRow {"TheExtensionOfAFolderCounts",           L"lib.dwg/door",  kDwg,    L"LIB.DWG/DOOR"},
-    NameRow {"AnExtensionAloneIsAName",               L".dwg",          kDwg,    L".DWG"},
-    NameRow {"NoNameIsAnExtensionAlone",              L"",              kDwg,    L".DWG"},
-    NameRow {"BothSeparatorsPartFolders",             L"a\\b/door",     kDwg,    L"A/B/DOOR.DWG"},
-    NameRow {"LettersOutsideAsciiAreCapitalsToo",     L"\u00E9\u00E9n", kDwg,    L"\u00C9\u00C9N.DWG"}),
+    DrawingNameRow {"ABareNameGetsTheExtensionOfADrawing",   L"door",          kDwg,    L"DOOR.DWG"},
+    DrawingNameRow {"ABareNameGetsItAmongDxfFilesToo",       L"door",          kDxfToo, L"DOOR.DWG"},
+    DrawingNameRow {"ADrawingStays",                         L"door.dwg",      kDwg,    L"DOOR.DWG"},
+    DrawingNameRow {"TheCaseOfTheExtensionDoesNotCount",     L"Door.DwG",      kDxfToo, L"DOOR.DWG"},
+    DrawingNameRow {"ATemplateStays",                        L"door.dwt",      kDwg,    L"DOOR.DWT"},
+    DrawingNameRow {"ATemplateStaysAmongDxfFilesToo",        L"door.Dwt",      kDxfToo, L"DOOR.DWT"},
+    DrawingNameRow {"ADxfFileStaysWhereItIsAskedFor",        L"door.dxf",      kDxfToo, L"DOOR.DXF"},
+    DrawingNameRow {"ADxfFileIsNoDrawingElsewhere",          L"door.dxf",      kDwg,    L"DOOR.DXF.DWG"},
+    DrawingNameRow {"AnotherExtensionIsPartOfTheName",       L"door.bak",      kDxfToo, L"DOOR.BAK.DWG"},
+    DrawingNameRow {"APointAtTheEndIsPartOfTheName",         L"door.",         kDwg,    L"DOOR..DWG"},
+    DrawingNameRow {"AnExtensionInTheMiddleCounts",          L"door.dwg.old",  kDwg,    L"DOOR.DWG.OLD"},
+    DrawingNameRow {"ATemplateInTheMiddleCounts",            L"door.dwtx",     kDxfToo, L"DOOR.DWTX"},
+    DrawingNameRow {"DxfInTheMiddleCounts",                  L"door.dxf.2",    kDxfToo, L"DOOR.DXF.2"},
+    DrawingNameRow {"TheExtensionOfAFolderCounts",           L"lib.dwg/door",  kDwg,    L"LIB.DWG/DOOR"},
+    DrawingNameRow {"AnExtensionAloneIsAName",               L".dwg",          kDwg,    L".DWG"},
+    DrawingNameRow {"NoNameIsAnExtensionAlone",              L"",              kDwg,    L".DWG"},
+    DrawingNameRow {"BothSeparatorsPartFolders",             L"a\\b/door",     kDwg,    L"A/B/DOOR.DWG"},
+    DrawingNameRow {"LettersOutsideAsciiAreCapitalsToo",     L"\u00E9\u00E9n", kDwg,    L"\u00C9\u00C9N.DWG"}),
     sentenceOf);
 // clang-format on
 

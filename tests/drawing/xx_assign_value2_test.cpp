@@ -104,7 +104,7 @@ TEST_F(AssignValue, CopiesTheFirstWordOfANameOfTheHost)
     }
 }
 
-struct TextRow
+struct AssignedTextRow
 {
     const char* sentence;
     const wchar_t* text;
@@ -112,7 +112,7 @@ struct TextRow
     std::wstring buffer; // what stands there then, of "same" and a terminator
 };
 
-class AssignText : public AssignValue, public ::testing::WithParamInterface<TextRow>
+class AssignText : public AssignValue, public ::testing::WithParamInterface<AssignedTextRow>
 {
 };
 
@@ -127,12 +127,12 @@ TEST_P(AssignText, GoesIntoTheBuffer)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(AssignValue, AssignText, ::testing::Values(
-    TextRow {"Whole", L"ab", 4, {L'a', L'b', 0, L'e'}},
-    TextRow {"JustFitting", L"abc", 4, {L'a', L'b', L'c', 0}},
-    TextRow {"CutByTheRoomForTheTerminator", L"abcd", 4, {L'a', L'b', L'c', 0}},
-    TextRow {"Empty", L"", 4, {0, L'a', L'm', L'e'}},
-    TextRow {"NotWhenItIsNull", nullptr, 4, L"same"},
-    TextRow {"NotWithoutRoom", L"ab", 0, L"same"}),
+    AssignedTextRow {"Whole", L"ab", 4, {L'a', L'b', 0, L'e'}},
+    AssignedTextRow {"JustFitting", L"abc", 4, {L'a', L'b', L'c', 0}},
+    AssignedTextRow {"CutByTheRoomForTheTerminator", L"abcd", 4, {L'a', L'b', L'c', 0}},
+    AssignedTextRow {"Empty", L"", 4, {0, L'a', L'm', L'e'}},
+    AssignedTextRow {"NotWhenItIsNull", nullptr, 4, L"same"},
+    AssignedTextRow {"NotWithoutRoom", L"ab", 0, L"same"}),
     [](const auto& row) { return row.param.sentence; });
 
 // clang-format on

@@ -9,7 +9,7 @@ namespace corma::testing {
 namespace {
 
 // Definitions in model space, one of them constant, and one in a block that is none of them.
-constexpr std::string_view kDefinitions = R"(0 LINE
+constexpr std::string_view kEntities = R"(0 LINE
 8 0
 10 0.0
 20 0.0
@@ -76,7 +76,7 @@ class ReadDefinitions : public BlockTest
 protected:
     static std::string doorOf(std::string_view version)
     {
-        return drawingOf({.version = version, .blocks = kBlocks, .entities = kDefinitions});
+        return drawingOf({.version = version, .blocks = kBlocks, .entities = kEntities});
     }
 
     // What is in the list behind a call: "tag=text" with blanks between.

@@ -13,14 +13,14 @@ namespace {
 
 // --- names ---------------------------------------------------------------------------------------
 
-struct NameRow
+struct BlockNameRow
 {
     const char* sentence;
     const wchar_t* text;
     const wchar_t* name;
 };
 
-class BlockName : public ::testing::TestWithParam<NameRow>
+class BlockName : public ::testing::TestWithParam<BlockNameRow>
 {
 };
 
@@ -31,35 +31,35 @@ TEST_P(BlockName, IsTheTextWithoutFolderAndExtensionInCapitals)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Of, BlockName, ::testing::Values(
-    NameRow {"ANameInCapitals",                L"DOOR",               L"DOOR"},
-    NameRow {"SmallLettersBecomeCapitals",     L"Door 2",             L"DOOR 2"},
-    NameRow {"LettersOutsideAsciiToo",         L"\u00E9\u00E9n",      L"\u00C9\u00C9N"},
-    NameRow {"ADrawing",                       L"door.dwg",           L"DOOR"},
-    NameRow {"ADrawingInAnyCase",              L"door.dWg",           L"DOOR"},
-    NameRow {"ATemplate",                      L"door.Dwt",           L"DOOR"},
-    NameRow {"ADxfFileKeepsItsExtension",      L"door.dxf",           L"DOOR.DXF"},
-    NameRow {"AnotherExtensionStays",          L"door.bak",           L"DOOR.BAK"},
-    NameRow {"AllBehindTheExtensionGoes",      L"door.dwg.old",       L"DOOR"},
-    NameRow {"LettersBehindTheExtensionGo",    L"door.dwgx",          L"DOOR"},
-    NameRow {"TheFirstOfTwoExtensionsCuts",    L"a.dwg.dwg",          L"A"},
-    NameRow {"ADrawingGoesBeforeATemplate",    L"a.dwt.dwg",          L"A.DWT"},
-    NameRow {"AndBehindOneToo",                L"a.dwg.dwt",          L"A"},
-    NameRow {"TheFirstOfTwoTemplatesCuts",     L"a.dwt.dwt",          L"A"},
-    NameRow {"NoPointNoExtension",             L"doordwg",            L"DOORDWG"},
-    NameRow {"ABackSlashEndsAFolder",          L"C:\\lib\\door.dwg",  L"DOOR"},
-    NameRow {"ASlashEndsAFolder",              L"/lib/door.dwg",      L"DOOR"},
-    NameRow {"BothInOnePath",                  L"lib\\sub/door",      L"DOOR"},
-    NameRow {"AndTheOtherWayRound",            L"lib/sub\\door",      L"DOOR"},
-    NameRow {"AnExtensionOfAFolderIsGone",     L"lib.dwg/door.x",     L"DOOR.X"},
-    NameRow {"ADriveWithoutAFolderStays",      L"c:door",             L"C:DOOR"},
-    NameRow {"ADollarStays",                   L"$door",              L"$DOOR"},
-    NameRow {"ADollarBehindAFolderStays",      L"lib/$door",          L"$DOOR"},
-    NameRow {"AMarkStays",                     L"a!b",                L"A!B"},
-    NameRow {"AFolderHasNoName",               L"lib/",               L""},
-    NameRow {"AnExtensionHasNoName",           L".dwg",               L""},
-    NameRow {"NothingHasNoName",               L"",                   L""},
-    NameRow {"ASeparatorAlone",                L"\\",                 L""},
-    NameRow {"AnAsteriskStays",                L"*Model_Space",       L"*MODEL_SPACE"}),
+    BlockNameRow {"ANameInCapitals",                L"DOOR",               L"DOOR"},
+    BlockNameRow {"SmallLettersBecomeCapitals",     L"Door 2",             L"DOOR 2"},
+    BlockNameRow {"LettersOutsideAsciiToo",         L"\u00E9\u00E9n",      L"\u00C9\u00C9N"},
+    BlockNameRow {"ADrawing",                       L"door.dwg",           L"DOOR"},
+    BlockNameRow {"ADrawingInAnyCase",              L"door.dWg",           L"DOOR"},
+    BlockNameRow {"ATemplate",                      L"door.Dwt",           L"DOOR"},
+    BlockNameRow {"ADxfFileKeepsItsExtension",      L"door.dxf",           L"DOOR.DXF"},
+    BlockNameRow {"AnotherExtensionStays",          L"door.bak",           L"DOOR.BAK"},
+    BlockNameRow {"AllBehindTheExtensionGoes",      L"door.dwg.old",       L"DOOR"},
+    BlockNameRow {"LettersBehindTheExtensionGo",    L"door.dwgx",          L"DOOR"},
+    BlockNameRow {"TheFirstOfTwoExtensionsCuts",    L"a.dwg.dwg",          L"A"},
+    BlockNameRow {"ADrawingGoesBeforeATemplate",    L"a.dwt.dwg",          L"A.DWT"},
+    BlockNameRow {"AndBehindOneToo",                L"a.dwg.dwt",          L"A"},
+    BlockNameRow {"TheFirstOfTwoTemplatesCuts",     L"a.dwt.dwt",          L"A"},
+    BlockNameRow {"NoPointNoExtension",             L"doordwg",            L"DOORDWG"},
+    BlockNameRow {"ABackSlashEndsAFolder",          L"C:\\lib\\door.dwg",  L"DOOR"},
+    BlockNameRow {"ASlashEndsAFolder",              L"/lib/door.dwg",      L"DOOR"},
+    BlockNameRow {"BothInOnePath",                  L"lib\\sub/door",      L"DOOR"},
+    BlockNameRow {"AndTheOtherWayRound",            L"lib/sub\\door",      L"DOOR"},
+    BlockNameRow {"AnExtensionOfAFolderIsGone",     L"lib.dwg/door.x",     L"DOOR.X"},
+    BlockNameRow {"ADriveWithoutAFolderStays",      L"c:door",             L"C:DOOR"},
+    BlockNameRow {"ADollarStays",                   L"$door",              L"$DOOR"},
+    BlockNameRow {"ADollarBehindAFolderStays",      L"lib/$door",          L"$DOOR"},
+    BlockNameRow {"AMarkStays",                     L"a!b",                L"A!B"},
+    BlockNameRow {"AFolderHasNoName",               L"lib/",               L""},
+    BlockNameRow {"AnExtensionHasNoName",           L".dwg",               L""},
+    BlockNameRow {"NothingHasNoName",               L"",                   L""},
+    BlockNameRow {"ASeparatorAlone",                L"\\",                 L""},
+    BlockNameRow {"AnAsteriskStays",                L"*Model_Space",       L"*MODEL_SPACE"}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 // clang-format on

@@ -103,7 +103,7 @@ protected:
 
 // --- the text ------------------------------------------------------------------------------------
 
-struct TextRow
+struct BlockTextRow
 {
     const char* sentence;
     const wchar_t* text;
@@ -111,7 +111,7 @@ struct TextRow
     const char* alerts; // name the file and the block that were looked for
 };
 
-class BlockText : public FindBlock, public ::testing::WithParamInterface<TextRow>
+class BlockText : public FindBlock, public ::testing::WithParamInterface<BlockTextRow>
 {
 };
 
@@ -123,36 +123,36 @@ TEST_P(BlockText, NamesFileAndBlock)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Of, BlockText, ::testing::Values(
-    TextRow {"AName",                     L"door",                 L"door",       "Block door not found"},
-    TextRow {"ANameWithAnExtension",      L"Door.dwt",             L"Door.dwt",   "Block Door.dwt not found"},
-    TextRow {"APath",                     L"C:\\lib\\door.dwg",    L"C:\\lib\\door.dwg", "Block C:\\lib\\door.dwg not found"},
-    TextRow {"APathOfThisPlatform",       L"/lib/door",            L"/lib/door",  "Block /lib/door not found"},
-    TextRow {"AFileAndABlock",            L"details.dwg!door",     L"door",       "File details.dwg not found|Block DOOR not found"},
-    TextRow {"AFileOfNoKind",             L"Details!door",         L"door",       "File Details not found|Block DOOR not found"},
-    TextRow {"AFileWithFolders",          L"a\\b/c.dxf!Door",      L"Door",       "File a\\b/c.dxf not found|Block DOOR not found"},
-    TextRow {"ABlockWithAFolder",         L"c.dwg!a\\Door.dwg",    L"a\\Door.dwg", "File c.dwg not found|Block DOOR not found"},
-    TextRow {"AForcedName",               L"$door",                L"$door",      "Block door not found"},
-    TextRow {"AForcedBlockOfAFile",       L"details.dwg!$door",    L"$door",      "File details.dwg not found|Block DOOR not found"},
-    TextRow {"TwoDollars",                L"$$door",               L"$$door",     "Block $door not found"},
-    TextRow {"ADollarWithin",             L"do$or",                L"do$or",      "Block do$or not found"},
-    TextRow {"ADollarBehindAFolder",      L"lib\\$door",           L"lib\\$door", "Block lib\\$door not found"},
-    TextRow {"ADollarAtTheEnd",           L"door$",                L"door$",      "Block door$ not found"},
-    TextRow {"ADollarBeforeAFile",        L"$details.dwg!door",    L"door",       "File $details.dwg not found|Block DOOR not found"},
-    TextRow {"TwoDollarsBehindAFile",     L"details.dwg!$$door",   L"$$door",     "File details.dwg not found|Block $DOOR not found"},
-    TextRow {"TwoMarks",                  L"a.dwg!b!c",            L"b!c",        "File a.dwg not found|Block B!C not found"},
-    TextRow {"TwoMarksWithExtensions",    L"a.dwg!b.dwg!c",        L"b.dwg!c",    "File a.dwg not found|Block B not found"},
-    TextRow {"TwoMarksInARow",            L"a.dwg!!c",             L"!c",         "File a.dwg not found|Block !C not found"},
-    TextRow {"AnEmptyFile",               L"!door",                L"door",       "Block door not found"},
-    TextRow {"AnEmptyFileAndADollar",     L"!$door",               L"$door",      "Block door not found"},
-    TextRow {"ADollarForAFile",           L"$!door",               L"door",       "File $ not found|Block DOOR not found"},
-    TextRow {"AnEmptyName",               L"details.dwg!",         L"",           "File details.dwg not found|Block  not found"},
-    TextRow {"AnEmptyForcedName",         L"details.dwg!$",        L"$",          "File details.dwg not found|Block  not found"},
-    TextRow {"AMarkAlone",                L"!",                    L"",           "Block  not found"},
-    TextRow {"ADollarAlone",              L"$",                    L"$",          "Block  not found"},
-    TextRow {"AMarkAndADollar",           L"!$",                   L"$",          "Block  not found"},
-    TextRow {"ABlank",                    L" ",                    L" ",          "Block   not found"},
-    TextRow {"AFolder",                   L"lib/",                 L"lib/",       "Block lib/ not found"},
-    TextRow {"PercentSigns",              L"%s%d!%n",              L"%n",         "File %s%d not found|Block %N not found"}),
+    BlockTextRow {"AName",                     L"door",                 L"door",       "Block door not found"},
+    BlockTextRow {"ANameWithAnExtension",      L"Door.dwt",             L"Door.dwt",   "Block Door.dwt not found"},
+    BlockTextRow {"APath",                     L"C:\\lib\\door.dwg",    L"C:\\lib\\door.dwg", "Block C:\\lib\\door.dwg not found"},
+    BlockTextRow {"APathOfThisPlatform",       L"/lib/door",            L"/lib/door",  "Block /lib/door not found"},
+    BlockTextRow {"AFileAndABlock",            L"details.dwg!door",     L"door",       "File details.dwg not found|Block DOOR not found"},
+    BlockTextRow {"AFileOfNoKind",             L"Details!door",         L"door",       "File Details not found|Block DOOR not found"},
+    BlockTextRow {"AFileWithFolders",          L"a\\b/c.dxf!Door",      L"Door",       "File a\\b/c.dxf not found|Block DOOR not found"},
+    BlockTextRow {"ABlockWithAFolder",         L"c.dwg!a\\Door.dwg",    L"a\\Door.dwg", "File c.dwg not found|Block DOOR not found"},
+    BlockTextRow {"AForcedName",               L"$door",                L"$door",      "Block door not found"},
+    BlockTextRow {"AForcedBlockOfAFile",       L"details.dwg!$door",    L"$door",      "File details.dwg not found|Block DOOR not found"},
+    BlockTextRow {"TwoDollars",                L"$$door",               L"$$door",     "Block $door not found"},
+    BlockTextRow {"ADollarWithin",             L"do$or",                L"do$or",      "Block do$or not found"},
+    BlockTextRow {"ADollarBehindAFolder",      L"lib\\$door",           L"lib\\$door", "Block lib\\$door not found"},
+    BlockTextRow {"ADollarAtTheEnd",           L"door$",                L"door$",      "Block door$ not found"},
+    BlockTextRow {"ADollarBeforeAFile",        L"$details.dwg!door",    L"door",       "File $details.dwg not found|Block DOOR not found"},
+    BlockTextRow {"TwoDollarsBehindAFile",     L"details.dwg!$$door",   L"$$door",     "File details.dwg not found|Block $DOOR not found"},
+    BlockTextRow {"TwoMarks",                  L"a.dwg!b!c",            L"b!c",        "File a.dwg not found|Block B!C not found"},
+    BlockTextRow {"TwoMarksWithExtensions",    L"a.dwg!b.dwg!c",        L"b.dwg!c",    "File a.dwg not found|Block B not found"},
+    BlockTextRow {"TwoMarksInARow",            L"a.dwg!!c",             L"!c",         "File a.dwg not found|Block !C not found"},
+    BlockTextRow {"AnEmptyFile",               L"!door",                L"door",       "Block door not found"},
+    BlockTextRow {"AnEmptyFileAndADollar",     L"!$door",               L"$door",      "Block door not found"},
+    BlockTextRow {"ADollarForAFile",           L"$!door",               L"door",       "File $ not found|Block DOOR not found"},
+    BlockTextRow {"AnEmptyName",               L"details.dwg!",         L"",           "File details.dwg not found|Block  not found"},
+    BlockTextRow {"AnEmptyForcedName",         L"details.dwg!$",        L"$",          "File details.dwg not found|Block  not found"},
+    BlockTextRow {"AMarkAlone",                L"!",                    L"",           "Block  not found"},
+    BlockTextRow {"ADollarAlone",              L"$",                    L"$",          "Block  not found"},
+    BlockTextRow {"AMarkAndADollar",           L"!$",                   L"$",          "Block  not found"},
+    BlockTextRow {"ABlank",                    L" ",                    L" ",          "Block   not found"},
+    BlockTextRow {"AFolder",                   L"lib/",                 L"lib/",       "Block lib/ not found"},
+    BlockTextRow {"PercentSigns",              L"%s%d!%n",              L"%n",         "File %s%d not found|Block %N not found"}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 // clang-format on

@@ -23,7 +23,7 @@ constexpr std::array kDrawings
 
 constexpr std::array kVersions = {"AC1009", "AC1015", "AC1018", "AC1021", "AC1032"};
 
-constexpr const char* kDefinitions
+constexpr const char* kDefinitionsOfDoor
     = "NUMMER=D000 CODE=geheim SOORT=binnendeur BREEDTE=930 MERK= PRIJS=0";
 
 bool isR12(std::string_view drawing)
@@ -98,7 +98,7 @@ protected:
     // The blocks of the source are in a drawing with all that they need.
     void expectBlocks(const CloneDrawing& in) const
     {
-        EXPECT_EQ(definitionsOf(in.block(L"DEUR")), kDefinitions);
+        EXPECT_EQ(definitionsOf(in.block(L"DEUR")), kDefinitionsOfDoor);
         EXPECT_EQ(typesOf(in.content(L"DEUR")), typesOf(m_source.content(L"DEUR")));
         const std::string plate = m_source.content(L"Plaat");
         EXPECT_EQ(in.content(L"Plaat"), plate);

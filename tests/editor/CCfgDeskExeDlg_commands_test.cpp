@@ -5,25 +5,34 @@
 #include "editor/DeskDialogTest.h"
 #include "editor/EditDlg.h"
 #include "editor/NieuwDlg.h"
+#include "editor/qt_text.h"
 #include "host/host.h"
 #include "platform/text.h"
+
+#include <QAbstractButton>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMessageLogger>
+#include <QPushButton>
+#include <QTimer>
+#include <QWidget>
 
 #include <unistd.h>
 
 using corma::MessageAnswer;
 using corma::testing::CurrentFolder;
 using corma::testing::DeskDialogTest;
+using corma::testing::utf8;
 
 namespace {
 
 constexpr const char* kRemoveSetting = "Are you sure you want to remove this setting?\n";
 constexpr const char* kRemoved = "Rubriek succesvol verwijderd.\n";
 constexpr const char* kRemoveCategory = "Are you sure you want to remove this category?\n";
-
-std::string utf8(const QString& text)
-{
-    return text.toStdString();
-}
 
 class CCfgDeskExeDlgCommands : public DeskDialogTest
 {

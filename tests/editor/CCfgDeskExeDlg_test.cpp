@@ -4,25 +4,33 @@
 #include "controls/CPictureEx.h"
 #include "editor/AboutCfgDeskDlg.h"
 #include "editor/DeskDialogTest.h"
+#include "editor/qt_text.h"
 #include "platform/text.h"
+#include "support/languages.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QObject>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QToolButton>
+
+#include <gmock/gmock.h>
 #include <set>
 
 using corma::MessageAnswer;
 using corma::testing::DeskDialogTest;
+using corma::testing::kDutch;
+using corma::testing::kFrench;
+using corma::testing::kGerman;
+using corma::testing::kRussian;
+using corma::testing::utf8;
 using ::testing::ElementsAre;
 
 namespace {
-
-constexpr int kGerman = 7;
-constexpr int kFrench = 12;
-constexpr int kDutch = 19;
-constexpr int kRussian = 25;
-
-std::string utf8(const QString& text)
-{
-    return text.toStdString();
-}
 
 class CCfgDeskExeDlgTest : public DeskDialogTest
 {
@@ -120,7 +128,7 @@ TEST_F(CCfgDeskExeDlgTest, ShowsWhatTheAccessLevelAllows)
     EXPECT_EQ(namesListed(), "#INCLUDE Kop Maat");
 }
 
-struct LanguageRow
+struct DeskTextsRow
 {
     const char* sentence;
     int language;
@@ -130,19 +138,19 @@ struct LanguageRow
     std::string menu;
 };
 
-void PrintTo(const LanguageRow& row, std::ostream* out)
+void PrintTo(const DeskTextsRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
 class CCfgDeskExeDlgTexts : public CCfgDeskExeDlgTest,
-                            public ::testing::WithParamInterface<LanguageRow>
+                            public ::testing::WithParamInterface<DeskTextsRow>
 {
 };
 
 TEST_P(CCfgDeskExeDlgTexts, AreThoseOfTheLanguage)
 {
-    const LanguageRow& row = GetParam();
+    const DeskTextsRow& row = GetParam();
     show(plain(row.language));
     EXPECT_EQ(treeShown(), "a.ini\n-" + row.root + " *\n  Tekst\n  Lijn\n");
     EXPECT_EQ(headings(), row.headings);
@@ -156,31 +164,31 @@ TEST_P(CCfgDeskExeDlgTexts, AreThoseOfTheLanguage)
 INSTANTIATE_TEST_SUITE_P(
     Editor, CCfgDeskExeDlgTexts,
     ::testing::Values(
-        LanguageRow {"English", 9, "General", "Name, Type, Value, Description",
-                     "New..., Search, Help, New...",
-                     "&File: New Project..., Open Project..., Global Settings, Project Settings | "
-                     "Make Project Copy, Make Local Copy | Exit/&View: Show Global, Show Project, "
-                     "Show Local, Sort sections"},
-        LanguageRow {"GermanIsTheEnglishOne", kGerman, "General", "Name, Type, Value, Description",
-                     "New..., Search, Help, New...",
-                     "&File: New Project..., Open Project..., Global Settings, Project Settings | "
-                     "Make Project Copy, Make Local Copy | Exit/&View: Show Global, Show Project, "
-                     "Show Local, Sort sections"},
-        LanguageRow {"Dutch", kDutch, "Algemeen", "Naam, Type, Waarde, Beschrijving",
-                     "Nieuw..., Zoeken, Help, Nieuw...",
-                     "&Bestand: Nieuw Project..., Open Project..., Globale Instellingen, "
-                     "Projectinstellingen | Maak Projectkopie, Maak Lokale Kopie | &Afsluiten/"
-                     "&Beeld: Toon Globaal, Toon Project, Toon Lokaal, Sorteer rubrieken"},
-        LanguageRow {"French", kFrench, "Général", "Nom, Type, Valeur, Description",
-                     "Nouveau..., Rechercher, Aide, Nouveau...",
-                     "&Fichier: Nouveau Projet..., Ouvrir Projet..., Configurations Globales, "
-                     "Configurations du Projet | Copier Projet, Copie Locale | Sortie/L'&image: "
-                     "Montrer Global, Montrer Projet, Montrer local, Tri du rubrique"},
-        LanguageRow {"Russian", kRussian, "Общие", "Имя, Тип, Значение, Описание",
-                     "Создать..., Найти, Справка, Создать...",
-                     "&Файл: New Project..., Open Project..., Global Settings, Project Settings | "
-                     "Make Project Copy, Make Local Copy | Exit/&Display: Show Global, "
-                     "Show Project, Show Local, Sort sections"}),
+        DeskTextsRow {"English", 9, "General", "Name, Type, Value, Description",
+                      "New..., Search, Help, New...",
+                      "&File: New Project..., Open Project..., Global Settings, Project Settings | "
+                      "Make Project Copy, Make Local Copy | Exit/&View: Show Global, Show Project, "
+                      "Show Local, Sort sections"},
+        DeskTextsRow {"GermanIsTheEnglishOne", kGerman, "General", "Name, Type, Value, Description",
+                      "New..., Search, Help, New...",
+                      "&File: New Project..., Open Project..., Global Settings, Project Settings | "
+                      "Make Project Copy, Make Local Copy | Exit/&View: Show Global, Show Project, "
+                      "Show Local, Sort sections"},
+        DeskTextsRow {"Dutch", kDutch, "Algemeen", "Naam, Type, Waarde, Beschrijving",
+                      "Nieuw..., Zoeken, Help, Nieuw...",
+                      "&Bestand: Nieuw Project..., Open Project..., Globale Instellingen, "
+                      "Projectinstellingen | Maak Projectkopie, Maak Lokale Kopie | &Afsluiten/"
+                      "&Beeld: Toon Globaal, Toon Project, Toon Lokaal, Sorteer rubrieken"},
+        DeskTextsRow {"French", kFrench, "Général", "Nom, Type, Valeur, Description",
+                      "Nouveau..., Rechercher, Aide, Nouveau...",
+                      "&Fichier: Nouveau Projet..., Ouvrir Projet..., Configurations Globales, "
+                      "Configurations du Projet | Copier Projet, Copie Locale | Sortie/L'&image: "
+                      "Montrer Global, Montrer Projet, Montrer local, Tri du rubrique"},
+        DeskTextsRow {"Russian", kRussian, "Общие", "Имя, Тип, Значение, Описание",
+                      "Создать..., Найти, Справка, Создать...",
+                      "&Файл: New Project..., Open Project..., Global Settings, Project Settings | "
+                      "Make Project Copy, Make Local Copy | Exit/&Display: Show Global, "
+                      "Show Project, Show Local, Sort sections"}),
     [](const auto& each) { return each.param.sentence; });
 
 // Two titles of the Dutch menu have the same letter, which is theirs to share.

@@ -1,6 +1,7 @@
 #include "editor/ColourDlg.h"
 #include "editor/ColourTableModel.h"
 
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>

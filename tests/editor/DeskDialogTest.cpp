@@ -2,20 +2,23 @@
 
 #include "controls/CColorListCtrl.h"
 #include "controls/CPictureEx.h"
+#include "editor/qt_text.h"
 #include "platform/text.h"
 
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
 #include <algorithm>
+#include <gtest/gtest.h>
 #include <stdexcept>
 #include <utility>
 
 namespace corma::testing {
 
 namespace {
-
-std::string utf8(const QString& text)
-{
-    return text.toStdString();
-}
 
 void write(std::string& text, const QTreeView& view, const QModelIndex& parent,
            const std::string& indent)

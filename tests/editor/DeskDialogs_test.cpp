@@ -6,6 +6,7 @@
 #include "editor/EditDlgHatch.h"
 #include "editor/EditDlgText.h"
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 

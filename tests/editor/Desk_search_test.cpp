@@ -176,7 +176,7 @@ TEST_F(DeskSearch, StaysWithTheRowsOfTheHeadThatFitWhenTheModelIsLoadedAgain)
     EXPECT_EQ(names(), "") << "nothing in the head fits";
 }
 
-struct ButtonRow
+struct SearchButtonRow
 {
     int language;
     const char* armed;
@@ -185,10 +185,10 @@ struct ButtonRow
 
 TEST_F(DeskSearch, HasItsWordsOnTheButton)
 {
-    for (const ButtonRow& row : {ButtonRow {corma::kEnglish, "Search", "Stop Search"},
-                                 ButtonRow {19, "Zoeken", "Zoeken stoppen"},
-                                 ButtonRow {12, "Rechercher", "Arrêter la recherche"},
-                                 ButtonRow {25, "Найти", "Остановить поиск"}}) {
+    for (const SearchButtonRow& row : {SearchButtonRow {corma::kEnglish, "Search", "Stop Search"},
+                                       SearchButtonRow {19, "Zoeken", "Zoeken stoppen"},
+                                       SearchButtonRow {12, "Rechercher", "Arrêter la recherche"},
+                                       SearchButtonRow {25, "Найти", "Остановить поиск"}}) {
         open(plain(row.language));
         EXPECT_EQ(button(), row.armed);
         desk().search();

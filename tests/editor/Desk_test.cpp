@@ -1,20 +1,20 @@
 #include "editor/DeskTest.h"
 #include "platform/platform.h"
 #include "platform/text.h"
+#include "support/languages.h"
 
 using corma::DeskStart;
 using corma::MenuCommand;
 using corma::MessageIcon;
 using corma::ShownPicture;
 using corma::toUtf8;
+using corma::testing::kDutch;
+using corma::testing::kFrench;
+using corma::testing::kGerman;
+using corma::testing::kRussian;
 using corma::testing::written;
 
 namespace {
-
-constexpr int kGerman = 7;
-constexpr int kFrench = 12;
-constexpr int kDutch = 19;
-constexpr int kRussian = 25;
 
 class Desk : public corma::testing::DeskTest
 {

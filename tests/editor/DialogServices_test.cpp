@@ -6,9 +6,11 @@
 #include <corma/cfgdesk.h>
 #include <corma/texts.h>
 
+#include <QAbstractButton>
 #include <QDesktopServices>
 #include <QLabel>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTest>
 #include <QTextBrowser>
 #include <QTimer>

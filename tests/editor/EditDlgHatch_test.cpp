@@ -3,7 +3,12 @@
 #include "editor/VisDialogTest.h"
 #include "platform/text.h"
 
+#include <QComboBox>
 #include <QImage>
+#include <QLineEdit>
+#include <QWidget>
+
+#include <gmock/gmock.h>
 
 using ::testing::ElementsAre;
 

@@ -2,6 +2,10 @@
 #include "editor/VisDialogTest.h"
 #include "platform/text.h"
 
+#include <QLineEdit>
+
+#include <gmock/gmock.h>
+
 using ::testing::ElementsAre;
 
 namespace {

@@ -4,6 +4,11 @@
 #include "editor/visual_controls.h"
 #include "platform/text.h"
 
+#include <QGroupBox>
+#include <QLineEdit>
+
+#include <gmock/gmock.h>
+
 using ::testing::ElementsAre;
 
 namespace {

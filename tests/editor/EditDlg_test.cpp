@@ -2,14 +2,31 @@
 #include "editor/EditDialogTest.h"
 #include "editor/EditDlg.h"
 #include "editor/WrappedCheckBox.h"
+#include "editor/qt_text.h"
 #include "platform/text.h"
 #include "support/SqliteFile.h"
 
+#include <QClipboard>
+#include <QComboBox>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QScrollEvent>
+#include <QTimer>
+
 #include <functional>
+#include <gmock/gmock.h>
 #include <set>
 
 using corma::WrappedCheckBox;
 using corma::testing::SqliteFile;
+using corma::testing::utf8;
 using ::testing::ElementsAre;
 
 namespace {
@@ -17,11 +34,6 @@ namespace {
 int refuse(const wchar_t* /*value*/, const wchar_t* /*name*/, const wchar_t* /*label*/)
 {
     return 0;
-}
-
-std::string utf8(const QString& text)
-{
-    return text.toStdString();
 }
 
 class EditDlgTest : public corma::testing::EditDialogTest
@@ -104,19 +116,19 @@ TEST_F(EditDlgTest, TabGoesAsOneReads)
                 ElementsAre("typeText", "levelText", "optionField", "okButton", "cancelButton"));
 }
 
-struct LanguageRow
+struct EditTextsRow
 {
     const char* sentence;
     int language;
     std::vector<std::string> texts; // of all labels and buttons, "&" before the letter of each
 };
 
-void PrintTo(const LanguageRow& row, std::ostream* out)
+void PrintTo(const EditTextsRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class EditDlgTexts : public EditDlgTest, public ::testing::WithParamInterface<LanguageRow>
+class EditDlgTexts : public EditDlgTest, public ::testing::WithParamInterface<EditTextsRow>
 {
 };
 
@@ -140,7 +152,7 @@ TEST_P(EditDlgTexts, AreThoseOfTheLanguage)
 }
 
 // clang-format off
-const LanguageRow languageRows[] = {
+const EditTextsRow editTextsRows[] = {
     {"English", 9, {"&Type", "&Global", "&Project", "&New Value:", "&Browse...", "&Save Globally",
                     "Save &in Project", "Cancel"}},
     {"Dutch", 19, {"&Type", "G&lobaal", "&Project", "&Nieuwe waarde:", "&Bladeren...",
@@ -152,7 +164,7 @@ const LanguageRow languageRows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(In, EditDlgTexts, ::testing::ValuesIn(languageRows),
+INSTANTIATE_TEST_SUITE_P(In, EditDlgTexts, ::testing::ValuesIn(editTextsRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST_F(EditDlgTest, AltAndALetterReachABox)

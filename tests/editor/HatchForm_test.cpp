@@ -159,7 +159,7 @@ TEST_F(HatchFormTest, OfEqualNamesTheFirstIsChosen)
 
 // --- from a value to the inputs and back ---------------------------------------------------------
 
-struct ValueRow
+struct HatchValueRow
 {
     const char* sentence;
     const char* value;
@@ -168,18 +168,18 @@ struct ValueRow
     const char* built;
 };
 
-void PrintTo(const ValueRow& row, std::ostream* out)
+void PrintTo(const HatchValueRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class HatchFormValue : public HatchFormTest, public ::testing::WithParamInterface<ValueRow>
+class HatchFormValue : public HatchFormTest, public ::testing::WithParamInterface<HatchValueRow>
 {
 };
 
 TEST_P(HatchFormValue, IsShownAndBuilt)
 {
-    const ValueRow& row = GetParam();
+    const HatchValueRow& row = GetParam();
     const std::string before = tables();
     const HatchForm& form = show(row.value);
     EXPECT_EQ(form.chosen() ? toUtf8(form.patterns()[*form.chosen()]) : "(none)", row.pattern);
@@ -190,7 +190,7 @@ TEST_P(HatchFormValue, IsShownAndBuilt)
 
 // A value with fewer separators begins again at its beginning.
 // clang-format off
-const ValueRow valueRows[] = {
+const HatchValueRow hatchValueRows[] = {
     {"AllThatThereIs", "0,1,Continuous,0.25,ANSI31,45.00,1.50", "ANSI31", "[45.00][1.50]",
      "0,1,Continuous,0.25,ANSI31,45.00,1.50"},
     {"APatternInAnotherCase", "0,1,Continuous,0.25,ansi31,45,1", "ANSI31", "[45][1]",
@@ -214,7 +214,7 @@ const ValueRow valueRows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Of, HatchFormValue, ::testing::ValuesIn(valueRows),
+INSTANTIATE_TEST_SUITE_P(Of, HatchFormValue, ::testing::ValuesIn(hatchValueRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST_F(HatchFormTest, WhatIsChosenAndTypedIsBuilt)
@@ -330,7 +330,7 @@ const NumberRow numberRows[] = {
 INSTANTIATE_TEST_SUITE_P(Of, HatchFormNumbers, ::testing::ValuesIn(numberRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
-struct LanguageRow
+struct MessagesRow
 {
     const char* sentence;
     int language;
@@ -339,18 +339,18 @@ struct LanguageRow
     const char* wrong;
 };
 
-void PrintTo(const LanguageRow& row, std::ostream* out)
+void PrintTo(const MessagesRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class HatchFormMessages : public HatchFormTest, public ::testing::WithParamInterface<LanguageRow>
+class HatchFormMessages : public HatchFormTest, public ::testing::WithParamInterface<MessagesRow>
 {
 };
 
 TEST_P(HatchFormMessages, AreThoseOfTheLanguage)
 {
-    const LanguageRow& row = GetParam();
+    const MessagesRow& row = GetParam();
     HatchForm& form = show("0,1,Continuous,0.25,NET,400,-1", Levels::global, row.language);
     EXPECT_FALSE(form.accept());
     ASSERT_EQ(services.boxes.size(), 3U);
@@ -367,7 +367,7 @@ TEST_P(HatchFormMessages, AreThoseOfTheLanguage)
 }
 
 // clang-format off
-const LanguageRow languageRows[] = {
+const MessagesRow messagesRows[] = {
     {"English", 9, "The degrees of the angle must lie between 0° and 360°",
      "The scale must be positif", "This is not a correct value for a setting of type Hatch"},
     {"Spanish", 10, "Los grados del ángulo deben estar entre 0° y 360°",
@@ -384,7 +384,7 @@ const LanguageRow languageRows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(In, HatchFormMessages, ::testing::ValuesIn(languageRows),
+INSTANTIATE_TEST_SUITE_P(In, HatchFormMessages, ::testing::ValuesIn(messagesRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST_F(HatchFormTest, AGoodOneGoesIntoTheProjectInBothModes)
@@ -574,7 +574,7 @@ TEST_F(HatchFormTest, BlanksAroundANameDoNotHideItsPreview)
 // --- any value -----------------------------------------------------------------------------------
 
 /// What is built of the own fields: a pattern that the file lacks is none.
-std::wstring builtOf(const std::vector<std::wstring>& fields)
+std::wstring builtHatch(const std::vector<std::wstring>& fields)
 {
     std::wstring pattern;
     for (const wchar_t* known : {L"ONE", L"Two"}) {
@@ -595,7 +595,7 @@ TEST_F(HatchFormTest, AnyOwnFieldsAreBuiltAgainByTheRule)
     for (int i = 0; i < 300; ++i) {
         const std::wstring value = randomValue(random, pieces, 9);
         const std::wstring once = showHanded(value, 1000).value();
-        ASSERT_TRUE(once.ends_with(L"," + builtOf(ownFields(value, 3))))
+        ASSERT_TRUE(once.ends_with(L"," + builtHatch(ownFields(value, 3))))
             << toUtf8(value) << " became " << toUtf8(once);
         ASSERT_EQ(std::count(once.begin(), once.end(), L','), 6);
         ASSERT_EQ(showHanded(once, 1000).value(), once) << toUtf8(value);

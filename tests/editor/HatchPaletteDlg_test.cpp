@@ -5,17 +5,26 @@
 #include "settings/texts.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
+#include "support/languages.h"
 
 #include <QAbstractItemModelTester>
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QListView>
+#include <QPainter>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QString>
+#include <QTest>
+
+#include <gtest/gtest.h>
 
 using corma::HatchPalette;
 using corma::HatchPatternModel;
 using corma::host::HatchPattern;
 using corma::testing::CurrentFolder;
+using corma::testing::kDutch;
 using corma::testing::RecordingServices;
 using corma::testing::TempFolder;
 
@@ -133,7 +142,6 @@ TEST_F(HatchDialog, EscapeAndCancelChooseNothing)
 
 TEST_F(HatchDialog, SpeaksTheLanguageInForce)
 {
-    constexpr int kDutch = 19;
     corma::setTextLanguage(kDutch);
     open(L"NET");
     EXPECT_EQ(dialog().windowTitle().toStdWString(), corma::textOf(corma::row::kHatch, kDutch));

@@ -1,5 +1,7 @@
 #include "editor/HatchPalette.h"
 
+#include <gtest/gtest.h>
+
 using corma::HatchPalette;
 using corma::host::HatchPattern;
 
@@ -46,7 +48,7 @@ TEST(HatchPalette, SelectsWhatThereIsOnly)
     EXPECT_EQ(palette.name(), L"");
 }
 
-struct Row
+struct TypedTextRow
 {
     const char* sentence;
     const wchar_t* typed;
@@ -54,7 +56,7 @@ struct Row
     HatchPalette::Index found;
 };
 
-class TypedText : public ::testing::TestWithParam<Row>
+class TypedText : public ::testing::TestWithParam<TypedTextRow>
 {
 };
 
@@ -65,15 +67,16 @@ TEST_P(TypedText, FindsAPattern)
 }
 
 INSTANTIATE_TEST_SUITE_P(Editor, TypedText,
-                         ::testing::Values(Row {"InAnyCase", L"bR", 0, 2},
-                                           Row {"FromThePlaceOn", L"ansi", 1, 1},
-                                           Row {"AndThenFromTheBeginning", L"ansi", 2, 0},
-                                           Row {"FromBehindTheLast", L"ansi", 4, 0},
-                                           Row {"WithinANameToo", L"32", 0, 1},
-                                           Row {"ABeginningGoesBeforeTheRest", L"n", 0, 3},
-                                           Row {"AWholeName", L"net", 0, 3},
-                                           Row {"MoreThanANameIsNone", L"nets", 0, std::nullopt},
-                                           Row {"NoTextIsNone", L"", 0, std::nullopt}),
+                         ::testing::Values(TypedTextRow {"InAnyCase", L"bR", 0, 2},
+                                           TypedTextRow {"FromThePlaceOn", L"ansi", 1, 1},
+                                           TypedTextRow {"AndThenFromTheBeginning", L"ansi", 2, 0},
+                                           TypedTextRow {"FromBehindTheLast", L"ansi", 4, 0},
+                                           TypedTextRow {"WithinANameToo", L"32", 0, 1},
+                                           TypedTextRow {"ABeginningGoesBeforeTheRest", L"n", 0, 3},
+                                           TypedTextRow {"AWholeName", L"net", 0, 3},
+                                           TypedTextRow {"MoreThanANameIsNone", L"nets", 0,
+                                                         std::nullopt},
+                                           TypedTextRow {"NoTextIsNone", L"", 0, std::nullopt}),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST(HatchPalette, FindsNothingWhereThereIsNothing)

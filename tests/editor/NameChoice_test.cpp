@@ -11,7 +11,7 @@ NameChoice threeNames()
     return NameChoice({L"0", L"Gevel", L"MUUR"});
 }
 
-struct Row
+struct TakenNameRow
 {
     const char* sentence;
     const wchar_t* taken;
@@ -20,12 +20,12 @@ struct Row
     const wchar_t* name; // what counts then
 };
 
-void PrintTo(const Row& row, std::ostream* out)
+void PrintTo(const TakenNameRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class TakenName : public ::testing::TestWithParam<Row>
+class TakenName : public ::testing::TestWithParam<TakenNameRow>
 {
 };
 
@@ -41,7 +41,7 @@ TEST_P(TakenName, IsChosenWhereTheListHasIt)
 }
 
 // clang-format off
-const Row rows[] = {
+const TakenNameRow takenNameRows[] = {
     {"TheFirst", L"0", 0, L"", L"0"},
     {"TheLast", L"MUUR", 2, L"", L"MUUR"},
     {"InAnotherCaseItHasThatOfTheList", L"muur", 2, L"", L"MUUR"},
@@ -54,7 +54,7 @@ const Row rows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Editor, TakenName, ::testing::ValuesIn(rows),
+INSTANTIATE_TEST_SUITE_P(Editor, TakenName, ::testing::ValuesIn(takenNameRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST(NameChoice, BeginsWithNothing)

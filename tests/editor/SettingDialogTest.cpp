@@ -6,18 +6,6 @@ namespace corma::testing {
 
 namespace {
 
-const char* nameOf(MessageIcon icon)
-{
-    switch (icon) {
-    case MessageIcon::exclamation:
-        return "exclamation";
-    case MessageIcon::stop:
-        return "stop";
-    default:
-        return "other";
-    }
-}
-
 std::string folderOf(int language)
 {
     switch (language) {

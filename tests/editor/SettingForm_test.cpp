@@ -7,6 +7,7 @@
 #include "support/SqliteFile.h"
 
 #include <cerrno>
+#include <gmock/gmock.h>
 #include <optional>
 
 using corma::SettingForm;

@@ -28,17 +28,9 @@ protected:
     }
 };
 
-std::string described(const corma::NameChoice& choice)
-{
-    if (choice.isTyped()) {
-        return "typed " + toUtf8(choice.typed());
-    }
-    return choice.chosen() ? "chosen " + std::to_string(*choice.chosen()) : "none";
-}
-
 // --- from a value to the inputs and back ---------------------------------------------------------
 
-struct ValueRow
+struct TextValueRow
 {
     const char* sentence;
     const char* value;
@@ -47,18 +39,18 @@ struct ValueRow
     const char* built;
 };
 
-void PrintTo(const ValueRow& row, std::ostream* out)
+void PrintTo(const TextValueRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class TextFormValue : public TextFormTest, public ::testing::WithParamInterface<ValueRow>
+class TextFormValue : public TextFormTest, public ::testing::WithParamInterface<TextValueRow>
 {
 };
 
 TEST_P(TextFormValue, IsShownAndBuilt)
 {
-    const ValueRow& row = GetParam();
+    const TextValueRow& row = GetParam();
     const std::string before = tables();
     const TextForm& form = show(row.value);
     EXPECT_EQ(described(form.style()), row.style);
@@ -71,7 +63,7 @@ TEST_P(TextFormValue, IsShownAndBuilt)
 
 // A value with fewer separators begins again at its beginning.
 // clang-format off
-const ValueRow valueRows[] = {
+const TextValueRow textValueRows[] = {
     {"AllOfTheDrawing", "0,1,Continuous,0.25,Standard,2.5,0.8,15", "chosen 0", "[2.5][0.8][15]",
      "0,1,Continuous,0.25,Standard,2.5,0.8,15"},
     {"AStyleInAnotherCase", "0,1,Continuous,0.25,SMAL,2.5,1,0", "chosen 1", "[2.5][1][0]",
@@ -97,7 +89,7 @@ const ValueRow valueRows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Of, TextFormValue, ::testing::ValuesIn(valueRows),
+INSTANTIATE_TEST_SUITE_P(Of, TextFormValue, ::testing::ValuesIn(textValueRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST_F(TextFormTest, WhatIsChosenAndTypedIsBuilt)
@@ -227,7 +219,7 @@ TEST_F(TextFormTest, AHandedInValueIsHandedBackIfItFits)
 // --- any value -----------------------------------------------------------------------------------
 
 /// What is built of the own fields: a style of the drawing has its spelling there.
-std::wstring builtOf(std::vector<std::wstring> fields)
+std::wstring builtText(std::vector<std::wstring> fields)
 {
     for (const wchar_t* known : {L"Standard", L"Smal"}) {
         if (corma::upperCase(fields[0]) == corma::upperCase(known)) {
@@ -246,7 +238,7 @@ TEST_F(TextFormTest, AnyOwnFieldsAreBuiltAgainByTheRule)
     for (int i = 0; i < 500; ++i) {
         const std::wstring value = randomValue(random, pieces, 10);
         const std::wstring once = showHanded(value, 1000).value();
-        ASSERT_TRUE(once.ends_with(L"," + builtOf(ownFields(value, 4))))
+        ASSERT_TRUE(once.ends_with(L"," + builtText(ownFields(value, 4))))
             << toUtf8(value) << " became " << toUtf8(once);
         ASSERT_EQ(std::count(once.begin(), once.end(), L','), 7);
         ASSERT_EQ(showHanded(once, 1000).value(), once) << toUtf8(value);

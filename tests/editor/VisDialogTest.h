@@ -3,6 +3,9 @@
 #include "editor/EditDialogTest.h"
 #include "editor/EditDlgVis.h"
 
+#include <QApplication>
+#include <QTimer>
+
 namespace corma::testing {
 
 /// Tests of the dialogs for how something is drawn, on a drawing with the layers 0 (white) and WALL

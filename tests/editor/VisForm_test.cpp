@@ -53,15 +53,7 @@ protected:
 
 // --- from a value to the inputs and back ---------------------------------------------------------
 
-std::string described(const corma::NameChoice& choice)
-{
-    if (choice.isTyped()) {
-        return "typed " + toUtf8(choice.typed());
-    }
-    return choice.chosen() ? "chosen " + std::to_string(*choice.chosen()) : "none";
-}
-
-struct ValueRow
+struct VisualValueRow
 {
     const char* sentence;
     const char* value;
@@ -72,18 +64,18 @@ struct ValueRow
     const char* built;
 };
 
-void PrintTo(const ValueRow& row, std::ostream* out)
+void PrintTo(const VisualValueRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class VisFormValue : public VisFormTest, public ::testing::WithParamInterface<ValueRow>
+class VisFormValue : public VisFormTest, public ::testing::WithParamInterface<VisualValueRow>
 {
 };
 
 TEST_P(VisFormValue, IsShownAndBuilt)
 {
-    const ValueRow& row = GetParam();
+    const VisualValueRow& row = GetParam();
     const std::string before = tables();
     const VisForm& form = show(row.value);
     EXPECT_EQ(described(form.layer()), row.layer);
@@ -95,7 +87,7 @@ TEST_P(VisFormValue, IsShownAndBuilt)
 }
 
 // clang-format off
-const ValueRow valueRows[] = {
+const VisualValueRow visualValueRows[] = {
     {"AllOfTheDrawing", "0,ByLayer,Continuous,0.25", "chosen 0", 256, "chosen 2", 25,
      "0,ByLayer,Continuous,0.25"},
     {"NamesInAnotherCase", "gevel,3,dashed,0.50", "chosen 1", 3, "chosen 3", 50,
@@ -133,7 +125,7 @@ const ValueRow valueRows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Of, VisFormValue, ::testing::ValuesIn(valueRows),
+INSTANTIATE_TEST_SUITE_P(Of, VisFormValue, ::testing::ValuesIn(visualValueRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST_F(VisFormTest, WhatIsChosenIsBuilt)

@@ -47,6 +47,14 @@ void VisualFormTest::give(const std::string& value, Levels levels, int language)
     open(levels, language);
 }
 
+std::string VisualFormTest::described(const NameChoice& choice)
+{
+    if (choice.isTyped()) {
+        return "typed " + toUtf8(choice.typed());
+    }
+    return choice.chosen() ? "chosen " + std::to_string(*choice.chosen()) : "none";
+}
+
 std::string VisualFormTest::tables()
 {
     return namesIn<AcDbLayerTable>() + "|" + namesIn<AcDbLinetypeTable>() + "|"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/NameChoice.h"
 #include "editor/SettingDialogTest.h"
 
 #include <memory>
@@ -43,6 +44,9 @@ protected:
     /// A value of up to so many pieces with "," between, drawn from those given.
     static std::wstring randomValue(std::mt19937& random, const std::vector<std::wstring>& pieces,
                                     std::size_t most);
+
+    /// "typed TEXT", "chosen NUMBER" or "none".
+    static std::string described(const NameChoice& choice);
 
     std::string attributes; // of the definition of A, such as "readonly=true"
 

@@ -171,7 +171,7 @@ TEST_F(ExternalDialogs, AValueIsEditedByItsFirst256Characters)
     }
 }
 
-struct ColourRow
+struct ColourCallRow
 {
     const char* value;
     int given;
@@ -184,9 +184,9 @@ TEST_F(ExternalDialogs, AColourIsANumber)
     DialogLibrary library(folder);
     ASSERT_TRUE(library.isLoaded());
     writeType('k');
-    for (const ColourRow& row :
-         {ColourRow {"3", 3, 255, "255"}, ColourRow {"", 0, 1, "1"},
-          ColourRow {"rood", 0, -1, "-1"}, ColourRow {"12abc", 12, 0, "0"}}) {
+    for (const ColourCallRow& row :
+         {ColourCallRow {"3", 3, 255, "255"}, ColourCallRow {"", 0, 1, "1"},
+          ColourCallRow {"rood", 0, -1, "-1"}, ColourCallRow {"12abc", 12, 0, "0"}}) {
         writeIni(std::string("A=") + row.value + "\n");
         writeIpr("");
         library.dialogs().colour = row.chosen;

@@ -1,20 +1,23 @@
 #include "editor/file_filter.h"
 
+#include <gtest/gtest.h>
+#include <ostream>
+
 namespace {
 
-struct Row
+struct FilterRow
 {
     const char* sentence;
     const wchar_t* filter;
     std::vector<std::wstring> filters;
 };
 
-void PrintTo(const Row& row, std::ostream* out)
+void PrintTo(const FilterRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class NameFilters : public ::testing::TestWithParam<Row>
+class NameFilters : public ::testing::TestWithParam<FilterRow>
 {
 };
 
@@ -24,7 +27,7 @@ TEST_P(NameFilters, AreTheFormOfQt)
 }
 
 // clang-format off
-const Row rows[] = {
+const FilterRow filterRows[] = {
     {"APair", L"Texts|*.txt||", {L"Texts (*.txt)"}},
     {"SeveralPatterns", L"Texts|*.txt;*.doc||", {L"Texts (*.txt *.doc)"}},
     {"SeveralPairs", L"Texts|*.txt|All|*.*||", {L"Texts (*.txt)", L"All (*)"}},
@@ -43,7 +46,7 @@ const Row rows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Of, NameFilters, ::testing::ValuesIn(rows),
+INSTANTIATE_TEST_SUITE_P(Of, NameFilters, ::testing::ValuesIn(filterRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 } // namespace

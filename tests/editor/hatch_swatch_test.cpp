@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <iomanip>
 #include <sstream>
 
@@ -36,14 +37,14 @@ std::string described(const std::vector<SwatchLine>& lines)
     return text.str();
 }
 
-struct Row
+struct SwatchRow
 {
     const char* sentence;
     HatchLines family;
     const char* lines; // in a square of side 4
 };
 
-class Swatch : public ::testing::TestWithParam<Row>
+class Swatch : public ::testing::TestWithParam<SwatchRow>
 {
 };
 
@@ -55,27 +56,30 @@ TEST_P(Swatch, HasTheLinesThatAreInTheSquare)
 INSTANTIATE_TEST_SUITE_P(
     Editor, Swatch,
     ::testing::Values(
-        Row {"LevelLines", {.y = 1, .across = 2}, "0,0.25 1,0.25\n0,0.75 1,0.75\n"},
-        Row {"LinesOnTheBorderToo", {.across = 4}, "0,0 1,0\n0,1 1,1\n"},
-        Row {"UprightLines", {.angle = 90, .x = 1, .across = 2}, "0.75,0 0.75,1\n0.25,0 0.25,1\n"},
-        Row {"LinesInTheOtherDirection", {.y = 1, .across = -2}, "0,0.75 1,0.75\n0,0.25 1,0.25\n"},
-        Row {"BackwardLines", {.angle = 180, .y = 1, .across = 8}, "1,0.25 0,0.25\n"},
-        Row {"AnglesBelowZero", {.angle = -90, .x = 1, .across = 8}, "0.25,1 0.25,0\n"},
-        Row {"AnglesBeyondATurn", {.angle = 450, .x = 1, .across = 8}, "0.25,0 0.25,1\n"},
-        Row {"SlantedLines", {.angle = 45, .across = 10}, "0,0 1,1\n"},
-        Row {"LinesThatBeginFarAway", {.x = 4e6, .y = 2 - 4e6, .across = 4}, "0,0.5 1,0.5\n"},
-        Row {"Dashes",
-             {.y = 2, .across = 4, .dashes = {1, -1}},
-             "0,0.5 0.25,0.5\n0.5,0.5 0.75,0.5\n"},
-        Row {"DashesCutAtTheBorder",
-             {.x = -1, .y = 2, .across = 4, .dashes = {2, -2}},
-             "0,0.5 0.25,0.5\n0.75,0.5 1,0.5\n"},
-        Row {"AGapAtFirst", {.y = 2, .across = 4, .dashes = {-3, 1}}, "0.75,0.5 1,0.5\n"},
-        Row {"Dots", {.x = 1, .y = 2, .across = 4, .dashes = {0, -2}}, "0.25,0.5\n0.75,0.5\n"},
-        Row {"DashesMovedFromLineToLine",
-             {.y = 1, .along = 2, .across = 2, .dashes = {2, -2}},
-             "0,0.25 0.5,0.25\n0.5,0.75 1,0.75\n"},
-        Row {"NoneWhereTheyAllPassBy", {.y = 100, .across = 1000}, ""}),
+        SwatchRow {"LevelLines", {.y = 1, .across = 2}, "0,0.25 1,0.25\n0,0.75 1,0.75\n"},
+        SwatchRow {"LinesOnTheBorderToo", {.across = 4}, "0,0 1,0\n0,1 1,1\n"},
+        SwatchRow {
+            "UprightLines", {.angle = 90, .x = 1, .across = 2}, "0.75,0 0.75,1\n0.25,0 0.25,1\n"},
+        SwatchRow {
+            "LinesInTheOtherDirection", {.y = 1, .across = -2}, "0,0.75 1,0.75\n0,0.25 1,0.25\n"},
+        SwatchRow {"BackwardLines", {.angle = 180, .y = 1, .across = 8}, "1,0.25 0,0.25\n"},
+        SwatchRow {"AnglesBelowZero", {.angle = -90, .x = 1, .across = 8}, "0.25,1 0.25,0\n"},
+        SwatchRow {"AnglesBeyondATurn", {.angle = 450, .x = 1, .across = 8}, "0.25,0 0.25,1\n"},
+        SwatchRow {"SlantedLines", {.angle = 45, .across = 10}, "0,0 1,1\n"},
+        SwatchRow {"LinesThatBeginFarAway", {.x = 4e6, .y = 2 - 4e6, .across = 4}, "0,0.5 1,0.5\n"},
+        SwatchRow {"Dashes",
+                   {.y = 2, .across = 4, .dashes = {1, -1}},
+                   "0,0.5 0.25,0.5\n0.5,0.5 0.75,0.5\n"},
+        SwatchRow {"DashesCutAtTheBorder",
+                   {.x = -1, .y = 2, .across = 4, .dashes = {2, -2}},
+                   "0,0.5 0.25,0.5\n0.75,0.5 1,0.5\n"},
+        SwatchRow {"AGapAtFirst", {.y = 2, .across = 4, .dashes = {-3, 1}}, "0.75,0.5 1,0.5\n"},
+        SwatchRow {
+            "Dots", {.x = 1, .y = 2, .across = 4, .dashes = {0, -2}}, "0.25,0.5\n0.75,0.5\n"},
+        SwatchRow {"DashesMovedFromLineToLine",
+                   {.y = 1, .along = 2, .across = 2, .dashes = {2, -2}},
+                   "0,0.25 0.5,0.25\n0.5,0.75 1,0.75\n"},
+        SwatchRow {"NoneWhereTheyAllPassBy", {.y = 100, .across = 1000}, ""}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST(SwatchLines, OfFamiliesFollowEachOther)

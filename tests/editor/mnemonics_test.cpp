@@ -1,21 +1,30 @@
 #include "editor/mnemonics.h"
 #include "platform/text.h"
 
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStringLiteral>
+
+#include <gtest/gtest.h>
+
 namespace {
 
-struct Row
+struct MnemonicsRow
 {
     const char* sentence;
     std::vector<std::wstring> texts;
     std::vector<std::wstring> marked;
 };
 
-void PrintTo(const Row& row, std::ostream* out)
+void PrintTo(const MnemonicsRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class Mnemonics : public ::testing::TestWithParam<Row>
+class Mnemonics : public ::testing::TestWithParam<MnemonicsRow>
 {
 };
 
@@ -25,7 +34,7 @@ TEST_P(Mnemonics, AreGivenInOrder)
 }
 
 // clang-format off
-const Row rows[] = {
+const MnemonicsRow mnemonicsRows[] = {
     {"AFirstLetter", {L"Save"}, {L"&Save"}},
     {"TheNextWordWhereTheFirstIsTaken", {L"Save Globally", L"Save in Project"},
                                         {L"&Save Globally", L"Save &in Project"}},
@@ -42,7 +51,7 @@ const Row rows[] = {
 };
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Of, Mnemonics, ::testing::ValuesIn(rows),
+INSTANTIATE_TEST_SUITE_P(Of, Mnemonics, ::testing::ValuesIn(mnemonicsRows),
                          [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST(MnemonicHelper, LeavesOutLettersThatAreTaken)

@@ -8,8 +8,11 @@
 #include <corma/about.h>
 #include <corma/xx_gridListCtrl.h>
 
+#include <QApplication>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QString>
 #include <QTimer>
 
 #include <functional>

@@ -7,6 +7,7 @@
 #include "editor/AttributeTagModel.h"
 #include "editor/xx_attUpdateDlg.h"
 #include "platform/text.h"
+#include "support/languages.h"
 #include <corma/texts.h>
 
 #include <QAbstractItemModelTester>
@@ -25,8 +26,6 @@
 namespace corma::testing {
 
 namespace {
-
-constexpr int kDutch = 19;
 
 class AttributeDialogTest : public AttributeUpdateTest
 {

@@ -6,14 +6,14 @@
 namespace corma {
 namespace {
 
-struct Row
+struct ExpandRow
 {
     const char* sentence;
     const wchar_t* text;
     const wchar_t* expanded;
 };
 
-class ExpandEnvironment : public ::testing::TestWithParam<Row>
+class ExpandEnvironment : public ::testing::TestWithParam<ExpandRow>
 {
 };
 
@@ -26,14 +26,17 @@ TEST_P(ExpandEnvironment, Gives)
 
 INSTANTIATE_TEST_SUITE_P(
     Names, ExpandEnvironment,
-    ::testing::Values(
-        Row {"AValueInThePlaceOfItsName", L"%NORM%/a.ini", L"/office/a.ini"},
-        Row {"AnUnknownNameStays", L"%NONE%/a.ini", L"%NONE%/a.ini"},
-        Row {"TheSignThatEndsAnUnknownNameMayBeginTheNext", L"%NONE%NORM%", L"%NONE/office"},
-        Row {"ALoneSignStays", L"100%", L"100%"}, Row {"TwoSignsStay", L"a%%b", L"a%%b"},
-        Row {"TwoNamesInARow", L"%NORM%%NORM%", L"/office/office"},
-        Row {"AnEmptyValue", L"x%EMPTY%y", L"xy"}, Row {"ABlankInAName", L"%A B%", L"blank"},
-        Row {"NothingToExpand", L"norm\\a.ini", L"norm\\a.ini"}, Row {"Nothing", L"", L""}),
+    ::testing::Values(ExpandRow {"AValueInThePlaceOfItsName", L"%NORM%/a.ini", L"/office/a.ini"},
+                      ExpandRow {"AnUnknownNameStays", L"%NONE%/a.ini", L"%NONE%/a.ini"},
+                      ExpandRow {"TheSignThatEndsAnUnknownNameMayBeginTheNext", L"%NONE%NORM%",
+                                 L"%NONE/office"},
+                      ExpandRow {"ALoneSignStays", L"100%", L"100%"},
+                      ExpandRow {"TwoSignsStay", L"a%%b", L"a%%b"},
+                      ExpandRow {"TwoNamesInARow", L"%NORM%%NORM%", L"/office/office"},
+                      ExpandRow {"AnEmptyValue", L"x%EMPTY%y", L"xy"},
+                      ExpandRow {"ABlankInAName", L"%A B%", L"blank"},
+                      ExpandRow {"NothingToExpand", L"norm\\a.ini", L"norm\\a.ini"},
+                      ExpandRow {"Nothing", L"", L""}),
     [](const auto& row) { return row.param.sentence; });
 
 TEST(ExpandEnvironment, FailsWhenTheResultIsTooLong)

@@ -21,14 +21,14 @@ std::wstring readBack(const std::string& bytes)
     return file ? textOf(*file) : L"not opened";
 }
 
-struct Row
+struct EncodingRow
 {
     const char* sentence;
     std::string bytes;
     std::wstring text;
 };
 
-class TextFileEncoding : public ::testing::TestWithParam<Row>
+class TextFileEncoding : public ::testing::TestWithParam<EncodingRow>
 {
 };
 
@@ -41,37 +41,38 @@ using namespace std::string_literals;
 
 INSTANTIATE_TEST_SUITE_P(
     Marks, TextFileEncoding,
-    ::testing::Values(Row {"WithoutAMarkValidUtf8IsUtf8", "m\xC2\xB2", L"m²"},
-                      Row {"WithoutAMarkAnythingElseIsWindows1252", "m\xB2 \x80", L"m² €"},
-                      Row {"OneBadByteMakesTheWholeFileWindows1252", "\xC2\xB2\xFF", L"Â²ÿ"},
-                      Row {"AMarkMakesItUtf8", "\xEF\xBB\xBFm\xC2\xB2", L"m²"},
-                      Row {"BrokenUtf8BehindAMarkIsReplaced",
-                           "\xEF\xBB\xBF"
-                           "a\xFFz",
-                           L"a\xFFFDz"},
-                      Row {"Utf16LittleEndian",
-                           "\xFF\xFE"
-                           "a\0\xAC\x20"s,
-                           L"a€"},
-                      Row {"Utf16BigEndian", "\xFE\xFF\0a\x20\xAC"s, L"a€"},
-                      Row {"Utf16PairsOfSurrogates", "\xFF\xFE\x3D\xD8\x00\xDE"s, L"\x1F600"},
-                      Row {"ALoneSurrogateIsReplaced",
-                           "\xFF\xFE\x3D\xD8"
-                           "a\0"s,
-                           L"\xFFFD"
-                           L"a"},
-                      Row {"ALoneTrailIsReplaced",
-                           "\xFF\xFE\x00\xDE"
-                           "a\0"s,
-                           L"\xFFFD"
-                           L"a"},
-                      Row {"AnOddByteAtTheEndIsReplaced",
-                           "\xFF\xFE"
-                           "a\0b"s,
-                           L"a\xFFFD"},
-                      Row {"OnlyAMark", "\xEF\xBB\xBF", L""},
-                      Row {"OnlyAUtf16Mark", "\xFF\xFE", L""}, Row {"AnEmptyFile", "", L""},
-                      Row {"NulBytesAreThere", "a\0b"s, L"a\0b"s}),
+    ::testing::Values(
+        EncodingRow {"WithoutAMarkValidUtf8IsUtf8", "m\xC2\xB2", L"m²"},
+        EncodingRow {"WithoutAMarkAnythingElseIsWindows1252", "m\xB2 \x80", L"m² €"},
+        EncodingRow {"OneBadByteMakesTheWholeFileWindows1252", "\xC2\xB2\xFF", L"Â²ÿ"},
+        EncodingRow {"AMarkMakesItUtf8", "\xEF\xBB\xBFm\xC2\xB2", L"m²"},
+        EncodingRow {"BrokenUtf8BehindAMarkIsReplaced",
+                     "\xEF\xBB\xBF"
+                     "a\xFFz",
+                     L"a\xFFFDz"},
+        EncodingRow {"Utf16LittleEndian",
+                     "\xFF\xFE"
+                     "a\0\xAC\x20"s,
+                     L"a€"},
+        EncodingRow {"Utf16BigEndian", "\xFE\xFF\0a\x20\xAC"s, L"a€"},
+        EncodingRow {"Utf16PairsOfSurrogates", "\xFF\xFE\x3D\xD8\x00\xDE"s, L"\x1F600"},
+        EncodingRow {"ALoneSurrogateIsReplaced",
+                     "\xFF\xFE\x3D\xD8"
+                     "a\0"s,
+                     L"\xFFFD"
+                     L"a"},
+        EncodingRow {"ALoneTrailIsReplaced",
+                     "\xFF\xFE\x00\xDE"
+                     "a\0"s,
+                     L"\xFFFD"
+                     L"a"},
+        EncodingRow {"AnOddByteAtTheEndIsReplaced",
+                     "\xFF\xFE"
+                     "a\0b"s,
+                     L"a\xFFFD"},
+        EncodingRow {"OnlyAMark", "\xEF\xBB\xBF", L""},
+        EncodingRow {"OnlyAUtf16Mark", "\xFF\xFE", L""}, EncodingRow {"AnEmptyFile", "", L""},
+        EncodingRow {"NulBytesAreThere", "a\0b"s, L"a\0b"s}),
     [](const auto& row) { return row.param.sentence; });
 
 struct Utf8Row

@@ -1,3 +1,4 @@
+#include "host/Walk.h"
 #include "host/acdb_block.h"
 #include "host/acdb_entity.h"
 #include "platform/text.h"
@@ -9,6 +10,8 @@
 
 using corma::host::Opened;
 using corma::host::TableKind;
+using corma::testing::Direction;
+using corma::testing::Erased;
 using corma::testing::kSmallDrawing;
 using corma::testing::kSmallDrawingR12;
 using corma::testing::TestDrawing;
@@ -47,18 +50,6 @@ std::wstring blockNames(TestDrawing& drawing)
     }
     return all;
 }
-
-enum class Direction
-{
-    forward,
-    backward
-};
-
-enum class Erased
-{
-    skipped,
-    met
-};
 
 // The handles of a block's entities.
 std::wstring entities(const AcDbBlockTableRecord& block, Direction direction = Direction::forward,

@@ -1,3 +1,4 @@
+#include "host/Walk.h"
 #include "host/acdb_block.h"
 #include "host/acdb_symbol_table.h"
 #include "host/host.h"
@@ -9,6 +10,8 @@
 
 using corma::host::Opened;
 using corma::host::TableKind;
+using corma::testing::Direction;
+using corma::testing::Erased;
 using corma::testing::kSmallDrawing;
 using corma::testing::kSmallDrawingR12;
 using corma::testing::TestDrawing;
@@ -37,18 +40,6 @@ Opened<Record> openAt(const AcDbSymbolTable& table, const wchar_t* name,
     EXPECT_EQ(table.getIdAt(name, id), Acad::eOk) << name;
     return Opened<Record>(id, mode);
 }
-
-enum class Direction
-{
-    forward,
-    backward
-};
-
-enum class Erased
-{
-    skipped,
-    met
-};
 
 std::wstring names(const AcDbSymbolTable& table, Direction direction = Direction::forward,
                    Erased erased = Erased::skipped)

@@ -11,7 +11,10 @@
 #include <sstream>
 #include <vector>
 
-using namespace corma::host;
+namespace corma::host {
+
+namespace {
+
 using corma::toUtf8;
 using corma::testing::binaryDxf;
 using corma::testing::CloneDrawing;
@@ -19,8 +22,6 @@ using corma::testing::DrawingText;
 using corma::testing::dxfText;
 using corma::testing::RecordingServices;
 using corma::testing::TempFolder;
-
-namespace {
 
 // --- drawings out of parts -----------------------------------------------------------------------
 
@@ -646,3 +647,5 @@ TEST_F(AttributeSync, WorksWhileADefinitionIsRead)
 }
 
 } // namespace
+
+} // namespace corma::host

@@ -2,12 +2,13 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
+namespace corma::host {
+
+namespace {
+
 using corma::testing::Clone;
 using corma::testing::CloneDrawing;
 using corma::testing::kOtherTables;
-
-namespace {
 
 TEST_F(Clone, ABlockBringsItsBlocksLayersAndLinetypes)
 {
@@ -628,3 +629,5 @@ TEST_F(Clone, AHatchLosesTheBoundariesThatStayBehind)
 }
 
 } // namespace
+
+} // namespace corma::host

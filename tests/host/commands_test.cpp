@@ -6,12 +6,13 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
+namespace corma::host {
+
+namespace {
+
 using corma::testing::CloneDrawing;
 using corma::testing::DrawingText;
 using corma::testing::RecordingServices;
-
-namespace {
 
 std::wstring commandNames()
 {
@@ -391,3 +392,5 @@ TEST_F(Commands, NeedADrawing)
 }
 
 } // namespace
+
+} // namespace corma::host

@@ -6,14 +6,14 @@
 namespace corma::host {
 namespace {
 
-struct Row
+struct ContentRow
 {
     const char* test;
     std::string bytes;
     const wchar_t* message; // null for a drawing
 };
 
-class DrawingContent : public ::testing::TestWithParam<Row>
+class DrawingContent : public ::testing::TestWithParam<ContentRow>
 {
 };
 
@@ -32,23 +32,29 @@ constexpr const wchar_t* kNone
 INSTANTIATE_TEST_SUITE_P(
     Drawing, DrawingContent,
     ::testing::Values(
-        Row {"TextDxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n", nullptr},
-        Row {"TextDxfWithCommentsAhead", "999\na\n999\nb\n  0\nSECTION\n0\nENDSEC\n", nullptr},
-        Row {"TextDxfWithAMarkAhead", "\xEF\xBB\xBF  0\nEOF\n", nullptr},
-        Row {"BinaryDxf", std::string("AutoCAD Binary DXF\r\n\x1A\0\0EOF\0", 27), nullptr},
-        Row {"Nothing", "", L"FILE is empty and so no drawing"}, Row {"EmptyLines", "\n\n", kNone},
-        Row {"ALineOfText", "[TOOL]\nHoogte=2\n", kNone}, Row {"ACodeAndNothingElse", "0\n", kNone},
-        Row {"ACommentAndNothingElse", "999\ncomment\n", kNone},
-        Row {"AnotherRecordFirst", "0\nLINE\n", kNone},
-        Row {"AnotherGroupFirst", "2\nSECTION\n", kNone},
-        Row {"AMarkOfBinaryDxfThatIsCut", "AutoCAD Binary DXF\r\n\x1A", kNone},
-        Row {"DwgOfAnOldVersion", "AC1009xxx",
-             L"FILE is a DWG drawing (AC1009, R11 or R12); only those of R13 to R2018 can be "
-             L"opened; save it as one of these, or as DXF, in the CAD program"},
-        Row {"DwgOfAnUnknownVersion", "AC1099xxx",
-             L"FILE is a DWG drawing (AC1099); only those of R13 to R2018 can be opened; save it "
-             L"as one of these, or as DXF, in the CAD program"},
-        Row {"AWordLikeDwg", "AC10X2xxx", kNone}, Row {"AWordThatIsTooShort", "AC103", kNone}),
+        ContentRow {"TextDxf", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n", nullptr},
+        ContentRow {"TextDxfWithCommentsAhead", "999\na\n999\nb\n  0\nSECTION\n0\nENDSEC\n",
+                    nullptr},
+        ContentRow {"TextDxfWithAMarkAhead", "\xEF\xBB\xBF  0\nEOF\n", nullptr},
+        ContentRow {"BinaryDxf", std::string("AutoCAD Binary DXF\r\n\x1A\0\0EOF\0", 27), nullptr},
+        ContentRow {"Nothing", "", L"FILE is empty and so no drawing"},
+        ContentRow {"EmptyLines", "\n\n", kNone},
+        ContentRow {"ALineOfText", "[TOOL]\nHoogte=2\n", kNone},
+        ContentRow {"ACodeAndNothingElse", "0\n", kNone},
+        ContentRow {"ACommentAndNothingElse", "999\ncomment\n", kNone},
+        ContentRow {"AnotherRecordFirst", "0\nLINE\n", kNone},
+        ContentRow {"AnotherGroupFirst", "2\nSECTION\n", kNone},
+        ContentRow {"AMarkOfBinaryDxfThatIsCut", "AutoCAD Binary DXF\r\n\x1A", kNone},
+        ContentRow {
+            "DwgOfAnOldVersion", "AC1009xxx",
+            L"FILE is a DWG drawing (AC1009, R11 or R12); only those of R13 to R2018 can be "
+            L"opened; save it as one of these, or as DXF, in the CAD program"},
+        ContentRow {
+            "DwgOfAnUnknownVersion", "AC1099xxx",
+            L"FILE is a DWG drawing (AC1099); only those of R13 to R2018 can be opened; save it "
+            L"as one of these, or as DXF, in the CAD program"},
+        ContentRow {"AWordLikeDwg", "AC10X2xxx", kNone},
+        ContentRow {"AWordThatIsTooShort", "AC103", kNone}),
     [](const auto& row) { return std::string(row.param.test); });
 
 TEST(DwgContent, ThatIsCutIsDamaged)

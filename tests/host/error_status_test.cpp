@@ -7,7 +7,7 @@
 
 namespace {
 
-std::wstring textOf(int number)
+std::wstring statusText(int number)
 {
     return acadErrorStatusText(static_cast<Acad::ErrorStatus>(number));
 }
@@ -22,7 +22,7 @@ TEST(ErrorStatusText, EveryStatusOfTheHeaderHasItsName)
         std::smatch match;
         if (std::regex_match(line, match, enumerator)) {
             const std::string name = match[1];
-            EXPECT_EQ(textOf(std::stoi(match[2])), std::wstring(name.begin(), name.end()));
+            EXPECT_EQ(statusText(std::stoi(match[2])), std::wstring(name.begin(), name.end()));
             ++found;
         }
     }
@@ -31,16 +31,16 @@ TEST(ErrorStatusText, EveryStatusOfTheHeaderHasItsName)
 
 TEST(ErrorStatusText, KnownNames)
 {
-    EXPECT_EQ(textOf(Acad::eOk), L"eOk");
-    EXPECT_EQ(textOf(22), L"eKeyNotFound");
-    EXPECT_EQ(textOf(434), L"eUnsupportedFileFormat");
+    EXPECT_EQ(statusText(Acad::eOk), L"eOk");
+    EXPECT_EQ(statusText(22), L"eKeyNotFound");
+    EXPECT_EQ(statusText(434), L"eUnsupportedFileFormat");
 }
 
 TEST(ErrorStatusText, AnotherNumberIsItsDigits)
 {
-    EXPECT_EQ(textOf(4), L"4");
-    EXPECT_EQ(textOf(435), L"435");
-    EXPECT_EQ(textOf(511), L"511");
+    EXPECT_EQ(statusText(4), L"4");
+    EXPECT_EQ(statusText(435), L"435");
+    EXPECT_EQ(statusText(511), L"511");
 }
 
 TEST(ErrorStatusText, TheTextOfANumberLivesUntilTheNext)

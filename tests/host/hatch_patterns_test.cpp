@@ -46,14 +46,14 @@ std::wstring described(const PatternFile& file)
     return text;
 }
 
-struct Row
+struct PatternRow
 {
     const char* sentence;
     std::wstring text;
     std::wstring found;
 };
 
-class PatternText : public ::testing::TestWithParam<Row>
+class PatternText : public ::testing::TestWithParam<PatternRow>
 {
 };
 
@@ -74,50 +74,54 @@ std::wstring repeated(std::size_t count, const std::wstring& piece)
 INSTANTIATE_TEST_SUITE_P(
     Host, PatternText,
     ::testing::Values(
-        Row {"AFamilyWithoutDashes", L"*A, all a\n45, 1,2, 3,4\n",
-             L"A|all a\n  45 at 1 2 by 3 4\n"},
-        Row {"AFamilyWithDashes", L"*A\n0,0,0,0,1,.5,-.25,0,-.25",
-             L"A|\n  0 at 0 0 by 0 1 0.5 -0.25 0 -0.25\n"},
-        Row {"FamiliesOfTwoPatterns", L"*A\n0,0,0,0,1\n90,0,0,0,1\n*B,b\n0,0,0,0,2\n",
-             L"A|\n  0 at 0 0 by 0 1\n  90 at 0 0 by 0 1\nB|b\n  0 at 0 0 by 0 2\n"},
-        Row {"CommentsAndBlankLines", L";; x\n\n*A,a ; b\n;; between\n0,0,0,0,1 ; c\n \n",
-             L"A|a\n  0 at 0 0 by 0 1\n"},
-        Row {"BlanksCarriageReturnsAndAMark", L"\xFEFF * A , a b \r\n 0 , 0,0\t, -1 , +1 \r\n",
-             L"A|a b\n  0 at 0 0 by -1 1\n"},
-        Row {"ACommaInTheDescription", L"*A,b,c\n0,0,0,0,1", L"A|b,c\n  0 at 0 0 by 0 1\n"},
-        Row {"ALineThatIsNoNumber", L"*A\n0,0,0,0,1\nx,0,0,0,1\n",
-             L"A|\n  0 at 0 0 by 0 1\n3: numbers with \",\" between\n"},
-        Row {"ACommaTooMany", L"*A\n0,0,0,0,1,\n", L"2: numbers with \",\" between\n"},
-        Row {"InfinityIsNoNumber", L"*A\ninf,0,0,0,1\nnan,0,0,0,1\n",
-             L"2: numbers with \",\" between\n3: numbers with \",\" between\n"},
-        Row {"ANumberOfTheLargestSize", L"*A\n0,1e9,-1e9,0,1\n",
-             L"A|\n  0 at 1e+09 -1e+09 by 0 1\n"},
-        Row {"ANumberThatIsTooLarge", L"*A\n0,1.01e9,0,0,1\n", L"2: numbers with \",\" between\n"},
-        Row {"TooFewNumbers", L"*A\n0,0,0,1\n",
-             L"2: an angle, x, y and the step to the next line\n"},
-        Row {"AsManyDashesAsMayBe", L"*A\n0,0,0,0,1" + repeated(12, L",1"),
-             L"A|\n  0 at 0 0 by 0 1" + repeated(12, L" 1") + L"\n"},
-        Row {"ADashTooMany", L"*A\n0,0,0,0,1" + repeated(13, L",1"), L"2: at most 12 dashes\n"},
-        Row {"LinesOnOneAnother", L"*A\n0,0,0,1,0\n", L"2: a distance between the lines\n"},
-        Row {"LinesOfTheLeastDistance", L"*A\n0,0,0,1,-1e-9\n", L"A|\n  0 at 0 0 by 1 -1e-09\n"},
-        Row {"LinesTooNear", L"*A\n0,0,0,1,0.9e-9\n", L"2: a distance between the lines\n"},
-        Row {"DotsWithoutGaps", L"*A\n0,0,0,0,1,0,0\n", L"2: dashes with a length\n"},
-        Row {"ANameWithoutLines", L"*A\n\n*B\n0,0,0,0,1\n*C",
-             L"B|\n  0 at 0 0 by 0 1\n1: lines below the name of a pattern\n"
-             L"5: lines below the name of a pattern\n"},
-        Row {"LinesWithoutAName", L"0,0,0,0,1\n*A\n0,0,0,0,1\n",
-             L"A|\n  0 at 0 0 by 0 1\n1: the name of a pattern\n"},
-        Row {"AnEmptyNameTakesItsLinesWithIt", L"*A\n0,0,0,0,1\n*,a\n90,0,0,0,1\n",
-             L"A|\n  0 at 0 0 by 0 1\n3: a name of 1 to 255 characters\n"},
-        Row {"ANameOfTheLargestSize", L"*" + std::wstring(255, L'a') + L"\n0,0,0,0,1",
-             std::wstring(255, L'a') + L"|\n  0 at 0 0 by 0 1\n"},
-        Row {"ANameThatIsTooLong", L"*" + std::wstring(256, L'a') + L"\n0,0,0,0,1",
-             L"1: a name of 1 to 255 characters\n"},
-        Row {"ALineOfTheLargestSize", L"*A," + std::wstring(997, L'a') + L"\n0,0,0,0,1",
-             L"A|" + std::wstring(997, L'a') + L"\n  0 at 0 0 by 0 1\n"},
-        Row {"ALineThatIsTooLong", L"*A\n0,0,0,0,1\n;" + std::wstring(1000, L'a') + L"\n",
-             L"A|\n  0 at 0 0 by 0 1\n3: a line of at most 1000 characters\n"},
-        Row {"NothingAtAll", L"", L""}),
+        PatternRow {"AFamilyWithoutDashes", L"*A, all a\n45, 1,2, 3,4\n",
+                    L"A|all a\n  45 at 1 2 by 3 4\n"},
+        PatternRow {"AFamilyWithDashes", L"*A\n0,0,0,0,1,.5,-.25,0,-.25",
+                    L"A|\n  0 at 0 0 by 0 1 0.5 -0.25 0 -0.25\n"},
+        PatternRow {"FamiliesOfTwoPatterns", L"*A\n0,0,0,0,1\n90,0,0,0,1\n*B,b\n0,0,0,0,2\n",
+                    L"A|\n  0 at 0 0 by 0 1\n  90 at 0 0 by 0 1\nB|b\n  0 at 0 0 by 0 2\n"},
+        PatternRow {"CommentsAndBlankLines", L";; x\n\n*A,a ; b\n;; between\n0,0,0,0,1 ; c\n \n",
+                    L"A|a\n  0 at 0 0 by 0 1\n"},
+        PatternRow {"BlanksCarriageReturnsAndAMark",
+                    L"\xFEFF * A , a b \r\n 0 , 0,0\t, -1 , +1 \r\n",
+                    L"A|a b\n  0 at 0 0 by -1 1\n"},
+        PatternRow {"ACommaInTheDescription", L"*A,b,c\n0,0,0,0,1", L"A|b,c\n  0 at 0 0 by 0 1\n"},
+        PatternRow {"ALineThatIsNoNumber", L"*A\n0,0,0,0,1\nx,0,0,0,1\n",
+                    L"A|\n  0 at 0 0 by 0 1\n3: numbers with \",\" between\n"},
+        PatternRow {"ACommaTooMany", L"*A\n0,0,0,0,1,\n", L"2: numbers with \",\" between\n"},
+        PatternRow {"InfinityIsNoNumber", L"*A\ninf,0,0,0,1\nnan,0,0,0,1\n",
+                    L"2: numbers with \",\" between\n3: numbers with \",\" between\n"},
+        PatternRow {"ANumberOfTheLargestSize", L"*A\n0,1e9,-1e9,0,1\n",
+                    L"A|\n  0 at 1e+09 -1e+09 by 0 1\n"},
+        PatternRow {"ANumberThatIsTooLarge", L"*A\n0,1.01e9,0,0,1\n",
+                    L"2: numbers with \",\" between\n"},
+        PatternRow {"TooFewNumbers", L"*A\n0,0,0,1\n",
+                    L"2: an angle, x, y and the step to the next line\n"},
+        PatternRow {"AsManyDashesAsMayBe", L"*A\n0,0,0,0,1" + repeated(12, L",1"),
+                    L"A|\n  0 at 0 0 by 0 1" + repeated(12, L" 1") + L"\n"},
+        PatternRow {"ADashTooMany", L"*A\n0,0,0,0,1" + repeated(13, L",1"),
+                    L"2: at most 12 dashes\n"},
+        PatternRow {"LinesOnOneAnother", L"*A\n0,0,0,1,0\n", L"2: a distance between the lines\n"},
+        PatternRow {"LinesOfTheLeastDistance", L"*A\n0,0,0,1,-1e-9\n",
+                    L"A|\n  0 at 0 0 by 1 -1e-09\n"},
+        PatternRow {"LinesTooNear", L"*A\n0,0,0,1,0.9e-9\n", L"2: a distance between the lines\n"},
+        PatternRow {"DotsWithoutGaps", L"*A\n0,0,0,0,1,0,0\n", L"2: dashes with a length\n"},
+        PatternRow {"ANameWithoutLines", L"*A\n\n*B\n0,0,0,0,1\n*C",
+                    L"B|\n  0 at 0 0 by 0 1\n1: lines below the name of a pattern\n"
+                    L"5: lines below the name of a pattern\n"},
+        PatternRow {"LinesWithoutAName", L"0,0,0,0,1\n*A\n0,0,0,0,1\n",
+                    L"A|\n  0 at 0 0 by 0 1\n1: the name of a pattern\n"},
+        PatternRow {"AnEmptyNameTakesItsLinesWithIt", L"*A\n0,0,0,0,1\n*,a\n90,0,0,0,1\n",
+                    L"A|\n  0 at 0 0 by 0 1\n3: a name of 1 to 255 characters\n"},
+        PatternRow {"ANameOfTheLargestSize", L"*" + std::wstring(255, L'a') + L"\n0,0,0,0,1",
+                    std::wstring(255, L'a') + L"|\n  0 at 0 0 by 0 1\n"},
+        PatternRow {"ANameThatIsTooLong", L"*" + std::wstring(256, L'a') + L"\n0,0,0,0,1",
+                    L"1: a name of 1 to 255 characters\n"},
+        PatternRow {"ALineOfTheLargestSize", L"*A," + std::wstring(997, L'a') + L"\n0,0,0,0,1",
+                    L"A|" + std::wstring(997, L'a') + L"\n  0 at 0 0 by 0 1\n"},
+        PatternRow {"ALineThatIsTooLong", L"*A\n0,0,0,0,1\n;" + std::wstring(1000, L'a') + L"\n",
+                    L"A|\n  0 at 0 0 by 0 1\n3: a line of at most 1000 characters\n"},
+        PatternRow {"NothingAtAll", L"", L""}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 TEST(PatternFiles, HaveNoMoreThanAThousandLinesInAPattern)

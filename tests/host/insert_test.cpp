@@ -5,11 +5,12 @@
 #include <gtest/gtest.h>
 #include <numbers>
 
-using namespace corma::host;
-using corma::testing::CloneDrawing;
-using corma::testing::RecordingServices;
+namespace corma::host {
 
 namespace {
+
+using corma::testing::CloneDrawing;
+using corma::testing::RecordingServices;
 
 constexpr std::string_view kDoor = R"(
 0 LINE
@@ -460,7 +461,7 @@ std::string layoutWith(std::string_view lastViewport)
         + std::string(lastViewport);
 }
 
-CloneDrawing drawingWith(const std::string& layout)
+CloneDrawing drawingWithLayout(const std::string& layout)
 {
     return CloneDrawing({.header = "9 $TILEMODE\n70 0\n",
                          .tables = kLayoutTables,
@@ -471,7 +472,7 @@ CloneDrawing drawingWith(const std::string& layout)
 TEST_F(InsertMoved, GoesIntoPaperSpaceWhileThatIsCurrent)
 {
     const CloneDrawing from({.entities = kPoint});
-    const CloneDrawing to = drawingWith(layoutWith("50"));
+    const CloneDrawing to = drawingWithLayout(layoutWith("50"));
     ASSERT_EQ(to.database().insert(AcGeMatrix3d::kIdentity, &from.database()), Acad::eOk);
     const CloneDrawing saved = to.reloaded();
     EXPECT_EQ(saved.model(), "");
@@ -482,7 +483,7 @@ TEST_F(InsertMoved, GoesIntoPaperSpaceWhileThatIsCurrent)
 TEST_F(InsertMoved, GoesIntoTheModelThroughAFloatingViewport)
 {
     const CloneDrawing from({.entities = kPoint});
-    const CloneDrawing to = drawingWith(layoutWith("51"));
+    const CloneDrawing to = drawingWithLayout(layoutWith("51"));
     ASSERT_EQ(to.database().insert(AcGeMatrix3d::kIdentity, &from.database()), Acad::eOk);
     EXPECT_EQ(to.reloaded().model(), "POINT 10=1 20=1 30=0\n");
 }
@@ -504,3 +505,5 @@ TEST_F(InsertMoved, NeedsAnotherDrawing)
 }
 
 } // namespace
+
+} // namespace corma::host

@@ -27,14 +27,14 @@ std::wstring described(const std::vector<LinetypeDefinition>& definitions)
     return text;
 }
 
-struct Row
+struct LinetypeRow
 {
     const char* sentence;
     const wchar_t* text;
     const wchar_t* found;
 };
 
-class LinetypeFile : public ::testing::TestWithParam<Row>
+class LinetypeFile : public ::testing::TestWithParam<LinetypeRow>
 {
 };
 
@@ -46,19 +46,22 @@ TEST_P(LinetypeFile, IsRead)
 INSTANTIATE_TEST_SUITE_P(
     Host, LinetypeFile,
     ::testing::Values(
-        Row {"OneDefinition", L"*HALF,half a line\nA,0.5,-0.25\n",
-             L"HALF|half a line|0.500 -0.25 \n"},
-        Row {"CommentsAndBlankLines", L";; x\n\n*A,a\n;; between\nA,1,-1\n", L"A|a|1.000 -1.00 \n"},
-        Row {"BlanksAndCarriageReturns", L" *A , a b \r\n a , 1 ,\t-.5 ,+0\r\n",
-             L"A|a b|1.000 -0.50 0.000 \n"},
-        Row {"NoDescription", L"*A\nA,1,-1", L"A||1.000 -1.00 \n"},
-        Row {"ANameWithoutAPattern", L"*A,a\n*B,b\nA,1", L"A|a|\nB|b|1.000 \n"},
-        Row {"TextsBetweenDashes", L"*GAS,gas\nA,.5,-.2,[\"GAS\",STANDARD,S=.1],-.25\n",
-             L"GAS|gas|0.500 -0.20 not simple\n"},
-        Row {"TooManyDashes", L"*M,m\nA,1,1,1,1,1,1,1,1,1,1,1,1,1\n",
-             L"M|m|1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 not "
-             L"simple\n"},
-        Row {"NothingAtAll", L"", L""}, Row {"APatternWithoutAName", L"A,1,2\n", L""}),
+        LinetypeRow {"OneDefinition", L"*HALF,half a line\nA,0.5,-0.25\n",
+                     L"HALF|half a line|0.500 -0.25 \n"},
+        LinetypeRow {"CommentsAndBlankLines", L";; x\n\n*A,a\n;; between\nA,1,-1\n",
+                     L"A|a|1.000 -1.00 \n"},
+        LinetypeRow {"BlanksAndCarriageReturns", L" *A , a b \r\n a , 1 ,\t-.5 ,+0\r\n",
+                     L"A|a b|1.000 -0.50 0.000 \n"},
+        LinetypeRow {"NoDescription", L"*A\nA,1,-1", L"A||1.000 -1.00 \n"},
+        LinetypeRow {"ANameWithoutAPattern", L"*A,a\n*B,b\nA,1", L"A|a|\nB|b|1.000 \n"},
+        LinetypeRow {"TextsBetweenDashes", L"*GAS,gas\nA,.5,-.2,[\"GAS\",STANDARD,S=.1],-.25\n",
+                     L"GAS|gas|0.500 -0.20 not simple\n"},
+        LinetypeRow {
+            "TooManyDashes", L"*M,m\nA,1,1,1,1,1,1,1,1,1,1,1,1,1\n",
+            L"M|m|1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 1.000 not "
+            L"simple\n"},
+        LinetypeRow {"NothingAtAll", L"", L""},
+        LinetypeRow {"APatternWithoutAName", L"A,1,2\n", L""}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 class LoadLinetype : public OpenObjects

@@ -16,8 +16,10 @@ namespace corma::host {
 
 namespace {
 
+using test::moved;
 using test::recordFrom;
 using test::samplesOf;
+using test::stretched;
 using test::textOf;
 
 constexpr double kPi = std::numbers::pi;
@@ -203,19 +205,9 @@ struct MotionRow
     AcGeMatrix3d matrix;
 };
 
-AcGeMatrix3d moved(double x, double y, double z)
-{
-    return AcGeMatrix3d().setToTranslation({x, y, z});
-}
-
-AcGeMatrix3d turned(double degrees, const AcGeVector3d& axis)
+AcGeMatrix3d turnedAboutPoint(double degrees, const AcGeVector3d& axis)
 {
     return AcGeMatrix3d().setToRotation(degrees * kPi / 180.0, axis, {1, 2, 3});
-}
-
-AcGeMatrix3d stretched(double x, double y, double z)
-{
-    return AcGeMatrix3d().setCoordSystem({}, {x, 0, 0}, {0, y, 0}, {0, 0, z});
 }
 
 const AcGeMatrix3d skewed
@@ -226,21 +218,21 @@ const AcGeMatrix3d skewedInSpace
 
 const MotionRow similarities[] = {
     {"Moved", moved(10, -20, 30)},
-    {"TurnedAboutX", turned(40, {1, 0, 0})},
-    {"TurnedAboutY", turned(-75, {0, 1, 0})},
-    {"TurnedAboutZ", turned(30, {0, 0, 1})},
-    {"TurnedByAQuarter", turned(90, {0, 0, 1})},
-    {"TurnedByAHalf", turned(180, {0, 0, 1})},
-    {"TurnedOver", turned(180, {1, 0, 0})},
+    {"TurnedAboutX", turnedAboutPoint(40, {1, 0, 0})},
+    {"TurnedAboutY", turnedAboutPoint(-75, {0, 1, 0})},
+    {"TurnedAboutZ", turnedAboutPoint(30, {0, 0, 1})},
+    {"TurnedByAQuarter", turnedAboutPoint(90, {0, 0, 1})},
+    {"TurnedByAHalf", turnedAboutPoint(180, {0, 0, 1})},
+    {"TurnedOver", turnedAboutPoint(180, {1, 0, 0})},
     {"MirroredInX", stretched(-1, 1, 1)},
     {"MirroredInY", stretched(1, -1, 1)},
     {"MirroredInZ", stretched(1, 1, -1)},
     {"MirroredAtAPoint", stretched(-1, -1, -1)},
-    {"MirroredAtADiagonal", turned(25, {0, 0, 1}) * stretched(-1, 1, 1)},
+    {"MirroredAtADiagonal", turnedAboutPoint(25, {0, 0, 1}) * stretched(-1, 1, 1)},
     {"Enlarged", stretched(2.5, 2.5, 2.5)},
     {"Reduced", AcGeMatrix3d().setToScaling(0.001, {5, 6, 7})},
-    {"AllAtOnce", moved(1, 2, 3) * turned(33, {1, 2, -3}) * stretched(3, 3, 3)},
-    {"AllAtOnceMirrored", moved(1, 2, 3) * turned(33, {1, 2, -3}) * stretched(3, -3, 3)},
+    {"AllAtOnce", moved(1, 2, 3) * turnedAboutPoint(33, {1, 2, -3}) * stretched(3, 3, 3)},
+    {"AllAtOnceMirrored", moved(1, 2, 3) * turnedAboutPoint(33, {1, 2, -3}) * stretched(3, -3, 3)},
 };
 
 struct Normal
@@ -308,7 +300,7 @@ void expectThatItFollows(Drawn drawn, const AcGeMatrix3d& matrix)
     test::expectSame(drawn.samples(), expected);
 }
 
-template<class Row> std::string nameOf(const testing::TestParamInfo<Row>& row)
+template<class Row> std::string nameOf(const ::testing::TestParamInfo<Row>& row)
 {
     return row.param.name;
 }
@@ -326,10 +318,10 @@ std::vector<MotionRow> randomSimilarities()
     for (int i = 0; i < 20; ++i) {
         const double scale = std::exp(number(-3, 3));
         const AcGeVector3d axis(number(-1, 1), number(-1, 1), number(-1, 1));
-        rows.push_back(
-            {"random",
-             moved(number(-9, 9), number(-9, 9), number(-9, 9)) * turned(number(0, 360), axis)
-                 * stretched(i % 2 == 0 ? scale : -scale, scale, scale)});
+        rows.push_back({"random",
+                        moved(number(-9, 9), number(-9, 9), number(-9, 9))
+                            * turnedAboutPoint(number(0, 360), axis)
+                            * stretched(i % 2 == 0 ? scale : -scale, scale, scale)});
     }
     return rows;
 }
@@ -349,7 +341,7 @@ std::vector<MotionRow> allSimilarities()
     return rows;
 }
 
-class PlanarEntity : public testing::TestWithParam<EntityRow>
+class PlanarEntity : public ::testing::TestWithParam<EntityRow>
 {
 };
 
@@ -363,12 +355,12 @@ TEST_P(PlanarEntity, LooksTheSameTransformedOutOfAnyPlane)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Outlines, PlanarEntity, testing::ValuesIn(planarEntities),
+INSTANTIATE_TEST_SUITE_P(Outlines, PlanarEntity, ::testing::ValuesIn(planarEntities),
                          nameOf<EntityRow>);
-INSTANTIATE_TEST_SUITE_P(FillsAndNotes, PlanarEntity, testing::ValuesIn(fillEntities),
+INSTANTIATE_TEST_SUITE_P(FillsAndNotes, PlanarEntity, ::testing::ValuesIn(fillEntities),
                          nameOf<EntityRow>);
 
-class EntityInSpace : public testing::TestWithParam<EntityRow>
+class EntityInSpace : public ::testing::TestWithParam<EntityRow>
 {
 };
 
@@ -377,8 +369,9 @@ TEST_P(EntityInSpace, LooksTheSameTransformed)
     expectThatItFollowsAll(Drawn(GetParam()), allSimilarities());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, EntityInSpace, testing::ValuesIn(spaceEntities), nameOf<EntityRow>);
-INSTANTIATE_TEST_SUITE_P(Ellipses, EntityInSpace, testing::ValuesIn(ellipses), nameOf<EntityRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, EntityInSpace, ::testing::ValuesIn(spaceEntities),
+                         nameOf<EntityRow>);
+INSTANTIATE_TEST_SUITE_P(Ellipses, EntityInSpace, ::testing::ValuesIn(ellipses), nameOf<EntityRow>);
 
 // --- other transformations, where there is a form for the result ---------------------------------
 
@@ -428,7 +421,7 @@ const EntityRow stretchable[] = {
      L"40 1\n40 1\n40 1\n10 0\n20 0\n30 0\n10 2\n20 3\n30 0\n10 4\n20 0\n30 0"},
 };
 
-class Stretched : public testing::TestWithParam<EntityRow>
+class Stretched : public ::testing::TestWithParam<EntityRow>
 {
 };
 
@@ -446,7 +439,7 @@ TEST_P(Stretched, LooksTheSameTransformed)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, Stretched, testing::ValuesIn(stretchable), nameOf<EntityRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, Stretched, ::testing::ValuesIn(stretchable), nameOf<EntityRow>);
 
 TEST(StretchedInsert, FollowsWhenItsAxesStayAtRightAngles)
 {
@@ -475,7 +468,7 @@ std::ostream& operator<<(std::ostream& out, const RefusalRow& row)
     return out << row.name;
 }
 
-class Refused : public testing::TestWithParam<RefusalRow>
+class Refused : public ::testing::TestWithParam<RefusalRow>
 {
 };
 
@@ -570,7 +563,7 @@ const RefusalRow refusals[] = {
      Acad::eNotImplementedYet},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, Refused, testing::ValuesIn(refusals), nameOf<RefusalRow>);
+INSTANTIATE_TEST_SUITE_P(Rows, Refused, ::testing::ValuesIn(refusals), nameOf<RefusalRow>);
 
 TEST(TransformRecord, ARecordWithoutGroupsHasNoType)
 {

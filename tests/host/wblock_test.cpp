@@ -3,11 +3,12 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
-using corma::testing::CloneDrawing;
-using corma::testing::RecordingServices;
+namespace corma::host {
 
 namespace {
+
+using corma::testing::CloneDrawing;
+using corma::testing::RecordingServices;
 
 constexpr std::string_view kTwoLines = R"(
 0 LINE
@@ -76,14 +77,14 @@ TEST_F(Wblock, MakesADrawingOfEntitiesAroundTheBasePoint)
     EXPECT_EQ(openObjectCount(), 0);
 }
 
-struct VersionRow
+struct WblockVersionRow
 {
     const char* sentence;
     std::string_view version;
     const wchar_t* output;
 };
 
-class WblockVersion : public Wblock, public ::testing::WithParamInterface<VersionRow>
+class WblockVersion : public Wblock, public ::testing::WithParamInterface<WblockVersionRow>
 {
 };
 
@@ -98,12 +99,12 @@ TEST_P(WblockVersion, IsThatOfTheDrawing)
 }
 
 INSTANTIATE_TEST_SUITE_P(Wblock, WblockVersion,
-                         ::testing::Values(VersionRow {"OfR12", "AC1009", L"AC1009"},
-                                           VersionRow {"R14HasNoTemplateAndBecomesR2000", "AC1014",
-                                                       L"AC1015"},
-                                           VersionRow {"OfR2000", "AC1015", L"AC1015"},
-                                           VersionRow {"OfR2007", "AC1021", L"AC1021"},
-                                           VersionRow {"OfR2018", "AC1032", L"AC1032"}),
+                         ::testing::Values(WblockVersionRow {"OfR12", "AC1009", L"AC1009"},
+                                           WblockVersionRow {"R14HasNoTemplateAndBecomesR2000",
+                                                             "AC1014", L"AC1015"},
+                                           WblockVersionRow {"OfR2000", "AC1015", L"AC1015"},
+                                           WblockVersionRow {"OfR2007", "AC1021", L"AC1021"},
+                                           WblockVersionRow {"OfR2018", "AC1032", L"AC1032"}),
                          [](const auto& row) { return row.param.sentence; });
 
 TEST_F(Wblock, TakesTheDrawingsOwnStandardStyleAlong)
@@ -171,3 +172,5 @@ TEST_F(Wblock, TellsWhatIsWrongWithItsArguments)
 }
 
 } // namespace
+
+} // namespace corma::host

@@ -8,7 +8,7 @@
 
 namespace {
 
-struct Row
+struct WildCardRow
 {
     const char* sentence;
     const wchar_t* text;
@@ -16,12 +16,12 @@ struct Row
     bool fits; // when case is heeded
 };
 
-std::string sentenceOf(const testing::TestParamInfo<Row>& row)
+std::string sentenceOf(const testing::TestParamInfo<WildCardRow>& row)
 {
     return row.param.sentence;
 }
 
-class WildCard : public testing::TestWithParam<Row>
+class WildCard : public testing::TestWithParam<WildCardRow>
 {
 };
 
@@ -33,7 +33,7 @@ TEST_P(WildCard, Fits)
 }
 
 // clang-format off
-const Row literalRows[] = {
+const WildCardRow literalRows[] = {
     {"TheSameText",                          L"Hoogte",  L"Hoogte",  true},
     {"AnotherText",                          L"Hoogte",  L"Breedte", false},
     {"OtherCase",                            L"hoogte",  L"Hoogte",  false},
@@ -52,7 +52,7 @@ const Row literalRows[] = {
     {"ABackslashIsLiteral",                  L"a\\b",    L"a\\b",    true},
 };
 
-const Row singleRows[] = {
+const WildCardRow singleRows[] = {
     {"HashFitsADigit",                       L"7",       L"#",       true},
     {"HashFitsNoLetter",                     L"a",       L"#",       false},
     {"HashFitsNotNothing",                   L"",        L"#",       false},
@@ -81,7 +81,7 @@ const Row singleRows[] = {
     {"TheyMixWithLiterals",                  L"Wand-07b", L"W@@d.##?", true},
 };
 
-const Row starRows[] = {
+const WildCardRow starRows[] = {
     {"StarFitsAnything",                     L"a7_",     L"*",       true},
     {"StarFitsNothing",                      L"",        L"*",       true},
     {"StarAtTheEndFitsTheRest",              L"Hoogte",  L"Hoog*",   true},
@@ -99,7 +99,7 @@ const Row starRows[] = {
     {"StarBeforeASet",                       L"xx7",     L"*[5-9]",  true},
 };
 
-const Row setRows[] = {
+const WildCardRow setRows[] = {
     {"ASetFitsAMember",                      L"b",       L"[abc]",   true},
     {"ASetFitsNoOther",                      L"d",       L"[abc]",   false},
     {"ASetFitsNotNothing",                   L"",        L"[abc]",   false},
@@ -151,7 +151,7 @@ const Row setRows[] = {
     {"AnUnclosedBracketWithANegation",       L"[~a",     L"[~a",     true},
 };
 
-const Row alternativeRows[] = {
+const WildCardRow alternativeRows[] = {
     {"TheFirstAlternative",                  L"een",     L"een,twee,drie", true},
     {"AnAlternativeInBetween",               L"twee",    L"een,twee,drie", true},
     {"TheLastAlternative",                   L"drie",    L"een,twee,drie", true},
@@ -171,7 +171,7 @@ const Row alternativeRows[] = {
     {"ABracketIsClosedAcrossACommaOnly",     L"a,",      L"[a,b],c",       false},
 };
 
-const Row negatedRows[] = {
+const WildCardRow negatedRows[] = {
     {"ANegatedAlternativeFitsAnotherText",   L"b",       L"~a",      true},
     {"ANegatedAlternativeFitsNotItsText",    L"a",       L"~a",      false},
     {"ANegatedAlternativeFitsTheEmptyText",  L"",        L"~a",      true},
@@ -195,7 +195,7 @@ const Row negatedRows[] = {
     {"TwoNegationsCancelOnOneCharacter",     L"a",       L"~[~ab]",  true},
 };
 
-const Row escapeRows[] = {
+const WildCardRow escapeRows[] = {
     {"AnEscapedStarIsLiteral",               L"*",       L"`*",      true},
     {"AnEscapedStarIsNoWildCard",            L"a",       L"`*",      false},
     {"AnEscapedHashIsLiteral",               L"#",       L"`#",      true},
@@ -221,7 +221,7 @@ INSTANTIATE_TEST_SUITE_P(Alternatives, WildCard, testing::ValuesIn(alternativeRo
 INSTANTIATE_TEST_SUITE_P(Negations, WildCard, testing::ValuesIn(negatedRows), sentenceOf);
 INSTANTIATE_TEST_SUITE_P(Escapes, WildCard, testing::ValuesIn(escapeRows), sentenceOf);
 
-class WildCardIgnoringCase : public testing::TestWithParam<Row>
+class WildCardIgnoringCase : public testing::TestWithParam<WildCardRow>
 {
 };
 
@@ -231,7 +231,7 @@ TEST_P(WildCardIgnoringCase, Fits)
 }
 
 // clang-format off
-const Row ignoringCaseRows[] = {
+const WildCardRow ignoringCaseRows[] = {
     {"ALiteral",                             L"HOOGTE",  L"hoogte",   true},
     {"ALiteralTheOtherWayRound",             L"hoogte",  L"HOOGTE",   true},
     {"AnotherLiteral",                       L"hoogte",  L"hoogt\u00E9", false},

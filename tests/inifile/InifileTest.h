@@ -30,10 +30,12 @@ public:
         return result;
     }
 
-    /// The value, or "(none)".
+    static constexpr const wchar_t* kNone = L"(none)";
+
+    /// The value, or kNone.
     std::wstring get(const std::wstring& idents, int size = 3000)
     {
-        return status(idents, size) == 5100 ? value : L"(none)";
+        return status(idents, size) == 5100 ? value : kNone;
     }
 
 private:

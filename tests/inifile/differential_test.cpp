@@ -3,25 +3,17 @@
 #include "inifile/ConfigFile.h"
 #include "inifile/InifileTest.h"
 #include "inifile/scrambling.h"
+#include "support/random_choice.h"
 
 #include <map>
 #include <random>
 
+using corma::testing::below;
+using corma::testing::oneOf;
+using corma::testing::Random;
 using corma::testing::TempFolder;
 
 namespace {
-
-using Random = std::mt19937;
-
-std::size_t below(Random& random, std::size_t bound)
-{
-    return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
-}
-
-const std::string& oneOf(Random& random, const std::vector<std::string>& choices)
-{
-    return choices[below(random, choices.size())];
-}
 
 // Few names in few chapters, so that doubles, misses and look-alikes all occur.
 const std::vector<std::string> kNames

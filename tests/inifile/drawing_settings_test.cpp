@@ -371,13 +371,13 @@ TEST_F(DrawingWrite, WithoutADrawingTheUserIsTold)
     EXPECT_EQ(ini.get(L"x"), L"file");
 }
 
-struct Version
+struct VersionFile
 {
     const char* sentence;
     const wchar_t* file;
 };
 
-class EveryVersion : public DrawingSettings, public ::testing::WithParamInterface<Version>
+class EveryVersion : public DrawingSettings, public ::testing::WithParamInterface<VersionFile>
 {
 };
 
@@ -420,12 +420,13 @@ TEST_P(EveryVersion, KeepsASettingInItsFile)
 
 INSTANTIATE_TEST_SUITE_P(
     DrawingSettings, EveryVersion,
-    ::testing::Values(Version {"R13", L"r13.dxf"}, Version {"R13Binary", L"r13_binary.dxf"},
-                      Version {"R14", L"r14.dxf"}, Version {"R2000", L"r2000.dxf"},
-                      Version {"R2000Binary", L"r2000_binary.dxf"}, Version {"R2004", L"r2004.dxf"},
-                      Version {"R2007", L"r2007.dxf"}, Version {"R2010", L"r2010.dxf"},
-                      Version {"R2013", L"r2013.dxf"}, Version {"R2018", L"r2018.dxf"},
-                      Version {"R2018Binary", L"r2018_binary.dxf"}),
+    ::testing::Values(VersionFile {"R13", L"r13.dxf"}, VersionFile {"R13Binary", L"r13_binary.dxf"},
+                      VersionFile {"R14", L"r14.dxf"}, VersionFile {"R2000", L"r2000.dxf"},
+                      VersionFile {"R2000Binary", L"r2000_binary.dxf"},
+                      VersionFile {"R2004", L"r2004.dxf"}, VersionFile {"R2007", L"r2007.dxf"},
+                      VersionFile {"R2010", L"r2010.dxf"}, VersionFile {"R2013", L"r2013.dxf"},
+                      VersionFile {"R2018", L"r2018.dxf"},
+                      VersionFile {"R2018Binary", L"r2018_binary.dxf"}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 } // namespace

@@ -1,25 +1,25 @@
 #include "inifile/InifileTest.h"
 #include "inifile/line.h"
+#include "support/row_names.h"
 
 using corma::testing::Ini;
 using corma::testing::RecordingServices;
+using corma::testing::sentenceOf;
 using corma::testing::TempFolder;
 
 namespace {
 
 using namespace std::string_literals;
 
-struct Row
+struct LineRow
 {
     const char* sentence;
     std::string file;
     std::wstring ident;
-    std::wstring value; // "(none)" when there is none
+    std::wstring value; // Ini::kNone when there is none
 };
 
-const std::wstring kNone = L"(none)";
-
-class OneFileLookup : public testing::TestWithParam<Row>
+class OneFileLookup : public testing::TestWithParam<LineRow>
 {
 };
 
@@ -33,76 +33,72 @@ TEST_P(OneFileLookup, Gives)
     EXPECT_EQ(plain.get(GetParam().ident), GetParam().value) << "by the index";
 }
 
-std::string sentenceOf(const testing::TestParamInfo<Row>& row)
-{
-    return row.param.sentence;
-}
-
 const std::string kTwoChapters = "Kop=head\r\n[A]\r\nHoogte=2\r\nBreedte=3\r\n[B]\r\nHoogte=5\r\n";
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, OneFileLookup,
     testing::Values(
-        Row {"AValueEndsAtTheEndOfItsLine", "[A]\nHoogte=2\nBreedte=3", L"[A]Hoogte", L"2"},
-        Row {"TheLastLineNeedsNoLineEnd", "[A]\nHoogte=2", L"[A]Hoogte", L"2"},
-        Row {"ACarriageReturnIsPartOfTheLineEnd", "[A]\r\nHoogte=2\r\n", L"[A]Hoogte", L"2"},
-        Row {"ATabEndsWhatAReaderSees", "X=ab\tcd\nY=1\n", L"X", L"ab"},
-        Row {"ATabBeforeTheEqualsSignLeavesNoEntry", "X\t=1\n", L"X", kNone},
-        Row {"ANulByteEndsIt", "X=ab\0cd\nY=1\n"s, L"X", L"ab"},
-        Row {"AfterANulByteTheNextLineCounts", "X=ab\0cd\nY=1\n"s, L"Y", L"1"},
-        Row {"ALoneCarriageReturnEndsItToo", "X=ab\rY=1\nZ=2\n", L"X", L"ab"},
-        Row {"WhatIsBehindALoneCarriageReturnIsLost", "X=ab\rY=1\nZ=2\n", L"Y", kNone},
-        Row {"ALeadingBlankDisablesALine", " X=1\nX=2\n", L"X", L"2"},
-        Row {"ALeadingBlankDisablesAHeader", " [A]\nX=1\n", L"[A]X", kNone},
-        Row {"ABlankLedLineIsNotFoundByItsName", " X=1\n", L" X", kNone},
-        Row {"ABlankBeforeTheEqualsSignBelongsToTheIdent", "X =1\n", L"X", kNone},
-        Row {"AnIdentMayEndInABlank", "X =1\n", L"X ", L"1"},
-        Row {"ABlankBehindTheEqualsSignBelongsToTheValue", "X= 1 \n", L"X", L" 1 "},
-        Row {"AValueMayHoldEqualsSignsAndCommas", "X=a=b,c\n", L"X", L"a=b,c"},
-        Row {"ASemicolonBeginsNoComment", ";X=1\n", L";X", L"1"},
-        Row {"ALineWithoutEqualsSignIsIgnored", "X\nX=1\n", L"X", L"1"},
-        Row {"AnEmptyValueIsFound", "X=\n", L"X", L""},
-        Row {"AnEmptyLineIsNothing", "\n\r\n\nX=1\n", L"X", L"1"},
-        Row {"TheFirstOfTwoWins", "X=1\nX=2\n", L"X", L"1"},
-        Row {"AnIdentIsFoundInAnyCase", "HOOGTE=1\n", L"hoogte", L"1"},
-        Row {"AnIdentIsFoundInAnyCaseTheOtherWay", "hoogte=1\n", L"HOOGTE", L"1"},
-        Row {"CaseFoldsBeyondAscii", "COÖRDINAAT=1\n", L"coördinaat", L"1"},
-        Row {"CaseFoldsInWindows1252Too", "CO\xD6RDINAAT=1\n", L"coördinaat", L"1"},
-        Row {"ALongerIdentIsAnother", "Hoogtes=1\n", L"Hoogte", kNone},
-        Row {"AShorterIdentIsAnother", "Hoog=1\n", L"Hoogte", kNone},
-        Row {"AnIdentWithAnEqualsSignIsNeverFound", "a=b=c\n", L"a=b", kNone},
-        Row {"AnIdentMayBeEmpty", "[A]\n=1\n", L"[A]", L"1"},
-        Row {"AnEmptyFileHasNothing", "", L"X", kNone},
-        Row {"OnlyLineEnds", "\n\n\n", L"X", kNone}),
+        LineRow {"AValueEndsAtTheEndOfItsLine", "[A]\nHoogte=2\nBreedte=3", L"[A]Hoogte", L"2"},
+        LineRow {"TheLastLineNeedsNoLineEnd", "[A]\nHoogte=2", L"[A]Hoogte", L"2"},
+        LineRow {"ACarriageReturnIsPartOfTheLineEnd", "[A]\r\nHoogte=2\r\n", L"[A]Hoogte", L"2"},
+        LineRow {"ATabEndsWhatAReaderSees", "X=ab\tcd\nY=1\n", L"X", L"ab"},
+        LineRow {"ATabBeforeTheEqualsSignLeavesNoEntry", "X\t=1\n", L"X", Ini::kNone},
+        LineRow {"ANulByteEndsIt", "X=ab\0cd\nY=1\n"s, L"X", L"ab"},
+        LineRow {"AfterANulByteTheNextLineCounts", "X=ab\0cd\nY=1\n"s, L"Y", L"1"},
+        LineRow {"ALoneCarriageReturnEndsItToo", "X=ab\rY=1\nZ=2\n", L"X", L"ab"},
+        LineRow {"WhatIsBehindALoneCarriageReturnIsLost", "X=ab\rY=1\nZ=2\n", L"Y", Ini::kNone},
+        LineRow {"ALeadingBlankDisablesALine", " X=1\nX=2\n", L"X", L"2"},
+        LineRow {"ALeadingBlankDisablesAHeader", " [A]\nX=1\n", L"[A]X", Ini::kNone},
+        LineRow {"ABlankLedLineIsNotFoundByItsName", " X=1\n", L" X", Ini::kNone},
+        LineRow {"ABlankBeforeTheEqualsSignBelongsToTheIdent", "X =1\n", L"X", Ini::kNone},
+        LineRow {"AnIdentMayEndInABlank", "X =1\n", L"X ", L"1"},
+        LineRow {"ABlankBehindTheEqualsSignBelongsToTheValue", "X= 1 \n", L"X", L" 1 "},
+        LineRow {"AValueMayHoldEqualsSignsAndCommas", "X=a=b,c\n", L"X", L"a=b,c"},
+        LineRow {"ASemicolonBeginsNoComment", ";X=1\n", L";X", L"1"},
+        LineRow {"ALineWithoutEqualsSignIsIgnored", "X\nX=1\n", L"X", L"1"},
+        LineRow {"AnEmptyValueIsFound", "X=\n", L"X", L""},
+        LineRow {"AnEmptyLineIsNothing", "\n\r\n\nX=1\n", L"X", L"1"},
+        LineRow {"TheFirstOfTwoWins", "X=1\nX=2\n", L"X", L"1"},
+        LineRow {"AnIdentIsFoundInAnyCase", "HOOGTE=1\n", L"hoogte", L"1"},
+        LineRow {"AnIdentIsFoundInAnyCaseTheOtherWay", "hoogte=1\n", L"HOOGTE", L"1"},
+        LineRow {"CaseFoldsBeyondAscii", "COÖRDINAAT=1\n", L"coördinaat", L"1"},
+        LineRow {"CaseFoldsInWindows1252Too", "CO\xD6RDINAAT=1\n", L"coördinaat", L"1"},
+        LineRow {"ALongerIdentIsAnother", "Hoogtes=1\n", L"Hoogte", Ini::kNone},
+        LineRow {"AShorterIdentIsAnother", "Hoog=1\n", L"Hoogte", Ini::kNone},
+        LineRow {"AnIdentWithAnEqualsSignIsNeverFound", "a=b=c\n", L"a=b", Ini::kNone},
+        LineRow {"AnIdentMayBeEmpty", "[A]\n=1\n", L"[A]", L"1"},
+        LineRow {"AnEmptyFileHasNothing", "", L"X", Ini::kNone},
+        LineRow {"OnlyLineEnds", "\n\n\n", L"X", Ini::kNone}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(
     Chapters, OneFileLookup,
     testing::Values(
-        Row {"APlainIdentIsInTheHeadOfTheFile", kTwoChapters, L"Kop", L"head"},
-        Row {"APlainIdentStopsAtTheFirstHeader", kTwoChapters, L"Hoogte", kNone},
-        Row {"AnIdentIsInItsChapter", kTwoChapters, L"[A]Breedte", L"3"},
-        Row {"EachChapterHasItsOwn", kTwoChapters, L"[B]Hoogte", L"5"},
-        Row {"AChapterEndsAtTheNextHeader", kTwoChapters, L"[B]Breedte", kNone},
-        Row {"AChapterIsFoundInAnyCase", kTwoChapters, L"[a]hoogte", L"2"},
-        Row {"AHeadIdentIsInNoChapter", kTwoChapters, L"[A]Kop", kNone},
-        Row {"AnUnknownChapterHasNothing", kTwoChapters, L"[C]Hoogte", kNone},
-        Row {"AChapterIsNotFoundByTheBeginningOfItsName", "[AB]\nX=1\n", L"[A]X", kNone},
-        Row {"AHeaderGoesToItsFirstBracket", "[A]rest]\nX=1\n", L"[A]X", L"1"},
-        Row {"OnlyTheFirstOfTwoChaptersOfANameCounts", "[A]\nX=1\n[B]\n[A]\nY=2\n", L"[A]Y", kNone},
-        Row {"AnEmptyFirstChapterOfANameCounts", "[A]\n[A]\nY=2\n", L"[A]Y", kNone},
-        Row {"AHeaderNeedsItsLastBracket", "[A\nX=1\n", L"X", L"1"},
-        Row {"AHeaderMayHoldAnEqualsSign", "[A=1]\nX=2\n", L"[A=1]X", L"2"},
-        Row {"ALineThatOnlyBeginsLikeAHeaderIsAnEntry", "[A=1\n", L"[A", L"1"},
-        Row {"ABlankBehindAHeaderMakesItNone", "[A] \nX=1\n", L"X", L"1"},
-        Row {"ATabBehindAHeaderIsLost", "[A]\tx\nX=1\n", L"[A]X", L"1"},
-        Row {"AnEmptyChapterInTheIdentIsTheHead", "X=1\n[A]\nX=2\n", L"[]X", L"1"},
-        Row {"WithoutAClosingBracketItIsAPlainName", "[A=1\n", L"[A", L"1"},
-        Row {"TheHeadChapterByNameIsOneFurtherDown", "X=1\n[Algemeen]\nX=2\n", L"[Algemeen]X",
-             L"2"},
-        Row {"ThePlainIdentIsTheOneAbove", "X=1\n[Algemeen]\nX=2\n", L"X", L"1"},
-        Row {"WithoutThatHeaderTheNameFindsNothing", "X=1\n", L"[Algemeen]X", kNone},
-        Row {"ChaptersFoldBeyondAscii", "[COÖRD]\nX=1\n", L"[coörd]X", L"1"}),
+        LineRow {"APlainIdentIsInTheHeadOfTheFile", kTwoChapters, L"Kop", L"head"},
+        LineRow {"APlainIdentStopsAtTheFirstHeader", kTwoChapters, L"Hoogte", Ini::kNone},
+        LineRow {"AnIdentIsInItsChapter", kTwoChapters, L"[A]Breedte", L"3"},
+        LineRow {"EachChapterHasItsOwn", kTwoChapters, L"[B]Hoogte", L"5"},
+        LineRow {"AChapterEndsAtTheNextHeader", kTwoChapters, L"[B]Breedte", Ini::kNone},
+        LineRow {"AChapterIsFoundInAnyCase", kTwoChapters, L"[a]hoogte", L"2"},
+        LineRow {"AHeadIdentIsInNoChapter", kTwoChapters, L"[A]Kop", Ini::kNone},
+        LineRow {"AnUnknownChapterHasNothing", kTwoChapters, L"[C]Hoogte", Ini::kNone},
+        LineRow {"AChapterIsNotFoundByTheBeginningOfItsName", "[AB]\nX=1\n", L"[A]X", Ini::kNone},
+        LineRow {"AHeaderGoesToItsFirstBracket", "[A]rest]\nX=1\n", L"[A]X", L"1"},
+        LineRow {"OnlyTheFirstOfTwoChaptersOfANameCounts", "[A]\nX=1\n[B]\n[A]\nY=2\n", L"[A]Y",
+                 Ini::kNone},
+        LineRow {"AnEmptyFirstChapterOfANameCounts", "[A]\n[A]\nY=2\n", L"[A]Y", Ini::kNone},
+        LineRow {"AHeaderNeedsItsLastBracket", "[A\nX=1\n", L"X", L"1"},
+        LineRow {"AHeaderMayHoldAnEqualsSign", "[A=1]\nX=2\n", L"[A=1]X", L"2"},
+        LineRow {"ALineThatOnlyBeginsLikeAHeaderIsAnEntry", "[A=1\n", L"[A", L"1"},
+        LineRow {"ABlankBehindAHeaderMakesItNone", "[A] \nX=1\n", L"X", L"1"},
+        LineRow {"ATabBehindAHeaderIsLost", "[A]\tx\nX=1\n", L"[A]X", L"1"},
+        LineRow {"AnEmptyChapterInTheIdentIsTheHead", "X=1\n[A]\nX=2\n", L"[]X", L"1"},
+        LineRow {"WithoutAClosingBracketItIsAPlainName", "[A=1\n", L"[A", L"1"},
+        LineRow {"TheHeadChapterByNameIsOneFurtherDown", "X=1\n[Algemeen]\nX=2\n", L"[Algemeen]X",
+                 L"2"},
+        LineRow {"ThePlainIdentIsTheOneAbove", "X=1\n[Algemeen]\nX=2\n", L"X", L"1"},
+        LineRow {"WithoutThatHeaderTheNameFindsNothing", "X=1\n", L"[Algemeen]X", Ini::kNone},
+        LineRow {"ChaptersFoldBeyondAscii", "[COÖRD]\nX=1\n", L"[coörd]X", L"1"}),
     sentenceOf);
 
 // Lines of up to 3000 characters are whole; what is longer counts as further lines.

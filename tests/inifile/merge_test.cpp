@@ -1,5 +1,7 @@
 #include "inifile/PlainMerge.h"
 #include "inifile/merge.h"
+#include "support/random_choice.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -8,6 +10,11 @@ using namespace std::string_literals;
 
 namespace corma {
 namespace {
+
+using corma::testing::below;
+using corma::testing::oneOf;
+using corma::testing::Random;
+using corma::testing::sentenceOf;
 
 std::string merged(std::string_view own, std::string_view defaults, int& added,
                    std::string_view lineEnd = "\n")
@@ -55,8 +62,6 @@ TEST_P(MergedDefaults, AreNotNewASecondTime)
     EXPECT_EQ(merged(GetParam().text, GetParam().defaults, added), GetParam().text);
     EXPECT_EQ(added, 0);
 }
-
-const auto sentenceOf = [](const auto& row) { return std::string(row.param.sentence); };
 
 INSTANTIATE_TEST_SUITE_P(
     Known, MergedDefaults,
@@ -316,18 +321,6 @@ TEST(NewValuePieces, OfAFileThatStaysAreOne)
 }
 
 // --- random files --------------------------------------------------------------------------------
-
-using Random = std::mt19937;
-
-std::size_t below(Random& random, std::size_t bound)
-{
-    return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
-}
-
-const std::string& oneOf(Random& random, const std::vector<std::string>& choices)
-{
-    return choices[below(random, choices.size())];
-}
 
 // Few names in few chapters, so that doubles, misses and look-alikes all occur. None of them looks
 // like the joined name by which the plain rules know an entry of a chapter.

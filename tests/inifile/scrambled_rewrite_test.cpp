@@ -1,5 +1,6 @@
 #include "inifile/scrambled_rewrite.h"
 #include "inifile/scrambling.h"
+#include "support/row_names.h"
 
 #include <climits>
 #include <gtest/gtest.h>
@@ -9,6 +10,8 @@ using namespace std::string_literals;
 
 namespace corma {
 namespace {
+
+using corma::testing::sentenceOf;
 
 // Byte by byte as it stands, with its carriage returns.
 std::string scrambledBytes(std::string_view text, int key)
@@ -40,7 +43,7 @@ std::string changed(std::string_view text, std::wstring_view ident, std::string_
     return bytes ? plainBytes(*bytes, key) : "(nothing)";
 }
 
-struct Row
+struct RewriteRow
 {
     const char* sentence;
     std::string text;
@@ -49,7 +52,7 @@ struct Row
     std::string changed;
 };
 
-class ScrambledRewrite : public ::testing::TestWithParam<Row>
+class ScrambledRewrite : public ::testing::TestWithParam<RewriteRow>
 {
 };
 
@@ -62,90 +65,96 @@ TEST_P(ScrambledRewrite, GivesTheText)
     }
 }
 
-const auto sentenceOf = [](const auto& row) { return std::string(row.param.sentence); };
-
 INSTANTIATE_TEST_SUITE_P(
     Value, ScrambledRewrite,
-    ::testing::Values(Row {"IsPutInItsLine", "a=1\r\nb=2\r\n", L"b", "345", "a=1\r\nb=345\r\n"},
-                      Row {"MayBecomeEmpty", "a=1\r\nb=2\r\n", L"a", "", "a=\r\nb=2\r\n"},
-                      Row {"MayHaveBeenEmpty", "a=\r\n", L"a", "1", "a=1\r\n"},
-                      Row {"MayHoldAnEqualsSign", "a=1=2\r\n", L"a", "3=4", "a=3=4\r\n"},
-                      Row {"MayHoldAllBytes", "a=1\r\n", L"a", "\x80\xFF ", "a=\x80\xFF \r\n"},
-                      Row {"MovesWhatComesBehindIt", "a=1\r\n[B]\r\nb=2\r\n\r\n; x\r\n", L"a",
-                           "long value", "a=long value\r\n[B]\r\nb=2\r\n\r\n; x\r\n"},
-                      Row {"MayStayTheSame", "a=1\r\n", L"a", "1", "a=1\r\n"}),
+    ::testing::Values(
+        RewriteRow {"IsPutInItsLine", "a=1\r\nb=2\r\n", L"b", "345", "a=1\r\nb=345\r\n"},
+        RewriteRow {"MayBecomeEmpty", "a=1\r\nb=2\r\n", L"a", "", "a=\r\nb=2\r\n"},
+        RewriteRow {"MayHaveBeenEmpty", "a=\r\n", L"a", "1", "a=1\r\n"},
+        RewriteRow {"MayHoldAnEqualsSign", "a=1=2\r\n", L"a", "3=4", "a=3=4\r\n"},
+        RewriteRow {"MayHoldAllBytes", "a=1\r\n", L"a", "\x80\xFF ", "a=\x80\xFF \r\n"},
+        RewriteRow {"MovesWhatComesBehindIt", "a=1\r\n[B]\r\nb=2\r\n\r\n; x\r\n", L"a",
+                    "long value", "a=long value\r\n[B]\r\nb=2\r\n\r\n; x\r\n"},
+        RewriteRow {"MayStayTheSame", "a=1\r\n", L"a", "1", "a=1\r\n"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(
     Ident, ScrambledRewrite,
     ::testing::Values(
-        Row {"ThatIsNotThereGivesNothing", "a=1\r\n", L"b", "2", "(nothing)"},
-        Row {"OfAnEmptyFileGivesNothing", "", L"b", "2", "(nothing)"},
-        Row {"IsTakenWithoutRegardToCase", "hoogte=1\r\n", L"HOOGTE", "2", "HOOGTE=2\r\n"},
-        Row {"IsTakenWithoutRegardToTheCaseOfAccents", "\xE9=1\r\n", L"É", "2", "\xC9=2\r\n"},
-        Row {"IsTakenWhole", "ab=1\r\n", L"a", "2", "(nothing)"},
-        Row {"IsNotAPartOfWhatIsAsked", "a=1\r\n", L"ab", "2", "(nothing)"},
-        Row {"MayBeEmpty", "a=1\r\n=2\r\n", L"", "3", "a=1\r\n=3\r\n"},
-        Row {"EndsAtTheFirstEqualsSign", "a=b=1\r\n", L"a=b", "2", "(nothing)"},
-        Row {"NeedsAnEqualsSign", "a\r\n", L"a", "2", "(nothing)"},
-        Row {"HeedsBlanks", "a =1\r\n a=1\r\n", L"a", "2", "(nothing)"},
-        Row {"MayBeBlankLedWhenItIsAskedSo", " a=1\r\n", L" a", "2", " a=2\r\n"},
-        Row {"ThatNoByteCanSpellIsNotThere", "?=1\r\n", L"Ł", "2", "(nothing)"},
-        Row {"ThatAHeadHasTwiceIsChangedOnce", "a=1\r\na=2\r\n", L"a", "3", "a=3\r\na=2\r\n"}),
+        RewriteRow {"ThatIsNotThereGivesNothing", "a=1\r\n", L"b", "2", "(nothing)"},
+        RewriteRow {"OfAnEmptyFileGivesNothing", "", L"b", "2", "(nothing)"},
+        RewriteRow {"IsTakenWithoutRegardToCase", "hoogte=1\r\n", L"HOOGTE", "2", "HOOGTE=2\r\n"},
+        RewriteRow {"IsTakenWithoutRegardToTheCaseOfAccents", "\xE9=1\r\n", L"É", "2",
+                    "\xC9=2\r\n"},
+        RewriteRow {"IsTakenWhole", "ab=1\r\n", L"a", "2", "(nothing)"},
+        RewriteRow {"IsNotAPartOfWhatIsAsked", "a=1\r\n", L"ab", "2", "(nothing)"},
+        RewriteRow {"MayBeEmpty", "a=1\r\n=2\r\n", L"", "3", "a=1\r\n=3\r\n"},
+        RewriteRow {"EndsAtTheFirstEqualsSign", "a=b=1\r\n", L"a=b", "2", "(nothing)"},
+        RewriteRow {"NeedsAnEqualsSign", "a\r\n", L"a", "2", "(nothing)"},
+        RewriteRow {"HeedsBlanks", "a =1\r\n a=1\r\n", L"a", "2", "(nothing)"},
+        RewriteRow {"MayBeBlankLedWhenItIsAskedSo", " a=1\r\n", L" a", "2", " a=2\r\n"},
+        RewriteRow {"ThatNoByteCanSpellIsNotThere", "?=1\r\n", L"Ł", "2", "(nothing)"},
+        RewriteRow {"ThatAHeadHasTwiceIsChangedOnce", "a=1\r\na=2\r\n", L"a", "3",
+                    "a=3\r\na=2\r\n"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(
     IdentOfAChapter, ScrambledRewrite,
     ::testing::Values(
-        Row {"IsTakenInItsChapter", "a=1\r\n[A]\r\na=2\r\n[B]\r\na=3\r\n[C]\r\na=4\r\n", L"[B]a",
-             "5", "a=1\r\n[A]\r\na=2\r\n[B]\r\na=5\r\n[C]\r\na=4\r\n"},
-        Row {"IsTakenWithoutRegardToTheCaseOfTheChapter", "[tekst]\r\na=1\r\n", L"[TEKST]a", "2",
-             "[tekst]\r\na=2\r\n"},
-        Row {"IsTakenInTheFirstLaterChapterThatHasItWhenItsOwnLacksIt",
-             "[A]\r\na=1\r\n[B]\r\nb=1\r\n[C]\r\n[D]\r\na=1\r\n[E]\r\na=1\r\n", L"[B]a", "2",
-             "[A]\r\na=1\r\n[B]\r\nb=1\r\n[C]\r\n[D]\r\na=2\r\n[E]\r\na=1\r\n"},
-        Row {"OfAChapterThatIsNotThereIsNotTaken", "a=1\r\n[A]\r\na=1\r\n", L"[B]a", "2",
-             "(nothing)"},
-        Row {"IsNotTakenInAnEarlierChapter", "[A]\r\na=1\r\n[B]\r\nb=1\r\n", L"[B]a", "2",
-             "(nothing)"},
-        Row {"IsTakenAgainInASecondChapterOfTheName", "[B]\r\na=1\r\n[C]\r\na=1\r\n[B]\r\na=1\r\n",
-             L"[B]a", "2", "[B]\r\na=2\r\n[C]\r\na=1\r\n[B]\r\na=2\r\n"},
-        Row {"HeedsTheWholeNameOfTheChapter", "[BC]\r\na=1\r\n", L"[B]a", "2", "(nothing)"},
-        Row {"TakesAHeaderThatGoesOnBehindItsBracket", "[B]x]\r\na=1\r\n", L"[B]a", "2",
-             "[B]x]\r\na=2\r\n"},
-        Row {"TakesNoHeaderWithoutItsLastBracket", "[B]x\r\na=1\r\n", L"[B]a", "2", "(nothing)"},
-        Row {"OfTheHeadByItsNameIsOneOfAChapter", "a=1\r\n[Algemeen]\r\na=1\r\n", L"[Algemeen]a",
-             "2", "a=1\r\n[Algemeen]\r\na=2\r\n"}),
+        RewriteRow {"IsTakenInItsChapter", "a=1\r\n[A]\r\na=2\r\n[B]\r\na=3\r\n[C]\r\na=4\r\n",
+                    L"[B]a", "5", "a=1\r\n[A]\r\na=2\r\n[B]\r\na=5\r\n[C]\r\na=4\r\n"},
+        RewriteRow {"IsTakenWithoutRegardToTheCaseOfTheChapter", "[tekst]\r\na=1\r\n", L"[TEKST]a",
+                    "2", "[tekst]\r\na=2\r\n"},
+        RewriteRow {"IsTakenInTheFirstLaterChapterThatHasItWhenItsOwnLacksIt",
+                    "[A]\r\na=1\r\n[B]\r\nb=1\r\n[C]\r\n[D]\r\na=1\r\n[E]\r\na=1\r\n", L"[B]a", "2",
+                    "[A]\r\na=1\r\n[B]\r\nb=1\r\n[C]\r\n[D]\r\na=2\r\n[E]\r\na=1\r\n"},
+        RewriteRow {"OfAChapterThatIsNotThereIsNotTaken", "a=1\r\n[A]\r\na=1\r\n", L"[B]a", "2",
+                    "(nothing)"},
+        RewriteRow {"IsNotTakenInAnEarlierChapter", "[A]\r\na=1\r\n[B]\r\nb=1\r\n", L"[B]a", "2",
+                    "(nothing)"},
+        RewriteRow {"IsTakenAgainInASecondChapterOfTheName",
+                    "[B]\r\na=1\r\n[C]\r\na=1\r\n[B]\r\na=1\r\n", L"[B]a", "2",
+                    "[B]\r\na=2\r\n[C]\r\na=1\r\n[B]\r\na=2\r\n"},
+        RewriteRow {"HeedsTheWholeNameOfTheChapter", "[BC]\r\na=1\r\n", L"[B]a", "2", "(nothing)"},
+        RewriteRow {"TakesAHeaderThatGoesOnBehindItsBracket", "[B]x]\r\na=1\r\n", L"[B]a", "2",
+                    "[B]x]\r\na=2\r\n"},
+        RewriteRow {"TakesNoHeaderWithoutItsLastBracket", "[B]x\r\na=1\r\n", L"[B]a", "2",
+                    "(nothing)"},
+        RewriteRow {"OfTheHeadByItsNameIsOneOfAChapter", "a=1\r\n[Algemeen]\r\na=1\r\n",
+                    L"[Algemeen]a", "2", "a=1\r\n[Algemeen]\r\na=2\r\n"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(
     IdentWithoutAChapter, ScrambledRewrite,
     ::testing::Values(
-        Row {"ChangesInEveryLaterChapter", "a=1\r\n[A]\r\na=1\r\n[B]\r\nb=1\r\n[C]\r\nA=1\r\n",
-             L"a", "2", "a=2\r\n[A]\r\na=2\r\n[B]\r\nb=1\r\n[C]\r\na=2\r\n"},
-        Row {"ChangesInChaptersWhenTheHeadLacksIt", "[A]\r\na=1\r\n[B]\r\na=1\r\n", L"a", "2",
-             "[A]\r\na=2\r\n[B]\r\na=2\r\n"},
-        Row {"ChangesOncePerChapter", "a=1\r\n[A]\r\na=1\r\na=1\r\n", L"a", "2",
-             "a=2\r\n[A]\r\na=2\r\na=1\r\n"},
-        Row {"MayHaveEmptyBrackets", "a=1\r\n[A]\r\na=1\r\n", L"[]a", "2", "a=2\r\n[A]\r\na=2\r\n"},
-        Row {"MayHaveABracketThatIsNotClosed", "[a=1\r\n", L"[a", "2", "[a=2\r\n"}),
+        RewriteRow {"ChangesInEveryLaterChapter",
+                    "a=1\r\n[A]\r\na=1\r\n[B]\r\nb=1\r\n[C]\r\nA=1\r\n", L"a", "2",
+                    "a=2\r\n[A]\r\na=2\r\n[B]\r\nb=1\r\n[C]\r\na=2\r\n"},
+        RewriteRow {"ChangesInChaptersWhenTheHeadLacksIt", "[A]\r\na=1\r\n[B]\r\na=1\r\n", L"a",
+                    "2", "[A]\r\na=2\r\n[B]\r\na=2\r\n"},
+        RewriteRow {"ChangesOncePerChapter", "a=1\r\n[A]\r\na=1\r\na=1\r\n", L"a", "2",
+                    "a=2\r\n[A]\r\na=2\r\na=1\r\n"},
+        RewriteRow {"MayHaveEmptyBrackets", "a=1\r\n[A]\r\na=1\r\n", L"[]a", "2",
+                    "a=2\r\n[A]\r\na=2\r\n"},
+        RewriteRow {"MayHaveABracketThatIsNotClosed", "[a=1\r\n", L"[a", "2", "[a=2\r\n"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, ScrambledRewrite,
     ::testing::Values(
-        Row {"AreCutAtTheirFirstControlCharacter",
-             "a=1\r\nb=2\tcomment\r\nlos\x1Fx\r\n[C]\t; x\r\nc=\0d\r\n"s, L"a", "2",
-             "a=2\r\nb=2\r\nlos\r\n[C]\r\nc=\r\n"},
-        Row {"AreCutBeforeTheyAreLookedAt", "a\t=1\r\n[B]\t\r\na=1\tx\r\n", L"[B]a", "2",
-             "a\r\n[B]\r\na=2\r\n"},
-        Row {"KeepTheirOrderAndTheirBlanks", "\r\n x=1\r\na=1\r\n  \r\n[B]\r\n\r\n", L"a", "2",
-             "\r\n x=1\r\na=2\r\n  \r\n[B]\r\n\r\n"},
-        Row {"ThatAreLastAndHaveNoEndAreLost", "a=1\r\nb=1\r\nc=1", L"a", "2", "a=2\r\nb=1\r\n"},
-        Row {"ThatAreLastAndHaveNoEndAreNotChanged", "b=1\r\na=1", L"a", "2", "(nothing)"},
-        Row {"MayEndInACarriageReturnAlone", "a=1\rb=1\r", L"b", "2", "a=1\rb=2\r"},
-        Row {"AreNotCutInPieces", "a=" + std::string(7000, 'v') + "\r\nb=1\r\n", L"b", "2",
-             "a=" + std::string(7000, 'v') + "\r\nb=2\r\n"}),
+        RewriteRow {"AreCutAtTheirFirstControlCharacter",
+                    "a=1\r\nb=2\tcomment\r\nlos\x1Fx\r\n[C]\t; x\r\nc=\0d\r\n"s, L"a", "2",
+                    "a=2\r\nb=2\r\nlos\r\n[C]\r\nc=\r\n"},
+        RewriteRow {"AreCutBeforeTheyAreLookedAt", "a\t=1\r\n[B]\t\r\na=1\tx\r\n", L"[B]a", "2",
+                    "a\r\n[B]\r\na=2\r\n"},
+        RewriteRow {"KeepTheirOrderAndTheirBlanks", "\r\n x=1\r\na=1\r\n  \r\n[B]\r\n\r\n", L"a",
+                    "2", "\r\n x=1\r\na=2\r\n  \r\n[B]\r\n\r\n"},
+        RewriteRow {"ThatAreLastAndHaveNoEndAreLost", "a=1\r\nb=1\r\nc=1", L"a", "2",
+                    "a=2\r\nb=1\r\n"},
+        RewriteRow {"ThatAreLastAndHaveNoEndAreNotChanged", "b=1\r\na=1", L"a", "2", "(nothing)"},
+        RewriteRow {"MayEndInACarriageReturnAlone", "a=1\rb=1\r", L"b", "2", "a=1\rb=2\r"},
+        RewriteRow {"AreNotCutInPieces", "a=" + std::string(7000, 'v') + "\r\nb=1\r\n", L"b", "2",
+                    "a=" + std::string(7000, 'v') + "\r\nb=2\r\n"}),
     sentenceOf);
 
 TEST(ScrambledRewriteBytes, AreThoseThatAFreshFileWouldHave)

@@ -149,7 +149,7 @@ std::string formOf(std::string_view bytes, int key)
     return form;
 }
 
-struct Row
+struct ScrambledRow
 {
     const char* sentence;
     std::string text;
@@ -157,7 +157,7 @@ struct Row
     std::wstring value;
 };
 
-class ScrambledLookup : public testing::TestWithParam<Row>
+class ScrambledLookup : public testing::TestWithParam<ScrambledRow>
 {
 };
 
@@ -170,19 +170,18 @@ TEST_P(ScrambledLookup, Gives)
     EXPECT_EQ(ini.get(GetParam().ident), GetParam().value) << "by the index";
 }
 
-const std::wstring kNone = L"(none)";
-
 INSTANTIATE_TEST_SUITE_P(
     Form, ScrambledLookup,
-    testing::Values(Row {"FollowsTheGrammarOfPlainFiles", "K=0\r\n[A]\r\n X=no\r\nX=1\tlost\r\n",
-                         L"[a]x", L"1"},
-                    Row {"ALoneCarriageReturnIsDropped", "X=a\rb\r\n", L"X", L"ab"},
-                    Row {"ACarriageReturnAtTheEndIsDropped", "X=ab\r", L"X", L"ab"},
-                    Row {"ANulByteEndsALine", "X=a\0b\r\nY=1\r\n"s, L"X", L"a"},
-                    Row {"TheNextLineCountsAfterThat", "X=a\0b\r\nY=1\r\n"s, L"Y", L"1"},
-                    Row {"BytesAreWindows1252EvenWhereTheyAreUtf8", "X=\xC2\xB2\r\n", L"X", L"Â²"},
-                    Row {"AByteOrderMarkIsText", "\xEF\xBB\xBFX=1\r\n", L"X", kNone},
-                    Row {"BareLineFeedsEndLines", "X=1\nY=2\n", L"Y", L"2"}),
+    testing::Values(ScrambledRow {"FollowsTheGrammarOfPlainFiles",
+                                  "K=0\r\n[A]\r\n X=no\r\nX=1\tlost\r\n", L"[a]x", L"1"},
+                    ScrambledRow {"ALoneCarriageReturnIsDropped", "X=a\rb\r\n", L"X", L"ab"},
+                    ScrambledRow {"ACarriageReturnAtTheEndIsDropped", "X=ab\r", L"X", L"ab"},
+                    ScrambledRow {"ANulByteEndsALine", "X=a\0b\r\nY=1\r\n"s, L"X", L"a"},
+                    ScrambledRow {"TheNextLineCountsAfterThat", "X=a\0b\r\nY=1\r\n"s, L"Y", L"1"},
+                    ScrambledRow {"BytesAreWindows1252EvenWhereTheyAreUtf8", "X=\xC2\xB2\r\n", L"X",
+                                  L"Â²"},
+                    ScrambledRow {"AByteOrderMarkIsText", "\xEF\xBB\xBFX=1\r\n", L"X", Ini::kNone},
+                    ScrambledRow {"BareLineFeedsEndLines", "X=1\nY=2\n", L"Y", L"2"}),
     [](const auto& row) { return row.param.sentence; });
 
 } // namespace

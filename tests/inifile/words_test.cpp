@@ -3,9 +3,9 @@
 #include "inifile/words.h"
 #include "platform/text.h"
 
-namespace {
+namespace corma {
 
-using namespace corma;
+namespace {
 
 // A text with the padding that reading by words needs.
 std::string padded(const std::string& text)
@@ -110,3 +110,5 @@ TEST(FindNear, FindsTheFirstOfSeveral)
 }
 
 } // namespace
+
+} // namespace corma

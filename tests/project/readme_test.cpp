@@ -8,11 +8,11 @@
 
 namespace {
 
-const std::filesystem::path kRoot = CORMA_SOURCE_FOLDER;
+const std::filesystem::path kReadmeFolder = CORMA_SOURCE_FOLDER;
 
 std::string contentOf(const std::filesystem::path& file)
 {
-    std::ifstream stream(kRoot / file, std::ios::binary);
+    std::ifstream stream(kReadmeFolder / file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 

@@ -31,6 +31,8 @@ std::string entriesOf(const AcDbDictionary& dictionary, const std::string& above
     return text;
 }
 
+} // namespace
+
 const char* nameOf(MessageIcon icon)
 {
     switch (icon) {
@@ -47,8 +49,6 @@ const char* nameOf(MessageIcon icon)
     }
     return "";
 }
-
-} // namespace
 
 std::string filesIn(const TempFolder& folder)
 {

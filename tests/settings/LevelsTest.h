@@ -10,6 +10,9 @@
 
 namespace corma::testing {
 
+/// Of a message box, in a word.
+const char* nameOf(MessageIcon icon);
+
 /// The names of the files below a folder, a blank between.
 std::string filesIn(const TempFolder& folder);
 

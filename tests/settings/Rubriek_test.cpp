@@ -85,11 +85,11 @@ protected:
     }
 };
 
-constexpr const char* kNone = "***KV_BESTAAT_NIET***";
+constexpr const char* kNoValue = "***KV_BESTAAT_NIET***";
 
 std::string drawn(const std::string& entry)
 {
-    return entry + " drawing global=" + kNone + " project=" + kNone + "\n";
+    return entry + " drawing global=" + kNoValue + " project=" + kNoValue + "\n";
 }
 
 TEST(Rubriek, WithoutANameIsCalledAlgemeen)
@@ -131,8 +131,8 @@ TEST_F(RubriekTest, ARecordOfAGlobalSettingMakesItLocalAndKeepsTheGlobalValue)
     add(category, L"Breedte", L"7");
     category.loadDictionary(*dictionary(L"Tekst"));
     EXPECT_EQ(settingsOf(category),
-              std::string("Hoogte=2.5 drawing global=1 project=") + kNone
-                  + "\nBreedte=7 global=" + kNone + " project=" + kNone + "\n");
+              std::string("Hoogte=2.5 drawing global=1 project=") + kNoValue
+                  + "\nBreedte=7 global=" + kNoValue + " project=" + kNoValue + "\n");
     EXPECT_EQ(category.settings().findSetting(L"Hoogte"), setting);
 }
 
@@ -154,7 +154,7 @@ TEST_F(RubriekTest, NewIdentsComeBehindTheOthersInTheOrderOfTheDictionary)
     add(category, L"M", L"0");
     category.loadDictionary(*dictionary(L"Tekst"));
     EXPECT_EQ(settingsOf(category),
-              std::string("M=1 drawing global=0 project=") + kNone + "\n" + drawn("a=1")
+              std::string("M=1 drawing global=0 project=") + kNoValue + "\n" + drawn("a=1")
                   + drawn("B=1") + drawn("z=1"));
 }
 
@@ -166,7 +166,7 @@ TEST_F(RubriekTest, IdentsHeedCaseAndAreTakenAsTheyStand)
     add(category, L"Hoogte", L"1");
     category.loadDictionary(*dictionary(L"Tekst"));
     EXPECT_EQ(settingsOf(category),
-              std::string("Hoogte=1 global=") + kNone + " project=" + kNone + "\n"
+              std::string("Hoogte=1 global=") + kNoValue + " project=" + kNoValue + "\n"
                   + drawn("HOOGTE=2.5") + drawn("XX_HEX_0x41004200=coded"));
 }
 
@@ -178,7 +178,7 @@ TEST_F(RubriekTest, LoadedTwiceTheDrawingsValueIsTheOneBelow)
     store(L"Tekst", L"Hoogte", L"3");
     category.loadDictionary(*dictionary(L"Tekst"));
     EXPECT_EQ(settingsOf(category),
-              std::string("Hoogte=3 drawing global=2.5 project=") + kNone + "\n");
+              std::string("Hoogte=3 drawing global=2.5 project=") + kNoValue + "\n");
 }
 
 TEST_F(RubriekTest, ADictionaryWithinTheDictionaryIsPassedOver)

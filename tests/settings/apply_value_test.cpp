@@ -18,7 +18,7 @@ using corma::testing::WriteWatch;
 namespace {
 
 /// Where a value is given.
-struct Case
+struct ApplyCase
 {
     bool isProject = false;
     bool isLocal = false;
@@ -28,7 +28,7 @@ struct Case
     ValueEditor editor = ValueEditor::generic;
 };
 
-std::string nameOf(const Case& given)
+std::string nameOf(const ApplyCase& given)
 {
     std::string name = given.editor == ValueEditor::visual ? "Visual" : "Generic";
     name += given.isProject ? "OfProject" : "";
@@ -42,15 +42,15 @@ std::string nameOf(const Case& given)
     return name;
 }
 
-void PrintTo(const Case& given, std::ostream* out)
+void PrintTo(const ApplyCase& given, std::ostream* out)
 {
     *out << nameOf(given);
 }
 
-std::vector<Case> allCases()
+std::vector<ApplyCase> allCases()
 {
     constexpr unsigned kCases = 1U << 7U;
-    std::vector<Case> cases;
+    std::vector<ApplyCase> cases;
     for (unsigned bits = 0; bits < kCases; ++bits) {
         const auto bit = [&](unsigned number) { return (bits >> number & 1U) != 0; };
         cases.push_back({.isProject = bit(0),
@@ -112,7 +112,7 @@ struct World
     }
 };
 
-void storeGeneric(World& world, const Case& given, const std::string& text)
+void storeGeneric(World& world, const ApplyCase& given, const std::string& text)
 {
     if (!world.isProject && given.projectMode && (!given.localMode || given.boxes.inProject)) {
         world.setProjectValue(text);
@@ -136,7 +136,7 @@ void storeGeneric(World& world, const Case& given, const std::string& text)
     }
 }
 
-void storeVisual(World& world, const Case& given, const std::string& text)
+void storeVisual(World& world, const ApplyCase& given, const std::string& text)
 {
     if (!world.isProject && given.projectMode) {
         world.setProjectValue(text);
@@ -156,7 +156,7 @@ void storeVisual(World& world, const Case& given, const std::string& text)
     }
 }
 
-World worldAfter(const Case& given, const std::string& text)
+World worldAfter(const ApplyCase& given, const std::string& text)
 {
     World world;
     world.isProject = given.isProject;
@@ -195,7 +195,7 @@ protected:
         setting.setProjectCopy(L"P");
     }
 
-    bool apply(const Case& given)
+    bool apply(const ApplyCase& given)
     {
         setting.setIsProject(given.isProject);
         setting.setIsLocal(given.isLocal);
@@ -239,7 +239,7 @@ protected:
     std::unique_ptr<RubriekenArray> root; // only its modes count
 };
 
-class ApplyValueIn : public ApplyValue, public ::testing::WithParamInterface<Case>
+class ApplyValueIn : public ApplyValue, public ::testing::WithParamInterface<ApplyCase>
 {
 };
 

@@ -11,6 +11,7 @@
 #include "settings/reference_setting.h"
 #include "support/RecordingServices.h"
 #include "support/TempFolder.h"
+#include "support/random_choice.h"
 
 #include <gtest/gtest.h>
 #include <random>
@@ -19,18 +20,7 @@ namespace corma::testing {
 
 namespace {
 
-using Random = std::mt19937;
 using Words = std::vector<std::wstring>;
-
-std::size_t below(Random& random, std::size_t bound)
-{
-    return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
-}
-
-const std::wstring& oneOf(Random& random, const Words& words)
-{
-    return words[below(random, words.size())];
-}
 
 // --- texts ---------------------------------------------------------------------------------------
 
@@ -145,7 +135,7 @@ const Words kDescriptions = {L"Een tekst",
 
 std::wstring filler(Random& random, std::size_t size)
 {
-    const wchar_t c = oneOf(random, {L"v", L" ", L"\xE9", L"=", L"\r", L";"})[0];
+    const wchar_t c = oneOf(random, Words {L"v", L" ", L"\xE9", L"=", L"\r", L";"})[0];
     return std::wstring(size, c);
 }
 

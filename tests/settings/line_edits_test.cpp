@@ -1,6 +1,8 @@
 #include "foundation/decoded_text.h"
 #include "settings/line_edits.h"
 #include "settings/reference_edits.h"
+#include "support/random_choice.h"
+#include "support/row_names.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -9,6 +11,9 @@
 using corma::Adding;
 using corma::SettingLine;
 using corma::TextEdit;
+using corma::testing::oneOf;
+using corma::testing::Random;
+using corma::testing::sentenceOf;
 
 namespace {
 
@@ -42,11 +47,6 @@ struct WriteRow
 void PrintTo(const WriteRow& row, std::ostream* out)
 {
     *out << row.sentence;
-}
-
-std::string sentenceOf(const ::testing::TestParamInfo<WriteRow>& row)
-{
-    return row.param.sentence;
 }
 
 class Writing : public ::testing::TestWithParam<WriteRow>
@@ -442,7 +442,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 // --- removal -------------------------------------------------------------------------------------
 
-constexpr const char* kNone = "(none)";
+constexpr const char* kNothingThere = "(none)";
 
 struct RemoveRow
 {
@@ -450,7 +450,7 @@ struct RemoveRow
     std::string text;
     const char* category;
     const char* name;
-    std::string expected; // kNone when there is no such line
+    std::string expected; // kNothingThere when there is no such line
     const char* lineEnd = "\n";
 };
 
@@ -467,8 +467,8 @@ TEST_P(Removing, GivesThisText)
 {
     const auto& [sentence, text, category, name, expected, lineEnd] = GetParam();
     const auto edit = corma::editToRemove(text, lineEnd, category, name);
-    EXPECT_EQ(edit ? applied(*edit, text) : kNone, expected);
-    EXPECT_EQ(corma::testing::plainlyRemoved(text, lineEnd, category, name).value_or(kNone),
+    EXPECT_EQ(edit ? applied(*edit, text) : kNothingThere, expected);
+    EXPECT_EQ(corma::testing::plainlyRemoved(text, lineEnd, category, name).value_or(kNothingThere),
               expected);
 }
 
@@ -483,19 +483,20 @@ INSTANTIATE_TEST_SUITE_P(
                    "[X]\nKleur=2\n"},
         RemoveRow {"OfALongerIdentThatComesLaterStays", "[X]\nKleur=2\nKleurRand=1\n", "X", "Kleur",
                    "[X]\nKleurRand=1\n"},
-        RemoveRow {"OfAShorterIdentStays", "Kleur=1\n", "Algemeen", "KleurRand", kNone},
+        RemoveRow {"OfAShorterIdentStays", "Kleur=1\n", "Algemeen", "KleurRand", kNothingThere},
         RemoveRow {"NeedsNoEqualsSign", "Apart\nA=1\n", "Algemeen", "A", "A=1\n"},
         RemoveRow {"MayHaveBlanksBeforeItsEqualsSign", "A = 1\n", "Algemeen", "A", ""},
-        RemoveRow {"MayNotBeginWithABlank", " A=1\n", "Algemeen", "A", kNone},
-        RemoveRow {"HeedsCase", "a=1\n", "Algemeen", "A", kNone},
-        RemoveRow {"OfAnotherChapterStays", "[X]\nA=1\n[Y]\nB=1\n", "Y", "A", kNone},
-        RemoveRow {"OfAChapterThatIsNotThere", "A=1\n", "X", "A", kNone},
+        RemoveRow {"MayNotBeginWithABlank", " A=1\n", "Algemeen", "A", kNothingThere},
+        RemoveRow {"HeedsCase", "a=1\n", "Algemeen", "A", kNothingThere},
+        RemoveRow {"OfAnotherChapterStays", "[X]\nA=1\n[Y]\nB=1\n", "Y", "A", kNothingThere},
+        RemoveRow {"OfAChapterThatIsNotThere", "A=1\n", "X", "A", kNothingThere},
         RemoveRow {"OfALaterChapterOfTheName", "[X]\nB=1\n[Y]\n[X]\nA=1\n", "X", "A",
                    "[X]\nB=1\n[Y]\n[X]\n"},
         RemoveRow {"BelowAHeaderOfTheHeadFurtherDown", "[X]\nA=1\n[Algemeen]\nA=2\n", "Algemeen",
                    "A", "[X]\nA=1\n[Algemeen]\n"},
-        RemoveRow {"BelowAHeaderWithoutABracketIsOfNoChapter", "[X\nA=1\n", "X", "A", kNone},
-        RemoveRow {"OfAnEmptyFile", "", "Algemeen", "A", kNone},
+        RemoveRow {"BelowAHeaderWithoutABracketIsOfNoChapter", "[X\nA=1\n", "X", "A",
+                   kNothingThere},
+        RemoveRow {"OfAnEmptyFile", "", "Algemeen", "A", kNothingThere},
         RemoveRow {"ThatIsTheOnlyOne", "A=1\n", "Algemeen", "A", ""},
         RemoveRow {"ThatIsTheOnlyOneWithoutAnEnd", "A=1", "Algemeen", "A", ""},
         RemoveRow {"ThatIsTheLastWithoutAnEnd", "A=1\nB=2", "Algemeen", "B", "A=1\n"},
@@ -510,8 +511,8 @@ INSTANTIATE_TEST_SUITE_P(
                    kLong + "\nB=1\n"},
         RemoveRow {"OfNoIdentIsTheFirstOfTheHead", "A=1\n=2\n", "Algemeen", "", "=2\n"},
         RemoveRow {"OfNoIdentIsTheFirstBehindItsHeader", "B=1\n[X]\n=2\n", "X", "", "B=1\n[X]\n"},
-        RemoveRow {"OfNoIdentIsNoneInAChapterWithoutLines", "B=1\n[X]\n", "X", "", kNone},
-        RemoveRow {"IsNoLineEnd", "A\r\nB=1\r\n", "Algemeen", "A\r", kNone, "\r\n"}),
+        RemoveRow {"OfNoIdentIsNoneInAChapterWithoutLines", "B=1\n[X]\n", "X", "", kNothingThere},
+        RemoveRow {"IsNoLineEnd", "A\r\nB=1\r\n", "Algemeen", "A\r", kNothingThere, "\r\n"}),
     [](const auto& row) { return row.param.sentence; });
 
 TEST(LineEdits, RemovingTakesTheFirstLineThatBeginsWithTheName)
@@ -522,20 +523,20 @@ TEST(LineEdits, RemovingTakesTheFirstLineThatBeginsWithTheName)
     EXPECT_EQ(applied(*edit, text), "[Tekst]\nKleur=2\n");
 }
 
-struct HeaderRow
+struct RemovedHeaderRow
 {
     const char* sentence;
     std::string text;
     const char* category;
-    std::string expected; // kNone when there is no such header
+    std::string expected; // kNothingThere when there is no such header
 };
 
-void PrintTo(const HeaderRow& row, std::ostream* out)
+void PrintTo(const RemovedHeaderRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class RemovingHeaders : public ::testing::TestWithParam<HeaderRow>
+class RemovingHeaders : public ::testing::TestWithParam<RemovedHeaderRow>
 {
 };
 
@@ -544,32 +545,33 @@ TEST_P(RemovingHeaders, GivesThisText)
     const auto& [sentence, text, category, expected] = GetParam();
     const std::string_view lineEnd = corma::lineEndOf(text);
     const auto edit = corma::editToRemoveHeader(text, lineEnd, category);
-    EXPECT_EQ(edit ? applied(*edit, text) : kNone, expected);
-    EXPECT_EQ(corma::testing::plainlyWithoutHeader(text, lineEnd, category).value_or(kNone),
+    EXPECT_EQ(edit ? applied(*edit, text) : kNothingThere, expected);
+    EXPECT_EQ(corma::testing::plainlyWithoutHeader(text, lineEnd, category).value_or(kNothingThere),
               expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(
     AHeader, RemovingHeaders,
     ::testing::Values(
-        HeaderRow {"GoesAlone", "A=1\n[X]\n;c\nB=2\n[Y]\n", "X", "A=1\n;c\nB=2\n[Y]\n"},
-        HeaderRow {"ThatIsLongerGoesWhenItComesFirst", "[KleurRand]\n[Kleur]\n", "Kleur",
-                   "[Kleur]\n"},
-        HeaderRow {"ThatIsLongerStaysWhenItComesLater", "[Kleur]\n[KleurRand]\n", "Kleur",
-                   "[KleurRand]\n"},
-        HeaderRow {"OfSeveralIsTheFirst", "[X]\nA=1\n[X]\nB=1\n", "X", "A=1\n[X]\nB=1\n"},
-        HeaderRow {"MayHaveNoBracket", "[X\n[X]\n", "X", "[X]\n"},
-        HeaderRow {"HeedsCase", "[x]\n", "X", kNone},
-        HeaderRow {"BehindABlankIsNone", " [X]\n", "X", kNone},
-        HeaderRow {"OfBlanksIsAnother", "[ X]\n", "X", kNone},
-        HeaderRow {"ThatIsNotThere", "A=1\nX\n", "X", kNone},
-        HeaderRow {"OfAnEmptyFile", "", "X", kNone},
-        HeaderRow {"OfTheHeadGoes", "A=1\n[Algemeen]\nB=1\n", "Algemeen", "A=1\nB=1\n"},
-        HeaderRow {"OfNoNameIsTheFirst", "A=1\n[Y]\n[X]\n", "", "A=1\n[X]\n"},
-        HeaderRow {"GoesWithItsEnd", "A=1\r\n[X]\r\nB=1\n", "X", "A=1\r\nB=1\n"},
-        HeaderRow {"ThatIsAllOfAFile", "[X]", "X", ""},
-        HeaderRow {"GivesTheLastLineItsEnd", "[X]\r\nB=1", "X", "B=1\r\n"},
-        HeaderRow {"OfOtherCharacters", "[\xC3\xA8]\n[\xC3\xA9]\n", "\xC3\xA9", "[\xC3\xA8]\n"}),
+        RemovedHeaderRow {"GoesAlone", "A=1\n[X]\n;c\nB=2\n[Y]\n", "X", "A=1\n;c\nB=2\n[Y]\n"},
+        RemovedHeaderRow {"ThatIsLongerGoesWhenItComesFirst", "[KleurRand]\n[Kleur]\n", "Kleur",
+                          "[Kleur]\n"},
+        RemovedHeaderRow {"ThatIsLongerStaysWhenItComesLater", "[Kleur]\n[KleurRand]\n", "Kleur",
+                          "[KleurRand]\n"},
+        RemovedHeaderRow {"OfSeveralIsTheFirst", "[X]\nA=1\n[X]\nB=1\n", "X", "A=1\n[X]\nB=1\n"},
+        RemovedHeaderRow {"MayHaveNoBracket", "[X\n[X]\n", "X", "[X]\n"},
+        RemovedHeaderRow {"HeedsCase", "[x]\n", "X", kNothingThere},
+        RemovedHeaderRow {"BehindABlankIsNone", " [X]\n", "X", kNothingThere},
+        RemovedHeaderRow {"OfBlanksIsAnother", "[ X]\n", "X", kNothingThere},
+        RemovedHeaderRow {"ThatIsNotThere", "A=1\nX\n", "X", kNothingThere},
+        RemovedHeaderRow {"OfAnEmptyFile", "", "X", kNothingThere},
+        RemovedHeaderRow {"OfTheHeadGoes", "A=1\n[Algemeen]\nB=1\n", "Algemeen", "A=1\nB=1\n"},
+        RemovedHeaderRow {"OfNoNameIsTheFirst", "A=1\n[Y]\n[X]\n", "", "A=1\n[X]\n"},
+        RemovedHeaderRow {"GoesWithItsEnd", "A=1\r\n[X]\r\nB=1\n", "X", "A=1\r\nB=1\n"},
+        RemovedHeaderRow {"ThatIsAllOfAFile", "[X]", "X", ""},
+        RemovedHeaderRow {"GivesTheLastLineItsEnd", "[X]\r\nB=1", "X", "B=1\r\n"},
+        RemovedHeaderRow {"OfOtherCharacters", "[\xC3\xA8]\n[\xC3\xA9]\n", "\xC3\xA9",
+                          "[\xC3\xA8]\n"}),
     [](const auto& row) { return row.param.sentence; });
 
 // --- nothing -------------------------------------------------------------------------------------
@@ -585,13 +587,7 @@ TEST(LineEdits, OfNothingGiveTheLastLineItsEnd)
 
 // --- random texts --------------------------------------------------------------------------------
 
-using Random = std::mt19937;
 using Words = std::vector<std::string>;
-
-const std::string& oneOf(Random& random, const Words& words)
-{
-    return words[std::uniform_int_distribution<std::size_t>(0, words.size() - 1)(random)];
-}
 
 // Few of them, so that doubles, misses and look-alikes all occur.
 const Words kIdents = {"A", "AB", "A=B", "a", "", "A ", " A", "[A", "\xC3\xA9", "\xC3\xA8", "A\r"};
@@ -684,13 +680,13 @@ TEST(LineEdits, RemoveWhatThePlainRulesRemove)
         const std::string ident = oneOf(random, kIdents);
         const std::string_view end = corma::lineEndOf(text);
         const auto line = corma::editToRemove(text, end, chapter, ident);
-        EXPECT_EQ(line ? applied(*line, text) : kNone,
-                  corma::testing::plainlyRemoved(text, end, chapter, ident).value_or(kNone))
+        EXPECT_EQ(line ? applied(*line, text) : kNothingThere,
+                  corma::testing::plainlyRemoved(text, end, chapter, ident).value_or(kNothingThere))
             << "text " << ::testing::PrintToString(text) << " chapter " << chapter << " ident "
             << ident;
         const auto header = corma::editToRemoveHeader(text, end, chapter);
-        EXPECT_EQ(header ? applied(*header, text) : kNone,
-                  corma::testing::plainlyWithoutHeader(text, end, chapter).value_or(kNone))
+        EXPECT_EQ(header ? applied(*header, text) : kNothingThere,
+                  corma::testing::plainlyWithoutHeader(text, end, chapter).value_or(kNothingThere))
             << "text " << ::testing::PrintToString(text) << " chapter " << chapter;
         linesRemoved += line ? 1 : 0;
         headersRemoved += header ? 1 : 0;

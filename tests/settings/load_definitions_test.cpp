@@ -1,7 +1,9 @@
 #include "platform/text.h"
 #include "settings/SettingsTest.h"
+#include "support/row_names.h"
 
 using corma::testing::definitionsOf;
+using corma::testing::sentenceOf;
 using corma::testing::SettingsTest;
 using corma::testing::valuesOf;
 
@@ -79,11 +81,6 @@ TEST_P(Definitions, AreTaken)
     EXPECT_EQ(defined(GetParam().ini, GetParam().inr), GetParam().definitions);
     EXPECT_EQ(boxes(), "");
     EXPECT_EQ(services.allPrinted(), L"");
-}
-
-std::string sentenceOf(const ::testing::TestParamInfo<DefinitionRow>& row)
-{
-    return row.param.sentence;
 }
 
 INSTANTIATE_TEST_SUITE_P(

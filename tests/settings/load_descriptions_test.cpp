@@ -1,7 +1,9 @@
 #include "platform/text.h"
 #include "settings/SettingsTest.h"
+#include "support/row_names.h"
 
 using corma::testing::descriptionsOf;
+using corma::testing::sentenceOf;
 using corma::testing::SettingsTest;
 using corma::testing::valuesOf;
 
@@ -44,11 +46,6 @@ TEST_P(Descriptions, AreTaken)
     EXPECT_EQ(described(GetParam().ini, GetParam().ind), GetParam().descriptions);
     EXPECT_EQ(boxes(), "");
     EXPECT_EQ(services.allPrinted(), L"");
-}
-
-std::string sentenceOf(const ::testing::TestParamInfo<DescriptionRow>& row)
-{
-    return row.param.sentence;
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -2,7 +2,9 @@
 #include "platform/text.h"
 #include "settings/SettingsTest.h"
 #include "settings/texts.h"
+#include "support/row_names.h"
 
+using corma::testing::sentenceOf;
 using corma::testing::SettingsTest;
 using corma::testing::valuesOf;
 
@@ -10,26 +12,21 @@ namespace {
 
 using namespace std::string_literals;
 
-struct FileRow
+struct ContentRow
 {
     const char* sentence;
     std::string file;
     std::string model;
 };
 
-void PrintTo(const FileRow& row, std::ostream* out)
+void PrintTo(const ContentRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-std::string sentenceOf(const ::testing::TestParamInfo<FileRow>& row)
-{
-    return row.param.sentence;
-}
-
 // --- the configuration file ----------------------------------------------------------------------
 
-class ConfigurationFile : public SettingsTest, public ::testing::WithParamInterface<FileRow>
+class ConfigurationFile : public SettingsTest, public ::testing::WithParamInterface<ContentRow>
 {
 };
 
@@ -43,55 +40,56 @@ TEST_P(ConfigurationFile, IsLoaded)
 INSTANTIATE_TEST_SUITE_P(
     LoadValues, ConfigurationFile,
     ::testing::Values(
-        FileRow {"AnEmptyFileIsAlgemeenAlone", "", "[Algemeen] General settings\n"},
-        FileRow {"AFileWithoutAChapterIsAlgemeenAlone", "A=1\nB=2\n",
-                 "[Algemeen] General settings\n  A=1\n  B=2\n"},
-        FileRow {"ChaptersStandInTheOrderOfTheFile", "A=1\n[Z]\nB=2\n[Y]\n[X]\nC=3\n",
-                 "[Algemeen] General settings\n  A=1\n[Z]\n  B=2\n[Y]\n[X]\n  C=3\n"},
-        FileRow {"BlanksAroundTheEqualsSignAreKept", "Ident = waarde\n",
-                 "[Algemeen] General settings\n  Ident = waarde\n"},
-        FileRow {"BlanksAtTheEndAreKept", "A=1  \n", "[Algemeen] General settings\n  A=1  \n"},
-        FileRow {"AnEmptyValueIsEmpty", "Ident=\n", "[Algemeen] General settings\n  Ident=\n"},
-        FileRow {"AnIdentMayBeEmpty", "=waarde\n", "[Algemeen] General settings\n  =waarde\n"},
-        FileRow {"TheFirstEqualsSignEndsTheIdent", "A=1=2\n",
-                 "[Algemeen] General settings\n  A=1=2\n"},
-        FileRow {"CommentsBeginWithASemicolonABlankOrATab",
-                 ";A=1\n A=2\n\tA=3\n [B]\n\n;;\n;[C]\nD=4\n",
-                 "[Algemeen] General settings\n  D=4\n"},
-        FileRow {"ASemicolonWithinALineIsPartOfIt", "A;B=1;2\n",
-                 "[Algemeen] General settings\n  A;B=1;2\n"},
-        FileRow {"WhatStandsBehindAHeaderIsIgnored", "[Tekst]=A=1 ;x\nB=2\n",
-                 "[Algemeen] General settings\n[Tekst]\n  B=2\n"},
-        FileRow {"AHeaderEndsAtItsFirstClosingBracket", "[A[b]c]\nB=2\n",
-                 "[Algemeen] General settings\n[A[b]\n  B=2\n"},
-        FileRow {"AHeaderKeepsItsBlanks", "[ A b ]\nB=2\n",
-                 "[Algemeen] General settings\n[ A b ]\n  B=2\n"},
-        FileRow {"AHeaderMayBeEmpty", "[]\nB=2\n", "[Algemeen] General settings\n[]\n  B=2\n"},
-        FileRow {"NamesThatDifferInCaseAreTwo", "a=1\nA=2\n[t]\nb=3\n[T]\nb=4\n",
-                 "[Algemeen] General settings\n  a=1\n  A=2\n[t]\n  b=3\n[T]\n  b=4\n"},
-        FileRow {"AnIdentMayStandInTwoChapters", "A=1\n[B]\nA=2\n",
-                 "[Algemeen] General settings\n  A=1\n[B]\n  A=2\n"},
-        FileRow {"AnIncludeIsASettingAsAnother", "#INCLUDE=part.ini\n",
-                 "[Algemeen] General settings\n  #INCLUDE=part.ini\n"},
-        FileRow {"LinesMayEndInReturnAndFeed", "A=1\r\n\r\n[B]\r\nC=2",
-                 "[Algemeen] General settings\n  A=1\n[B]\n  C=2\n"},
-        FileRow {"TheMarkerOfNoValueIsAValueHere", "A=***KV_BESTAAT_NIET***\n",
-                 "[Algemeen] General settings\n  A=***KV_BESTAAT_NIET***\n"},
-        FileRow {"LongLinesAreWhole", "A=" + std::string(5000, 'v') + "\n",
-                 "[Algemeen] General settings\n  A=" + std::string(5000, 'v') + "\n"},
-        FileRow {"Utf8", "Hoogte=m\xC2\xB2\n", "[Algemeen] General settings\n  Hoogte=m\xC2\xB2\n"},
-        FileRow {"Utf8BehindAMark",
-                 "\xEF\xBB\xBF"
-                 "A=\xD0\x96\n",
-                 "[Algemeen] General settings\n  A=\xD0\x96\n"},
-        FileRow {"Windows1252", "Hoogte\xE9=m\xB2 \x80\n",
-                 "[Algemeen] General settings\n  Hoogte\xC3\xA9=m\xC2\xB2 \xE2\x82\xAC\n"},
-        FileRow {"Utf16LittleEndian",
-                 "\xFF\xFE"
-                 "A\0=\0\xAC\x20\r\0\n\0[\0B\0]\0"s,
-                 "[Algemeen] General settings\n  A=\xE2\x82\xAC\n[B]\n"},
-        FileRow {"Utf16BigEndian", "\xFE\xFF\0A\0=\x20\xAC\0\n"s,
-                 "[Algemeen] General settings\n  A=\xE2\x82\xAC\n"}),
+        ContentRow {"AnEmptyFileIsAlgemeenAlone", "", "[Algemeen] General settings\n"},
+        ContentRow {"AFileWithoutAChapterIsAlgemeenAlone", "A=1\nB=2\n",
+                    "[Algemeen] General settings\n  A=1\n  B=2\n"},
+        ContentRow {"ChaptersStandInTheOrderOfTheFile", "A=1\n[Z]\nB=2\n[Y]\n[X]\nC=3\n",
+                    "[Algemeen] General settings\n  A=1\n[Z]\n  B=2\n[Y]\n[X]\n  C=3\n"},
+        ContentRow {"BlanksAroundTheEqualsSignAreKept", "Ident = waarde\n",
+                    "[Algemeen] General settings\n  Ident = waarde\n"},
+        ContentRow {"BlanksAtTheEndAreKept", "A=1  \n", "[Algemeen] General settings\n  A=1  \n"},
+        ContentRow {"AnEmptyValueIsEmpty", "Ident=\n", "[Algemeen] General settings\n  Ident=\n"},
+        ContentRow {"AnIdentMayBeEmpty", "=waarde\n", "[Algemeen] General settings\n  =waarde\n"},
+        ContentRow {"TheFirstEqualsSignEndsTheIdent", "A=1=2\n",
+                    "[Algemeen] General settings\n  A=1=2\n"},
+        ContentRow {"CommentsBeginWithASemicolonABlankOrATab",
+                    ";A=1\n A=2\n\tA=3\n [B]\n\n;;\n;[C]\nD=4\n",
+                    "[Algemeen] General settings\n  D=4\n"},
+        ContentRow {"ASemicolonWithinALineIsPartOfIt", "A;B=1;2\n",
+                    "[Algemeen] General settings\n  A;B=1;2\n"},
+        ContentRow {"WhatStandsBehindAHeaderIsIgnored", "[Tekst]=A=1 ;x\nB=2\n",
+                    "[Algemeen] General settings\n[Tekst]\n  B=2\n"},
+        ContentRow {"AHeaderEndsAtItsFirstClosingBracket", "[A[b]c]\nB=2\n",
+                    "[Algemeen] General settings\n[A[b]\n  B=2\n"},
+        ContentRow {"AHeaderKeepsItsBlanks", "[ A b ]\nB=2\n",
+                    "[Algemeen] General settings\n[ A b ]\n  B=2\n"},
+        ContentRow {"AHeaderMayBeEmpty", "[]\nB=2\n", "[Algemeen] General settings\n[]\n  B=2\n"},
+        ContentRow {"NamesThatDifferInCaseAreTwo", "a=1\nA=2\n[t]\nb=3\n[T]\nb=4\n",
+                    "[Algemeen] General settings\n  a=1\n  A=2\n[t]\n  b=3\n[T]\n  b=4\n"},
+        ContentRow {"AnIdentMayStandInTwoChapters", "A=1\n[B]\nA=2\n",
+                    "[Algemeen] General settings\n  A=1\n[B]\n  A=2\n"},
+        ContentRow {"AnIncludeIsASettingAsAnother", "#INCLUDE=part.ini\n",
+                    "[Algemeen] General settings\n  #INCLUDE=part.ini\n"},
+        ContentRow {"LinesMayEndInReturnAndFeed", "A=1\r\n\r\n[B]\r\nC=2",
+                    "[Algemeen] General settings\n  A=1\n[B]\n  C=2\n"},
+        ContentRow {"TheMarkerOfNoValueIsAValueHere", "A=***KV_BESTAAT_NIET***\n",
+                    "[Algemeen] General settings\n  A=***KV_BESTAAT_NIET***\n"},
+        ContentRow {"LongLinesAreWhole", "A=" + std::string(5000, 'v') + "\n",
+                    "[Algemeen] General settings\n  A=" + std::string(5000, 'v') + "\n"},
+        ContentRow {"Utf8", "Hoogte=m\xC2\xB2\n",
+                    "[Algemeen] General settings\n  Hoogte=m\xC2\xB2\n"},
+        ContentRow {"Utf8BehindAMark",
+                    "\xEF\xBB\xBF"
+                    "A=\xD0\x96\n",
+                    "[Algemeen] General settings\n  A=\xD0\x96\n"},
+        ContentRow {"Windows1252", "Hoogte\xE9=m\xB2 \x80\n",
+                    "[Algemeen] General settings\n  Hoogte\xC3\xA9=m\xC2\xB2 \xE2\x82\xAC\n"},
+        ContentRow {"Utf16LittleEndian",
+                    "\xFF\xFE"
+                    "A\0=\0\xAC\x20\r\0\n\0[\0B\0]\0"s,
+                    "[Algemeen] General settings\n  A=\xE2\x82\xAC\n[B]\n"},
+        ContentRow {"Utf16BigEndian", "\xFE\xFF\0A\0=\x20\xAC\0\n"s,
+                    "[Algemeen] General settings\n  A=\xE2\x82\xAC\n"}),
     sentenceOf);
 
 class LoadValues : public SettingsTest
@@ -176,7 +174,7 @@ TEST_F(LoadValues, AnEmptyModelAnswersLookups)
 
 // --- lines that are none -------------------------------------------------------------------------
 
-struct DefectRow
+struct FileDefectRow
 {
     const char* sentence;
     int language;
@@ -185,12 +183,12 @@ struct DefectRow
     std::string model;
 };
 
-void PrintTo(const DefectRow& row, std::ostream* out)
+void PrintTo(const FileDefectRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class LinesThatAreNone : public SettingsTest, public ::testing::WithParamInterface<DefectRow>
+class LinesThatAreNone : public SettingsTest, public ::testing::WithParamInterface<FileDefectRow>
 {
 };
 
@@ -207,23 +205,26 @@ TEST_P(LinesThatAreNone, AreSkippedAndToldOnce)
 INSTANTIATE_TEST_SUITE_P(
     LoadValues, LinesThatAreNone,
     ::testing::Values(
-        DefectRow {"ALineWithoutAnEqualsSign", 9, "A=1\nlos\nB=2\n",
-                   "Line was skipped! Expected: \"=\" (ini:1) (los)", "[Algemeen]\n  A=1\n  B=2\n"},
-        DefectRow {"AHeaderWithoutAnEndLeavesTheChapter", 9, "[A]\n[Open\nB=2\n",
-                   "Line was skipped! Expected: \"]\" (ini:1) (Open)", "[Algemeen]\n[A]\n  B=2\n"},
-        DefectRow {"TheFirstOfSeveral", 9, "een\n[twee\ndrie\nA=1\n",
-                   "Line was skipped! Expected: \"=\" (ini:0) (een)", "[Algemeen]\n  A=1\n"},
-        DefectRow {"IgnoredLinesCount", 9, ";een\n\n\ttwee\n drie\n[A]\r\nlos",
-                   "Line was skipped! Expected: \"=\" (ini:5) (los)", "[Algemeen]\n[A]\n"},
-        DefectRow {"BlanksOfTheLineAreKept", 9, "los en  vast \n",
-                   "Line was skipped! Expected: \"=\" (ini:0) (los en  vast )", "[Algemeen]\n"},
-        DefectRow {"French", 12, "los\n", "Line was skipped! Expected: \"=\" (ini:0) (los)",
-                   "[Algemeen]\n"},
-        DefectRow {"Spanish", 10, "los\n",
-                   "\xC2\xA1Se omiti\xC3\xB3 una l\xC3\xADnea! Se esperaba: \"=\" (ini:0) (los)",
-                   "[Algemeen]\n"},
-        DefectRow {"Dutch", 19, "[los\n", "Regel overgeslagen! Verwacht: \"]\" (ini:0) (los)",
-                   "[Algemeen]\n"}),
+        FileDefectRow {"ALineWithoutAnEqualsSign", 9, "A=1\nlos\nB=2\n",
+                       "Line was skipped! Expected: \"=\" (ini:1) (los)",
+                       "[Algemeen]\n  A=1\n  B=2\n"},
+        FileDefectRow {"AHeaderWithoutAnEndLeavesTheChapter", 9, "[A]\n[Open\nB=2\n",
+                       "Line was skipped! Expected: \"]\" (ini:1) (Open)",
+                       "[Algemeen]\n[A]\n  B=2\n"},
+        FileDefectRow {"TheFirstOfSeveral", 9, "een\n[twee\ndrie\nA=1\n",
+                       "Line was skipped! Expected: \"=\" (ini:0) (een)", "[Algemeen]\n  A=1\n"},
+        FileDefectRow {"IgnoredLinesCount", 9, ";een\n\n\ttwee\n drie\n[A]\r\nlos",
+                       "Line was skipped! Expected: \"=\" (ini:5) (los)", "[Algemeen]\n[A]\n"},
+        FileDefectRow {"BlanksOfTheLineAreKept", 9, "los en  vast \n",
+                       "Line was skipped! Expected: \"=\" (ini:0) (los en  vast )", "[Algemeen]\n"},
+        FileDefectRow {"French", 12, "los\n", "Line was skipped! Expected: \"=\" (ini:0) (los)",
+                       "[Algemeen]\n"},
+        FileDefectRow {
+            "Spanish", 10, "los\n",
+            "\xC2\xA1Se omiti\xC3\xB3 una l\xC3\xADnea! Se esperaba: \"=\" (ini:0) (los)",
+            "[Algemeen]\n"},
+        FileDefectRow {"Dutch", 19, "[los\n", "Regel overgeslagen! Verwacht: \"]\" (ini:0) (los)",
+                       "[Algemeen]\n"}),
     [](const auto& row) { return row.param.sentence; });
 
 TEST_F(LoadValues, AChapterOfMoreThan256CharactersIsCutAndTold)
@@ -239,7 +240,7 @@ TEST_F(LoadValues, AChapterOfMoreThan256CharactersIsCutAndTold)
 
 // --- open files ----------------------------------------------------------------------------------
 
-class OpenFile : public SettingsTest, public ::testing::WithParamInterface<FileRow>
+class OpenFile : public SettingsTest, public ::testing::WithParamInterface<ContentRow>
 {
 };
 
@@ -258,24 +259,25 @@ TEST_P(OpenFile, IsLoaded)
 INSTANTIATE_TEST_SUITE_P(
     LoadValues, OpenFile,
     ::testing::Values(
-        FileRow {"AlgemeenHasNoDescription", "", "[Algemeen]\n"},
-        FileRow {"BlanksGoAroundTheEqualsSign", "Ident = waarde\n", "[Algemeen]\n  Ident=waarde\n"},
-        FileRow {"BlanksGoFromAnIdent", "a b = c d\n", "[Algemeen]\n  ab=c d\n"},
-        FileRow {"BlanksGoFromAHeader", "[Tekst en maat]\nA=1\n",
-                 "[Algemeen]\n[Tekstenmaat]\n  A=1\n"},
-        FileRow {"CommentsStayComments", ";A=1\n A=2\n\tA=3\n\nB=4\n", "[Algemeen]\n  B=4\n"},
-        FileRow {"AChapterThatStandsTwiceIsThereTwice", "[A]\nX=1\n[A]\nX=2\n",
-                 "[Algemeen]\n[A]\n  X=1\n[A]\n  X=2\n"},
-        FileRow {"AnEmptyValueIsEmpty", "Ident=\n", "[Algemeen]\n  Ident=\n"},
-        FileRow {"ReturnsGo", "A=1\r\n[B]\r\nC=2\r\n", "[Algemeen]\n  A=1\n[B]\n  C=2\n"},
-        FileRow {"ALineOf255Characters", "A=" + std::string(253, 'v') + "\n",
-                 "[Algemeen]\n  A=" + std::string(253, 'v') + "\n"},
-        FileRow {"ALongCommentIsNotTold", ";" + std::string(300, 'v') + "\n", "[Algemeen]\n"},
-        FileRow {"Windows1252", "A=m\xB2\n", "[Algemeen]\n  A=m\xC2\xB2\n"},
-        FileRow {"Utf16",
-                 "\xFF\xFE"
-                 "A\0=\0\xAC\x20\n\0"s,
-                 "[Algemeen]\n  A=\xE2\x82\xAC\n"}),
+        ContentRow {"AlgemeenHasNoDescription", "", "[Algemeen]\n"},
+        ContentRow {"BlanksGoAroundTheEqualsSign", "Ident = waarde\n",
+                    "[Algemeen]\n  Ident=waarde\n"},
+        ContentRow {"BlanksGoFromAnIdent", "a b = c d\n", "[Algemeen]\n  ab=c d\n"},
+        ContentRow {"BlanksGoFromAHeader", "[Tekst en maat]\nA=1\n",
+                    "[Algemeen]\n[Tekstenmaat]\n  A=1\n"},
+        ContentRow {"CommentsStayComments", ";A=1\n A=2\n\tA=3\n\nB=4\n", "[Algemeen]\n  B=4\n"},
+        ContentRow {"AChapterThatStandsTwiceIsThereTwice", "[A]\nX=1\n[A]\nX=2\n",
+                    "[Algemeen]\n[A]\n  X=1\n[A]\n  X=2\n"},
+        ContentRow {"AnEmptyValueIsEmpty", "Ident=\n", "[Algemeen]\n  Ident=\n"},
+        ContentRow {"ReturnsGo", "A=1\r\n[B]\r\nC=2\r\n", "[Algemeen]\n  A=1\n[B]\n  C=2\n"},
+        ContentRow {"ALineOf255Characters", "A=" + std::string(253, 'v') + "\n",
+                    "[Algemeen]\n  A=" + std::string(253, 'v') + "\n"},
+        ContentRow {"ALongCommentIsNotTold", ";" + std::string(300, 'v') + "\n", "[Algemeen]\n"},
+        ContentRow {"Windows1252", "A=m\xB2\n", "[Algemeen]\n  A=m\xC2\xB2\n"},
+        ContentRow {"Utf16",
+                    "\xFF\xFE"
+                    "A\0=\0\xAC\x20\n\0"s,
+                    "[Algemeen]\n  A=\xE2\x82\xAC\n"}),
     sentenceOf);
 
 class LoadOpenFile : public SettingsTest

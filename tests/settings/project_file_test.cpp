@@ -1,8 +1,10 @@
 #include "platform/text.h"
 #include "settings/SettingsTest.h"
 #include "settings/texts.h"
+#include "support/row_names.h"
 
 using corma::testing::CurrentFolder;
+using corma::testing::sentenceOf;
 using corma::testing::SettingsTest;
 using corma::testing::valuesOf;
 
@@ -40,11 +42,6 @@ struct ProjectRow
 void PrintTo(const ProjectRow& row, std::ostream* out)
 {
     *out << row.sentence;
-}
-
-std::string sentenceOf(const ::testing::TestParamInfo<ProjectRow>& row)
-{
-    return row.param.sentence;
 }
 
 class Project : public ProjectFile, public ::testing::WithParamInterface<ProjectRow>
@@ -216,7 +213,7 @@ TEST_F(ProjectFile, OnAProjectTheFormerValueIsTheOneBelow)
 
 // --- lines that are none -------------------------------------------------------------------------
 
-struct DefectRow
+struct ProjectDefectRow
 {
     const char* sentence;
     int language;
@@ -224,12 +221,13 @@ struct DefectRow
     std::string box;
 };
 
-void PrintTo(const DefectRow& row, std::ostream* out)
+void PrintTo(const ProjectDefectRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class ProjectLinesThatAreNone : public ProjectFile, public ::testing::WithParamInterface<DefectRow>
+class ProjectLinesThatAreNone : public ProjectFile,
+                                public ::testing::WithParamInterface<ProjectDefectRow>
 {
 };
 
@@ -244,27 +242,27 @@ TEST_P(ProjectLinesThatAreNone, AreSkippedAndToldOnce)
 INSTANTIATE_TEST_SUITE_P(
     ProjectFile, ProjectLinesThatAreNone,
     ::testing::Values(
-        DefectRow {"ALineWithoutAnEqualsSign", 9, "[A]\nlos\nB=p\n",
-                   "Line was skipped! Expected: \"=\" (ipr:1) (los)"},
-        DefectRow {"AHeaderWithoutAnEndLeavesTheChapter", 9, "[A]\n[Open\nB=p\n",
-                   "Line was skipped! Expected: \"]\" (ipr:1) (Open)"},
-        DefectRow {"BlanksOfTheLineAreGone", 9, "[A]\nlos en vast\nB=p\n",
-                   "Line was skipped! Expected: \"=\" (ipr:1) (losenvast)"},
-        DefectRow {"BlanksOfALineThatBeginsWithOneAreKept", 9, "[A]\n los en vast\nB=p\n",
-                   "Line was skipped! Expected: \"=\" (ipr:1) ( los en vast)"},
-        DefectRow {"ABlankAloneIsALine", 9, "[A]\n \nB=p\n",
-                   "Line was skipped! Expected: \"=\" (ipr:1) ( )"},
-        DefectRow {"IgnoredLinesCount", 9, ";\n\n[A]\r\n\r\nB=p\nlos",
-                   "Line was skipped! Expected: \"=\" (ipr:5) (los)"},
-        DefectRow {"PiecesOfALongLineCount", 9,
-                   "[A]\n;" + letters(253) + letters(254) + "\nB=p\nlos\n",
-                   "Line was skipped! Expected: \"=\" (ipr:2) (" + letters(254) + ")"},
-        DefectRow {"TheFirstOfSeveral", 9, "[een\n[A]\ntwee\nB=p\n[drie\n",
-                   "Line was skipped! Expected: \"]\" (ipr:0) (een)"},
-        DefectRow {"Dutch", 19, "[A]\nB=p\nlos\n",
-                   "Regel overgeslagen! Verwacht: \"=\" (ipr:2) (los)"},
-        DefectRow {"Polish", 21, "[A]\nB=p\nlos\n",
-                   "Pomini\xC4\x99to wiersz! Oczekiwano: \"=\" (ipr:2) (los)"}),
+        ProjectDefectRow {"ALineWithoutAnEqualsSign", 9, "[A]\nlos\nB=p\n",
+                          "Line was skipped! Expected: \"=\" (ipr:1) (los)"},
+        ProjectDefectRow {"AHeaderWithoutAnEndLeavesTheChapter", 9, "[A]\n[Open\nB=p\n",
+                          "Line was skipped! Expected: \"]\" (ipr:1) (Open)"},
+        ProjectDefectRow {"BlanksOfTheLineAreGone", 9, "[A]\nlos en vast\nB=p\n",
+                          "Line was skipped! Expected: \"=\" (ipr:1) (losenvast)"},
+        ProjectDefectRow {"BlanksOfALineThatBeginsWithOneAreKept", 9, "[A]\n los en vast\nB=p\n",
+                          "Line was skipped! Expected: \"=\" (ipr:1) ( los en vast)"},
+        ProjectDefectRow {"ABlankAloneIsALine", 9, "[A]\n \nB=p\n",
+                          "Line was skipped! Expected: \"=\" (ipr:1) ( )"},
+        ProjectDefectRow {"IgnoredLinesCount", 9, ";\n\n[A]\r\n\r\nB=p\nlos",
+                          "Line was skipped! Expected: \"=\" (ipr:5) (los)"},
+        ProjectDefectRow {"PiecesOfALongLineCount", 9,
+                          "[A]\n;" + letters(253) + letters(254) + "\nB=p\nlos\n",
+                          "Line was skipped! Expected: \"=\" (ipr:2) (" + letters(254) + ")"},
+        ProjectDefectRow {"TheFirstOfSeveral", 9, "[een\n[A]\ntwee\nB=p\n[drie\n",
+                          "Line was skipped! Expected: \"]\" (ipr:0) (een)"},
+        ProjectDefectRow {"Dutch", 19, "[A]\nB=p\nlos\n",
+                          "Regel overgeslagen! Verwacht: \"=\" (ipr:2) (los)"},
+        ProjectDefectRow {"Polish", 21, "[A]\nB=p\nlos\n",
+                          "Pomini\xC4\x99to wiersz! Oczekiwano: \"=\" (ipr:2) (los)"}),
     [](const auto& row) { return row.param.sentence; });
 
 // --- files ---------------------------------------------------------------------------------------

@@ -17,7 +17,7 @@ using Lines = std::vector<Line>;
 
 constexpr std::string_view kHead = "Algemeen";
 
-Lines linesOf(std::string_view text)
+Lines linesWithEnds(std::string_view text)
 {
     Lines lines;
     Line line;
@@ -151,7 +151,7 @@ withoutFirst(std::string_view text, std::string_view lineEnd,
     Lines copied;
     std::string chapter(kHead);
     bool isRemoved = false;
-    for (const Line& line : linesOf(text)) {
+    for (const Line& line : linesWithEnds(text)) {
         if (!isRemoved && isMeant(line, chapter)) {
             isRemoved = true;
             continue;
@@ -169,7 +169,7 @@ withoutFirst(std::string_view text, std::string_view lineEnd,
 std::string plainlyWritten(std::string_view text, std::string_view lineEnd,
                            const SettingLine& setting, Adding adding)
 {
-    const FirstPass first = firstPass(linesOf(text), lineEnd, setting, adding);
+    const FirstPass first = firstPass(linesWithEnds(text), lineEnd, setting, adding);
     const bool isDone = first.isWritten || adding == Adding::no;
     return joined(isDone ? first.lines : secondPass(first.lines, lineEnd, setting));
 }

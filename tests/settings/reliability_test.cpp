@@ -41,18 +41,18 @@ using Fault = FaultPlan::Fault;
 
 constexpr int kKey = 7; // of the scrambled file
 constexpr int kNormal = 5100; // RTNORM
-constexpr const char* kNone = "(none)";
+constexpr const char* kNoSuchFile = "(none)";
 
-constexpr const char* kOld = "; settings\n"
-                             "Taal=nl\n"
-                             "[A]\n"
-                             "Kleur=rood\n"
-                             "Dikte=2\n"
-                             "[B]\n"
-                             "Hoogte=3\n"
-                             "Breedte=4\n"
-                             "[C]\n"
-                             "X=1\n";
+constexpr const char* kOldSettings = "; settings\n"
+                                     "Taal=nl\n"
+                                     "[A]\n"
+                                     "Kleur=rood\n"
+                                     "Dikte=2\n"
+                                     "[B]\n"
+                                     "Hoogte=3\n"
+                                     "Breedte=4\n"
+                                     "[C]\n"
+                                     "X=1\n";
 
 constexpr const char* kUpdated = "; settings\n"
                                  "Taal=nl\n"
@@ -90,7 +90,7 @@ struct Site
     }
 };
 
-using Write = std::function<bool()>; // false when it tells that it failed
+using FileWriting = std::function<bool()>; // false when it tells that it failed
 
 /// A way to change a file.
 struct Writer
@@ -98,7 +98,7 @@ struct Writer
     std::string name;
     std::vector<std::pair<std::wstring, std::string>> files; // that are there before
     std::vector<std::string> states; // of the file that it changes; each but the last may be left
-    std::function<Write(Site&)> open; // all that comes before the change itself
+    std::function<FileWriting(Site&)> open; // all that comes before the change itself
     std::wstring file = L"tool.ini";
     std::wstring backup {}; // what holds the former content behind it
     bool isAcross = false; // with the temporary file on another file system
@@ -113,7 +113,7 @@ std::ostream& operator<<(std::ostream& out, const Writer& writer)
 
 // --- the writers ---------------------------------------------------------------------------------
 
-Write writeString(Site& site, const std::wstring& file, const std::wstring& ident, int level)
+FileWriting writeString(Site& site, const std::wstring& file, const std::wstring& ident, int level)
 {
     std::wstring path = site.folder.path(file);
     const int key = file == L"tool7.ini" ? kKey : 0;
@@ -129,8 +129,8 @@ Write writeString(Site& site, const std::wstring& file, const std::wstring& iden
 Writer stringWriter(const char* name, const std::wstring& entry, const std::string& behind)
 {
     return {.name = name,
-            .files = {{L"tool.ini", kOld}},
-            .states = {kOld, behind},
+            .files = {{L"tool.ini", kOldSettings}},
+            .states = {kOldSettings, behind},
             .open = [entry](Site& site) { return writeString(site, L"tool.ini", entry, 0); }};
 }
 
@@ -138,11 +138,11 @@ Writer projectWriter(const char* name, const std::string& before)
 {
     Writer writer {
         .name = name,
-        .files = {{L"tool.ini", kOld}},
-        .states = {before, before == kNone ? "[A]\nKleur=blauw" : "[A]\nKleur=blauw\n"},
+        .files = {{L"tool.ini", kOldSettings}},
+        .states = {before, before == kNoSuchFile ? "[A]\nKleur=blauw" : "[A]\nKleur=blauw\n"},
         .open = [](Site& site) { return writeString(site, L"tool.ini", L"[A]Kleur=blauw", 1); }};
     writer.file = L"tool.ipr";
-    if (before != kNone) {
+    if (before != kNoSuchFile) {
         writer.files.emplace_back(L"tool.ipr", before);
     }
     // A project file that does not take its name is not told.
@@ -170,9 +170,9 @@ Writer scrambledWriter()
 Writer acrossWriter()
 {
     Writer writer = stringWriter("SettingAcrossFileSystems", L"",
-                                 withChange(kOld, "Kleur=rood", "Kleur=blauw"));
+                                 withChange(kOldSettings, "Kleur=rood", "Kleur=blauw"));
     writer.isAcross = true;
-    writer.open = [](Site& site) -> Write {
+    writer.open = [](Site& site) -> FileWriting {
         FileNameSet names = FileNameSet::of(site.folder.path(L""), L"tool.ini", corma::kEnglish);
         names.projectFolder = site.memory->path(L"");
         return [&site, names] {
@@ -188,11 +188,11 @@ Writer acrossWriter()
 Writer updateWriter()
 {
     Writer writer {.name = "Update",
-                   .files = {{L"tool.ini", kOld},
+                   .files = {{L"tool.ini", kOldSettings},
                              {L"defaults.txt", "[A]\nKleur=geel\nNieuw=9\n[E]\nZ=1\n"},
                              {L"tool.ino", "older\n"}},
-                   .states = {kOld, kUpdated},
-                   .open = [](Site& site) -> Write {
+                   .states = {kOldSettings, kUpdated},
+                   .open = [](Site& site) -> FileWriting {
                        std::wstring path = site.folder.path(L"tool.ini");
                        std::wstring defaults = site.folder.path(L"defaults.txt");
                        auto opened = std::make_shared<xx_Inifile>(path.data(), 0, nullptr);
@@ -206,19 +206,20 @@ Writer updateWriter()
 
 Writer replaceWriter()
 {
-    return {
-        .name = "ReplaceNew",
-        .files = {{L"tool.ini", kOld}, {L"new.txt", "[A]\nKleur=geel\n[B]\nHoogte=30\n"}},
-        .states
-        = {kOld, withChange(withChange(kOld, "Kleur=rood", "Kleur=geel"), "Hoogte=3", "Hoogte=30")},
-        .open = [](Site& site) -> Write {
-            std::wstring path = site.folder.path(L"tool.ini");
-            const std::wstring values = site.folder.path(L"new.txt");
-            auto opened = std::make_shared<xx_Inifile>(path.data(), 0, nullptr);
-            return [&site, opened, values] {
-                return opened->replaceNew(values.c_str()) == kNormal && site.isQuiet();
-            };
-        }};
+    return {.name = "ReplaceNew",
+            .files
+            = {{L"tool.ini", kOldSettings}, {L"new.txt", "[A]\nKleur=geel\n[B]\nHoogte=30\n"}},
+            .states = {kOldSettings,
+                       withChange(withChange(kOldSettings, "Kleur=rood", "Kleur=geel"), "Hoogte=3",
+                                  "Hoogte=30")},
+            .open = [](Site& site) -> FileWriting {
+                std::wstring path = site.folder.path(L"tool.ini");
+                const std::wstring values = site.folder.path(L"new.txt");
+                auto opened = std::make_shared<xx_Inifile>(path.data(), 0, nullptr);
+                return [&site, opened, values] {
+                    return opened->replaceNew(values.c_str()) == kNormal && site.isQuiet();
+                };
+            }};
 }
 
 struct OpenModel
@@ -236,9 +237,9 @@ struct OpenModel
 Writer removeWriter()
 {
     return {.name = "RemoveFromFile",
-            .files = {{L"tool.ini", kOld}},
-            .states = {kOld, withChange(kOld, "Kleur=rood\n", "")},
-            .open = [](Site& site) -> Write {
+            .files = {{L"tool.ini", kOldSettings}},
+            .states = {kOldSettings, withChange(kOldSettings, "Kleur=rood\n", "")},
+            .open = [](Site& site) -> FileWriting {
                 auto opened = std::make_shared<OpenModel>(site);
                 return [opened] {
                     return opened->model.findCategory(L"A")->settings().removeFromFile(
@@ -249,12 +250,12 @@ Writer removeWriter()
 
 Writer removeCategoryWriter()
 {
-    const std::string oneLess = withChange(kOld, "Hoogte=3\n", "");
+    const std::string oneLess = withChange(kOldSettings, "Hoogte=3\n", "");
     const std::string twoLess = withChange(oneLess, "Breedte=4\n", "");
     return {.name = "RemoveCategory",
-            .files = {{L"tool.ini", kOld}},
-            .states = {kOld, oneLess, twoLess, withChange(twoLess, "[B]\n", "")},
-            .open = [](Site& site) -> Write {
+            .files = {{L"tool.ini", kOldSettings}},
+            .states = {kOldSettings, oneLess, twoLess, withChange(twoLess, "[B]\n", "")},
+            .open = [](Site& site) -> FileWriting {
                 auto opened = std::make_shared<OpenModel>(site);
                 return [opened] {
                     return opened->model.removeCategory(L"B", opened->names, false, false, nullptr);
@@ -265,12 +266,12 @@ Writer removeCategoryWriter()
 std::vector<Writer> writers()
 {
     return {stringWriter("AddedString", L"[A]Nieuw=5",
-                         withChange(kOld, "Dikte=2\n", "Dikte=2\nNieuw=5\n")),
+                         withChange(kOldSettings, "Dikte=2\n", "Dikte=2\nNieuw=5\n")),
             stringWriter("ReplacedString", L"[A]Kleur=blauw",
-                         withChange(kOld, "Kleur=rood", "Kleur=blauw")),
-            stringWriter("StringOfANewChapter", L"[D]Y=1", kOld + std::string("[D]\nY=1")),
+                         withChange(kOldSettings, "Kleur=rood", "Kleur=blauw")),
+            stringWriter("StringOfANewChapter", L"[D]Y=1", kOldSettings + std::string("[D]\nY=1")),
             projectWriter("StringOfTheProject", "[A]\nKleur=groen\n"),
-            projectWriter("StringOfANewProject", kNone),
+            projectWriter("StringOfANewProject", kNoSuchFile),
             scrambledWriter(),
             acrossWriter(),
             updateWriter(),
@@ -365,7 +366,7 @@ protected:
 
     [[nodiscard]] std::string state() const
     {
-        return site.folder.has(writer.file) ? site.folder.read(writer.file) : kNone;
+        return site.folder.has(writer.file) ? site.folder.read(writer.file) : kNoSuchFile;
     }
 
     [[nodiscard]] const std::string& done() const { return writer.states.back(); }
@@ -387,15 +388,15 @@ protected:
     {
         forget();
         if (state() != done()) {
-            const Write again = writer.open(site);
+            const FileWriting again = writer.open(site);
             EXPECT_TRUE(timed(again));
         }
         EXPECT_EQ(state(), done());
         forget();
         const bool isScrambled = writer.file == L"tool7.ini";
         const int level = writer.file == L"tool.ipr" ? 1 : 0;
-        const Write next = writeString(site, isScrambled ? writer.file : L"tool.ini",
-                                       isScrambled ? L"[A]Kleur=geel" : L"[Z]Next=1", level);
+        const FileWriting next = writeString(site, isScrambled ? writer.file : L"tool.ini",
+                                             isScrambled ? L"[A]Kleur=geel" : L"[Z]Next=1", level);
         EXPECT_TRUE(timed(next));
         EXPECT_EQ(state(),
                   isScrambled ? corma::scrambledForm("[A]\nKleur=geel\nDikte=2\n", kKey)
@@ -408,7 +409,7 @@ protected:
         return text.ends_with('\n') ? text : text + "\n";
     }
 
-    bool timed(const Write& write)
+    bool timed(const FileWriting& write)
     {
         const auto begin = std::chrono::steady_clock::now();
         const bool isDone = write();
@@ -420,7 +421,7 @@ protected:
     std::vector<SystemCall> countCalls()
     {
         prepare();
-        const Write write = writer.open(site);
+        const FileWriting write = writer.open(site);
         std::vector<SystemCall> calls;
         {
             const FaultPlan plan;
@@ -441,7 +442,7 @@ protected:
         prepare();
         std::optional<SystemCall> failed;
         {
-            const Write write = writer.open(site);
+            const FileWriting write = writer.open(site);
             const std::size_t openBefore = openDescriptors();
             bool isTold = false;
             {
@@ -475,7 +476,7 @@ protected:
         SCOPED_TRACE("killed at call " + std::to_string(call));
         prepare();
         const ChildEnd end = inChild([&] {
-            const Write write = writer.open(site);
+            const FileWriting write = writer.open(site);
             const FaultPlan faults({.fault = moment, .call = call});
             return write() && faults.calls().size() <= call;
         });

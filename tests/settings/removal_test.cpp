@@ -47,7 +47,7 @@ protected:
 
 // --- out of files --------------------------------------------------------------------------------
 
-struct FileRow
+struct RemovalRow
 {
     const char* sentence;
     std::string ini;
@@ -61,18 +61,18 @@ struct FileRow
     const char* iprAfter; // null for none
 };
 
-void PrintTo(const FileRow& row, std::ostream* out)
+void PrintTo(const RemovalRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class RemovingFromFiles : public Removal, public ::testing::WithParamInterface<FileRow>
+class RemovingFromFiles : public Removal, public ::testing::WithParamInterface<RemovalRow>
 {
 };
 
 TEST_P(RemovingFromFiles, LeavesThis)
 {
-    const FileRow& row = GetParam();
+    const RemovalRow& row = GetParam();
     writeIni(row.ini);
     if (row.ipr != nullptr) {
         writeIpr(row.ipr);
@@ -98,60 +98,62 @@ TEST_P(RemovingFromFiles, LeavesThis)
 INSTANTIATE_TEST_SUITE_P(
     Global, RemovingFromFiles,
     ::testing::Values(
-        FileRow {"OfTheHead", "A=1\nB=2\n[X]\nA=3\n", nullptr, nullptr, L"Algemeen", L"A", true,
-                 "[Algemeen]\n  B=2\n[X]\n  A=3\n", "B=2\n[X]\nA=3\n", nullptr},
-        FileRow {"OfAChapter", "A=1\n[X]\nA=2\nB=3", nullptr, nullptr, L"X", L"A", true,
-                 "[Algemeen]\n  A=1\n[X]\n  B=3\n", "A=1\n[X]\nB=3\n", nullptr},
-        FileRow {"TakesTheProjectsWordForNothing", "A=1\n", "B=p\n", nullptr, L"Algemeen", L"A",
-                 true, "[Algemeen]\n  B=p (project; global none)\n", "", "B=p\n"},
-        FileRow {"TakesTheLineOfALongerIdent", "[X]\nKleurRand=1\nKleur=2\n", nullptr, nullptr,
-                 L"X", L"Kleur", true, "[Algemeen]\n[X]\n  KleurRand=1\n", "[X]\nKleur=2\n",
-                 nullptr},
-        FileRow {"TakesTheFirstOfTwoLines", "A=1\nA=2\n", nullptr, nullptr, L"Algemeen", L"A", true,
-                 "[Algemeen]\n", "A=2\n", nullptr},
-        FileRow {"WithABlankBeforeTheEqualsSignHasItInItsName", "A = 1\n", nullptr, nullptr,
-                 L"Algemeen", L"A ", true, "[Algemeen]\n", "", nullptr},
-        FileRow {"ThatIsNotThereChangesNothing", "A=1\n", nullptr, nullptr, L"Algemeen", L"B",
-                 false, "[Algemeen]\n  A=1\n", "A=1\n", nullptr},
-        FileRow {"HeedsCase", "A=1\n", nullptr, nullptr, L"Algemeen", L"a", false,
-                 "[Algemeen]\n  A=1\n", "A=1\n", nullptr},
-        FileRow {"OfOtherCharacters", "[Chauff\xE9]\n\x80=1\nB=\xB2\n", nullptr, nullptr,
-                 L"Chauff\xE9", L"\x20AC", true, "[Algemeen]\n[Chauff\xC3\xA9]\n  B=\xC2\xB2\n",
-                 "[Chauff\xE9]\nB=\xB2\n", nullptr},
-        FileRow {"KeepsLineEnds", "A=1\r\nB=2\n[X]\r\nC=3", nullptr, nullptr, L"Algemeen", L"A",
-                 true, "[Algemeen]\n  B=2\n[X]\n  C=3\n", "B=2\n[X]\r\nC=3\r\n", nullptr}),
+        RemovalRow {"OfTheHead", "A=1\nB=2\n[X]\nA=3\n", nullptr, nullptr, L"Algemeen", L"A", true,
+                    "[Algemeen]\n  B=2\n[X]\n  A=3\n", "B=2\n[X]\nA=3\n", nullptr},
+        RemovalRow {"OfAChapter", "A=1\n[X]\nA=2\nB=3", nullptr, nullptr, L"X", L"A", true,
+                    "[Algemeen]\n  A=1\n[X]\n  B=3\n", "A=1\n[X]\nB=3\n", nullptr},
+        RemovalRow {"TakesTheProjectsWordForNothing", "A=1\n", "B=p\n", nullptr, L"Algemeen", L"A",
+                    true, "[Algemeen]\n  B=p (project; global none)\n", "", "B=p\n"},
+        RemovalRow {"TakesTheLineOfALongerIdent", "[X]\nKleurRand=1\nKleur=2\n", nullptr, nullptr,
+                    L"X", L"Kleur", true, "[Algemeen]\n[X]\n  KleurRand=1\n", "[X]\nKleur=2\n",
+                    nullptr},
+        RemovalRow {"TakesTheFirstOfTwoLines", "A=1\nA=2\n", nullptr, nullptr, L"Algemeen", L"A",
+                    true, "[Algemeen]\n", "A=2\n", nullptr},
+        RemovalRow {"WithABlankBeforeTheEqualsSignHasItInItsName", "A = 1\n", nullptr, nullptr,
+                    L"Algemeen", L"A ", true, "[Algemeen]\n", "", nullptr},
+        RemovalRow {"ThatIsNotThereChangesNothing", "A=1\n", nullptr, nullptr, L"Algemeen", L"B",
+                    false, "[Algemeen]\n  A=1\n", "A=1\n", nullptr},
+        RemovalRow {"HeedsCase", "A=1\n", nullptr, nullptr, L"Algemeen", L"a", false,
+                    "[Algemeen]\n  A=1\n", "A=1\n", nullptr},
+        RemovalRow {"OfOtherCharacters", "[Chauff\xE9]\n\x80=1\nB=\xB2\n", nullptr, nullptr,
+                    L"Chauff\xE9", L"\x20AC", true, "[Algemeen]\n[Chauff\xC3\xA9]\n  B=\xC2\xB2\n",
+                    "[Chauff\xE9]\nB=\xB2\n", nullptr},
+        RemovalRow {"KeepsLineEnds", "A=1\r\nB=2\n[X]\r\nC=3", nullptr, nullptr, L"Algemeen", L"A",
+                    true, "[Algemeen]\n  B=2\n[X]\n  C=3\n", "B=2\n[X]\r\nC=3\r\n", nullptr}),
     [](const auto& row) { return row.param.sentence; });
 
 INSTANTIATE_TEST_SUITE_P(
     Project, RemovingFromFiles,
     ::testing::Values(
-        FileRow {"OverAGlobalValueGivesThatBack", "A=G\n", "B=p\nA=P\n", nullptr, L"Algemeen", L"A",
-                 true, "[Algemeen]\n  A=G (; global G)\n  B=p (project; global none)\n", "A=G\n",
-                 "B=p\n"},
-        FileRow {"OverTheSameGlobalValueGivesThatBack", "[X]\nA=G\n", "[X]\nA=G", nullptr, L"X",
-                 L"A", true, "[Algemeen]\n[X]\n  A=G (; global G)\n", "[X]\nA=G\n", "[X]\n"},
-        FileRow {"AloneLeavesTheModel", "[X]\nB=1\n", "[X]\nA=P\n", nullptr, L"X", L"A", true,
-                 "[Algemeen]\n[X]\n  B=1\n", "[X]\nB=1\n", "[X]\n"},
-        FileRow {"ThatStandsTwiceGivesTheFirstValueBack", "", "A=P\nA=Q\n", nullptr, L"Algemeen",
-                 L"A", true, "[Algemeen]\n  A=P (; global P)\n", "", "A=Q\n"},
-        FileRow {"BehindABlankIsNoLine", "A=G\n[X]\n", "[X]\n\tA=P\n", nullptr, L"X", L"\tA", true,
-                 "[Algemeen]\n  A=G\n[X]\n", "A=G\n[X]\n", "[X]\n"}),
+        RemovalRow {"OverAGlobalValueGivesThatBack", "A=G\n", "B=p\nA=P\n", nullptr, L"Algemeen",
+                    L"A", true, "[Algemeen]\n  A=G (; global G)\n  B=p (project; global none)\n",
+                    "A=G\n", "B=p\n"},
+        RemovalRow {"OverTheSameGlobalValueGivesThatBack", "[X]\nA=G\n", "[X]\nA=G", nullptr, L"X",
+                    L"A", true, "[Algemeen]\n[X]\n  A=G (; global G)\n", "[X]\nA=G\n", "[X]\n"},
+        RemovalRow {"AloneLeavesTheModel", "[X]\nB=1\n", "[X]\nA=P\n", nullptr, L"X", L"A", true,
+                    "[Algemeen]\n[X]\n  B=1\n", "[X]\nB=1\n", "[X]\n"},
+        RemovalRow {"ThatStandsTwiceGivesTheFirstValueBack", "", "A=P\nA=Q\n", nullptr, L"Algemeen",
+                    L"A", true, "[Algemeen]\n  A=P (; global P)\n", "", "A=Q\n"},
+        RemovalRow {"BehindABlankIsNoLine", "A=G\n[X]\n", "[X]\n\tA=P\n", nullptr, L"X", L"\tA",
+                    true, "[Algemeen]\n  A=G\n[X]\n", "A=G\n[X]\n", "[X]\n"}),
     [](const auto& row) { return row.param.sentence; });
 
 // The level of the drawing is not looked at: what is not in the file stays.
 INSTANTIATE_TEST_SUITE_P(
     Local, RemovingFromFiles,
     ::testing::Values(
-        FileRow {"OverAGlobalValueTakesThatOutOfTheFile", "A=G\n", nullptr, L"D", L"Algemeen", L"A",
-                 true, "[Algemeen]\n  A=G (drawing; global G; project none)\n", "", nullptr},
-        FileRow {"OverAProjectAndAGlobalValueTakesTheGlobalOne", "A=G\n", "A=P\n", L"D",
-                 L"Algemeen", L"A", true, "[Algemeen]\n  A=G (drawing; global G; project P)\n", "",
-                 "A=P\n"},
-        FileRow {"OverAProjectValueAloneStays", "B=1\n", "A=P\n", L"D", L"Algemeen", L"A", false,
-                 "[Algemeen]\n  B=1\n  A=D (drawing; global none; project P)\n", "B=1\n", "A=P\n"},
-        FileRow {"AloneStays", "B=1", nullptr, L"D", L"Algemeen", L"A", false,
-                 "[Algemeen]\n  B=1\n  A=D (drawing; global none; project none)\n", "B=1\n",
-                 nullptr}),
+        RemovalRow {"OverAGlobalValueTakesThatOutOfTheFile", "A=G\n", nullptr, L"D", L"Algemeen",
+                    L"A", true, "[Algemeen]\n  A=G (drawing; global G; project none)\n", "",
+                    nullptr},
+        RemovalRow {"OverAProjectAndAGlobalValueTakesTheGlobalOne", "A=G\n", "A=P\n", L"D",
+                    L"Algemeen", L"A", true, "[Algemeen]\n  A=G (drawing; global G; project P)\n",
+                    "", "A=P\n"},
+        RemovalRow {"OverAProjectValueAloneStays", "B=1\n", "A=P\n", L"D", L"Algemeen", L"A", false,
+                    "[Algemeen]\n  B=1\n  A=D (drawing; global none; project P)\n", "B=1\n",
+                    "A=P\n"},
+        RemovalRow {"AloneStays", "B=1", nullptr, L"D", L"Algemeen", L"A", false,
+                    "[Algemeen]\n  B=1\n  A=D (drawing; global none; project none)\n", "B=1\n",
+                    nullptr}),
     [](const auto& row) { return row.param.sentence; });
 
 TEST_F(Removal, OfAProjectSettingWithoutItsFileTakesTheGlobalLine)

@@ -5,14 +5,17 @@
 #include "settings/saving.h"
 #include "settings/texts.h"
 #include "support/RefusedCalls.h"
+#include "support/random_choice.h"
 
 #include <cerrno>
 #include <random>
 
 using corma::MessageIcon;
 using corma::platform::SystemCall;
+using corma::testing::below;
 using corma::testing::filesIn;
 using corma::testing::LevelsTest;
+using corma::testing::Random;
 using corma::testing::RefusedCalls;
 using corma::testing::TempFolder;
 using corma::testing::WriteWatch;
@@ -489,7 +492,7 @@ TEST_F(Saving, OfAProjectFileThatIsNotReported)
 
 // --- headers -------------------------------------------------------------------------------------
 
-struct HeaderRow
+struct AddedHeaderRow
 {
     const char* sentence;
     Target target;
@@ -497,12 +500,12 @@ struct HeaderRow
     std::string after;
 };
 
-void PrintTo(const HeaderRow& row, std::ostream* out)
+void PrintTo(const AddedHeaderRow& row, std::ostream* out)
 {
     *out << row.sentence;
 }
 
-class AddedHeader : public Saving, public ::testing::WithParamInterface<HeaderRow>
+class AddedHeader : public Saving, public ::testing::WithParamInterface<AddedHeaderRow>
 {
 };
 
@@ -518,24 +521,25 @@ TEST_P(AddedHeader, StandsAtTheEndOfTheFile)
 
 INSTANTIATE_TEST_SUITE_P(
     Saving, AddedHeader,
-    ::testing::Values(HeaderRow {"BehindAnEmptyLineInAConfigurationFile", Target::global,
-                                 "A=1\n[X]\nB=2\n", "A=1\n[X]\nB=2\n\n[Zoë]\n"},
-                      HeaderRow {"OfAConfigurationFileWithAnOpenLastLine", Target::global, "A=1",
-                                 "A=1\n[Zoë]\n"},
-                      HeaderRow {"OfAnEmptyConfigurationFile", Target::global, "", "\n[Zoë]\n"},
-                      HeaderRow {"WithTheLineEndsOfAConfigurationFile", Target::global,
-                                 "A=1\r\nB=2\r\n", "A=1\r\nB=2\r\n\r\n[Zoë]\r\n"},
-                      HeaderRow {"InTheEncodingOfAConfigurationFile", Target::global,
-                                 "\xFF\xFE"
-                                 "A\0=\0\n\0"s,
-                                 "\xFF\xFE"
-                                 "A\0=\0\n\0\n\0[\0Z\0o\0\xEB\0]\0\n\0"s},
-                      HeaderRow {"InAProjectFile", Target::project, "A=1\n", "A=1\n[Zoë]\n"},
-                      HeaderRow {"OfAnEmptyProjectFile", Target::project, "", "[Zoë]\n"},
-                      HeaderRow {"OfAProjectFileWithAnOpenLastLine", Target::project, "[X]\nB=2",
-                                 "[X]\nB=2\n[Zoë]\n"},
-                      HeaderRow {"WithTheLineEndsOfAProjectFile", Target::project, "A=1\r\n",
-                                 "A=1\r\n[Zoë]\r\n"}),
+    ::testing::Values(AddedHeaderRow {"BehindAnEmptyLineInAConfigurationFile", Target::global,
+                                      "A=1\n[X]\nB=2\n", "A=1\n[X]\nB=2\n\n[Zoë]\n"},
+                      AddedHeaderRow {"OfAConfigurationFileWithAnOpenLastLine", Target::global,
+                                      "A=1", "A=1\n[Zoë]\n"},
+                      AddedHeaderRow {"OfAnEmptyConfigurationFile", Target::global, "",
+                                      "\n[Zoë]\n"},
+                      AddedHeaderRow {"WithTheLineEndsOfAConfigurationFile", Target::global,
+                                      "A=1\r\nB=2\r\n", "A=1\r\nB=2\r\n\r\n[Zoë]\r\n"},
+                      AddedHeaderRow {"InTheEncodingOfAConfigurationFile", Target::global,
+                                      "\xFF\xFE"
+                                      "A\0=\0\n\0"s,
+                                      "\xFF\xFE"
+                                      "A\0=\0\n\0\n\0[\0Z\0o\0\xEB\0]\0\n\0"s},
+                      AddedHeaderRow {"InAProjectFile", Target::project, "A=1\n", "A=1\n[Zoë]\n"},
+                      AddedHeaderRow {"OfAnEmptyProjectFile", Target::project, "", "[Zoë]\n"},
+                      AddedHeaderRow {"OfAProjectFileWithAnOpenLastLine", Target::project,
+                                      "[X]\nB=2", "[X]\nB=2\n[Zoë]\n"},
+                      AddedHeaderRow {"WithTheLineEndsOfAProjectFile", Target::project, "A=1\r\n",
+                                      "A=1\r\n[Zoë]\r\n"}),
     [](const auto& row) { return row.param.sentence; });
 
 TEST_F(Saving, AddsNoHeaderToAFileThatIsNotThere)
@@ -663,13 +667,6 @@ TEST_F(Saving, TellsOfASettingThatIsNotStoredInTheDrawing)
 }
 
 // --- random files --------------------------------------------------------------------------------
-
-using Random = std::mt19937;
-
-std::size_t below(Random& random, std::size_t bound)
-{
-    return std::uniform_int_distribution<std::size_t>(0, bound - 1)(random);
-}
 
 enum class Encoding
 {

@@ -472,7 +472,7 @@ TEST_F(SettingsModelChanges, ARemovedSettingLeavesTheDrawingAloneWhereThatIsLoad
     EXPECT_EQ(ini(), "A=1\nB=2\n");
 }
 
-constexpr const char* kRemoved = "information: Rubriek succesvol verwijderd.\n";
+constexpr const char* kCategoryRemoved = "information: Rubriek succesvol verwijderd.\n";
 
 TEST_F(SettingsModelChanges, ARemovedCategoryLeavesTheFiles)
 {
@@ -483,7 +483,7 @@ TEST_F(SettingsModelChanges, ARemovedCategoryLeavesTheFiles)
     EXPECT_FALSE(model.hasCategory(L"X"));
     EXPECT_EQ(ini(), "A=1\n");
     EXPECT_EQ(ipr(), "[X]\n");
-    EXPECT_EQ(told(), kRemoved);
+    EXPECT_EQ(told(), kCategoryRemoved);
 }
 
 TEST_F(SettingsModelChanges, ARemovedCategoryLeavesTheDrawing)
@@ -496,7 +496,7 @@ TEST_F(SettingsModelChanges, ARemovedCategoryLeavesTheDrawing)
     EXPECT_TRUE(model.removeCategory(L"X"));
     EXPECT_EQ(drawing(), "");
     EXPECT_EQ(ini(), "");
-    EXPECT_EQ(told(), kRemoved);
+    EXPECT_EQ(told(), kCategoryRemoved);
 }
 
 TEST_F(SettingsModelChanges, InAProjectARemovedCategoryLeavesTheFilesWhateverTheDrawingHolds)
@@ -512,7 +512,7 @@ TEST_F(SettingsModelChanges, InAProjectARemovedCategoryLeavesTheFilesWhateverThe
     EXPECT_TRUE(told().starts_with("exclamation: Een van de onderliggende instellingen"));
     EXPECT_TRUE(model.removeCategory(L"X"));
     EXPECT_EQ(ipr(), "[X]\n");
-    EXPECT_EQ(told(), kRemoved);
+    EXPECT_EQ(told(), kCategoryRemoved);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "platform/text.h"
 #include "settings/text_table.h"
+#include "support/row_names.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -12,19 +13,16 @@ namespace corma {
 
 namespace {
 
+using corma::testing::sentenceOf;
+
 // --- reading -------------------------------------------------------------------------------------
 
-struct Case
+struct TableCase
 {
     const char* sentence;
     std::string csv;
     std::string rows; // as shown() has them
 };
-
-std::string sentenceOf(const ::testing::TestParamInfo<Case>& row)
-{
-    return row.param.sentence;
-}
 
 // "7 a|b|c|d|e|f|g" for each row, in the order of kTextColumns.
 std::string shown(const std::optional<std::vector<TextRow>>& rows)
@@ -46,7 +44,7 @@ std::string shown(const std::optional<std::vector<TextRow>>& rows)
 
 const std::string kHead = "Row,German,English,Spanish,French,Dutch,Polish,Russian\n";
 
-class ParsedTable : public ::testing::TestWithParam<Case>
+class ParsedTable : public ::testing::TestWithParam<TableCase>
 {
 };
 
@@ -57,51 +55,51 @@ TEST_P(ParsedTable, HasTheRowsOfTheFile)
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Cells, ParsedTable, ::testing::Values(
-    Case {"TextsNeedNoQuotes",            kHead + "7,a,b,c,d,e,f,g\n",                             "7 a|b|c|d|e|f|g"},
-    Case {"TextsMayHaveQuotes",           kHead + R"("7","a",b,"c",d,"e",f,"g")" "\n",             "7 a|b|c|d|e|f|g"},
-    Case {"AQuotedTextMayHoldACommaAndALineEnd", kHead + "7,\"a,a\",\"b\nb\",c,d,e,f,\"\n\"\n",    "7 a,a|b\nb|c|d|e|f|\n"},
-    Case {"ALineEndWithinATextIsALineFeed", kHead + "7,\"a \r\n\r\n\",\"\r\",c,d,e,f,g\n",         "7 a \n\n|\r|c|d|e|f|g"},
-    Case {"ADoubledQuoteIsOne",           kHead + R"(7,"""a""","b""b","""""",d,e,f,g)" "\n",       "7 \"a\"|b\"b|\"\"|d|e|f|g"},
-    Case {"BlanksStay",                   kHead + "7, a ,\" b \",c,d,e,f,g \n",                    "7  a | b |c|d|e|f|g "},
-    Case {"TextsMayBeEmpty",              kHead + "7,,\"\",,,,,\n",                                "7 ||||||"},
-    Case {"TextsAreUtf8",                 kHead + "7,ä,b,ñ,é,ë,ł,я\n",                             "7 ä|b|ñ|é|ë|ł|я"}),
+    TableCase {"TextsNeedNoQuotes",            kHead + "7,a,b,c,d,e,f,g\n",                             "7 a|b|c|d|e|f|g"},
+    TableCase {"TextsMayHaveQuotes",           kHead + R"("7","a",b,"c",d,"e",f,"g")" "\n",             "7 a|b|c|d|e|f|g"},
+    TableCase {"AQuotedTextMayHoldACommaAndALineEnd", kHead + "7,\"a,a\",\"b\nb\",c,d,e,f,\"\n\"\n",    "7 a,a|b\nb|c|d|e|f|\n"},
+    TableCase {"ALineEndWithinATextIsALineFeed", kHead + "7,\"a \r\n\r\n\",\"\r\",c,d,e,f,g\n",         "7 a \n\n|\r|c|d|e|f|g"},
+    TableCase {"ADoubledQuoteIsOne",           kHead + R"(7,"""a""","b""b","""""",d,e,f,g)" "\n",       "7 \"a\"|b\"b|\"\"|d|e|f|g"},
+    TableCase {"BlanksStay",                   kHead + "7, a ,\" b \",c,d,e,f,g \n",                    "7  a | b |c|d|e|f|g "},
+    TableCase {"TextsMayBeEmpty",              kHead + "7,,\"\",,,,,\n",                                "7 ||||||"},
+    TableCase {"TextsAreUtf8",                 kHead + "7,ä,b,ñ,é,ë,ł,я\n",                             "7 ä|b|ñ|é|ë|ł|я"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(Lines, ParsedTable, ::testing::Values(
-    Case {"TheLastLineNeedsNoEnd",        kHead + "7,a,b,c,d,e,f,g",                               "7 a|b|c|d|e|f|g"},
-    Case {"TheLastLineNeedsNoEndBehindAQuote", kHead + "7,a,b,c,d,e,f,\"g\"",                      "7 a|b|c|d|e|f|g"},
-    Case {"TheLastTextMayBeEmpty",        kHead + "7,a,b,c,d,e,f,",                                "7 a|b|c|d|e|f|"},
-    Case {"LinesMayEndInCrLf",            "Row,German,English,Spanish,French,Dutch,Polish,Russian\r\n7,a,b,c,d,e,f,g\r\n", "7 a|b|c|d|e|f|g"},
-    Case {"AByteOrderMarkMayGoFirst",     "\xEF\xBB\xBF" + kHead + "7,a,b,c,d,e,f,g\n",            "7 a|b|c|d|e|f|g"},
-    Case {"AByteOrderMarkMayGoBeforeAQuote", "\xEF\xBB\xBF\"Row\",German,English,Spanish,French,Dutch,Polish,Russian\n7,a,b,c,d,e,f,g\n", "7 a|b|c|d|e|f|g"},
-    Case {"RowsComeInTheOrderOfTheFile",  kHead + "8,,,,,,,\n-7,,,,,,,\n",                         "8 ||||||; -7 ||||||"},
-    Case {"ATableMayHaveNoRows",          kHead,                                                   ""}),
+    TableCase {"TheLastLineNeedsNoEnd",        kHead + "7,a,b,c,d,e,f,g",                               "7 a|b|c|d|e|f|g"},
+    TableCase {"TheLastLineNeedsNoEndBehindAQuote", kHead + "7,a,b,c,d,e,f,\"g\"",                      "7 a|b|c|d|e|f|g"},
+    TableCase {"TheLastTextMayBeEmpty",        kHead + "7,a,b,c,d,e,f,",                                "7 a|b|c|d|e|f|"},
+    TableCase {"LinesMayEndInCrLf",            "Row,German,English,Spanish,French,Dutch,Polish,Russian\r\n7,a,b,c,d,e,f,g\r\n", "7 a|b|c|d|e|f|g"},
+    TableCase {"AByteOrderMarkMayGoFirst",     "\xEF\xBB\xBF" + kHead + "7,a,b,c,d,e,f,g\n",            "7 a|b|c|d|e|f|g"},
+    TableCase {"AByteOrderMarkMayGoBeforeAQuote", "\xEF\xBB\xBF\"Row\",German,English,Spanish,French,Dutch,Polish,Russian\n7,a,b,c,d,e,f,g\n", "7 a|b|c|d|e|f|g"},
+    TableCase {"RowsComeInTheOrderOfTheFile",  kHead + "8,,,,,,,\n-7,,,,,,,\n",                         "8 ||||||; -7 ||||||"},
+    TableCase {"ATableMayHaveNoRows",          kHead,                                                   ""}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(Columns, ParsedTable, ::testing::Values(
-    Case {"StandInAnyOrder",              "Russian,Polish,Dutch,French,Spanish,English,German,Row\ng,f,e,d,c,b,a,7\n", "7 a|b|c|d|e|f|g"},
-    Case {"OfOtherHeadingsAreNotLookedAt", "Use,Row,German,English,Spanish,French,Dutch,Polish,Russian,Czech\nx,7,a,b,c,d,e,f,g,y\n", "7 a|b|c|d|e|f|g"},
-    Case {"AreNoneWithoutALine",          "",                                                      "no table"},
-    Case {"NeedTheNumber",                "German,English,Spanish,French,Dutch,Polish,Russian\na,b,c,d,e,f,g\n", "no table"},
-    Case {"NeedEachLanguage",             "Row,German,English,Spanish,French,Dutch,Polish\n7,a,b,c,d,e,f\n", "no table"},
-    Case {"AreFoundByTheExactHeading",    "Row,German,English,Spanish,French,Dutch,Polish,russian\n7,a,b,c,d,e,f,g\n", "no table"}),
+    TableCase {"StandInAnyOrder",              "Russian,Polish,Dutch,French,Spanish,English,German,Row\ng,f,e,d,c,b,a,7\n", "7 a|b|c|d|e|f|g"},
+    TableCase {"OfOtherHeadingsAreNotLookedAt", "Use,Row,German,English,Spanish,French,Dutch,Polish,Russian,Czech\nx,7,a,b,c,d,e,f,g,y\n", "7 a|b|c|d|e|f|g"},
+    TableCase {"AreNoneWithoutALine",          "",                                                      "no table"},
+    TableCase {"NeedTheNumber",                "German,English,Spanish,French,Dutch,Polish,Russian\na,b,c,d,e,f,g\n", "no table"},
+    TableCase {"NeedEachLanguage",             "Row,German,English,Spanish,French,Dutch,Polish\n7,a,b,c,d,e,f\n", "no table"},
+    TableCase {"AreFoundByTheExactHeading",    "Row,German,English,Spanish,French,Dutch,Polish,russian\n7,a,b,c,d,e,f,g\n", "no table"}),
     sentenceOf);
 
 INSTANTIATE_TEST_SUITE_P(Malformed, ParsedTable, ::testing::Values(
-    Case {"AQuoteThatDoesNotEnd",         kHead + "7,a,b,c,d,e,f,\"g\n",                           "no table"},
-    Case {"ADoubledQuoteAtTheEnd",        kHead + "7,a,b,c,d,e,f,\"g\"\"",                         "no table"},
-    Case {"AQuoteWithinAText",            kHead + "7,a,b,c,d,e,f,g\"\n",                           "no table"},
-    Case {"ATextBehindAQuote",            kHead + "7,a,b,c,d,e,f,\"g\"g\n",                        "no table"},
-    Case {"ABlankBehindAQuote",           kHead + "7,a,b,c,d,e,f,\"g\" \n",                        "no table"},
-    Case {"ACarriageReturnAlone",         kHead + "7,a,b,c,d,e,f,g\r8,a,b,c,d,e,f,g",              "no table"},
-    Case {"ACellTooFew",                  kHead + "7,a,b,c,d,e,f\n",                               "no table"},
-    Case {"ACellTooMany",                 kHead + "7,a,b,c,d,e,f,g,\n",                            "no table"},
-    Case {"AnEmptyLine",                  kHead + "\n7,a,b,c,d,e,f,g\n",                           "no table"},
-    Case {"ARowWithoutNumber",            kHead + ",a,b,c,d,e,f,g\n",                              "no table"},
-    Case {"ARowWhoseNumberIsNone",        kHead + "7x,a,b,c,d,e,f,g\n",                            "no table"},
-    Case {"ARowWhoseNumberIsTooLarge",    kHead + "2147483648,a,b,c,d,e,f,g\n",                    "no table"},
-    Case {"ARowThatComesTwice",           kHead + "7,a,b,c,d,e,f,g\n8,,,,,,,\n7,a,b,c,d,e,f,g\n",  "no table"},
-    Case {"AnotherEncoding",              kHead + "7,\xE4,b,c,d,e,f,g\n",                          "no table"}),
+    TableCase {"AQuoteThatDoesNotEnd",         kHead + "7,a,b,c,d,e,f,\"g\n",                           "no table"},
+    TableCase {"ADoubledQuoteAtTheEnd",        kHead + "7,a,b,c,d,e,f,\"g\"\"",                         "no table"},
+    TableCase {"AQuoteWithinAText",            kHead + "7,a,b,c,d,e,f,g\"\n",                           "no table"},
+    TableCase {"ATextBehindAQuote",            kHead + "7,a,b,c,d,e,f,\"g\"g\n",                        "no table"},
+    TableCase {"ABlankBehindAQuote",           kHead + "7,a,b,c,d,e,f,\"g\" \n",                        "no table"},
+    TableCase {"ACarriageReturnAlone",         kHead + "7,a,b,c,d,e,f,g\r8,a,b,c,d,e,f,g",              "no table"},
+    TableCase {"ACellTooFew",                  kHead + "7,a,b,c,d,e,f\n",                               "no table"},
+    TableCase {"ACellTooMany",                 kHead + "7,a,b,c,d,e,f,g,\n",                            "no table"},
+    TableCase {"AnEmptyLine",                  kHead + "\n7,a,b,c,d,e,f,g\n",                           "no table"},
+    TableCase {"ARowWithoutNumber",            kHead + ",a,b,c,d,e,f,g\n",                              "no table"},
+    TableCase {"ARowWhoseNumberIsNone",        kHead + "7x,a,b,c,d,e,f,g\n",                            "no table"},
+    TableCase {"ARowWhoseNumberIsTooLarge",    kHead + "2147483648,a,b,c,d,e,f,g\n",                    "no table"},
+    TableCase {"ARowThatComesTwice",           kHead + "7,a,b,c,d,e,f,g\n8,,,,,,,\n7,a,b,c,d,e,f,g\n",  "no table"},
+    TableCase {"AnotherEncoding",              kHead + "7,\xE4,b,c,d,e,f,g\n",                          "no table"}),
     sentenceOf);
 
 // clang-format on

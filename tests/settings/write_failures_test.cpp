@@ -31,10 +31,10 @@ using Fault = FaultPlan::Fault;
 
 constexpr const char* kOld = "[A]\nKleur=rood\n";
 constexpr const char* kNew = "[A]\nKleur=blauw\n";
-constexpr const char* kNotWritten = "~/tool.ini\n"
-                                    "Setting was not written. \n"
-                                    "Check if ini-file is present and \n"
-                                    "if the file is not read-only\n";
+constexpr const char* kFileNotWritten = "~/tool.ini\n"
+                                        "Setting was not written. \n"
+                                        "Check if ini-file is present and \n"
+                                        "if the file is not read-only\n";
 
 class WriteFailuresTest : public SettingsTest
 {
@@ -86,7 +86,7 @@ protected:
 TEST_F(WriteFailuresTest, AFileThatIsNotThereIsToldAndNotMade)
 {
     EXPECT_FALSE(write(L"blauw"));
-    EXPECT_EQ(boxes(), std::string("~/tool.ini : Ini-file not found: \n") + kNotWritten);
+    EXPECT_EQ(boxes(), std::string("~/tool.ini : Ini-file not found: \n") + kFileNotWritten);
     EXPECT_THAT(services.icons, Each(MessageIcon::stop));
     EXPECT_FALSE(folder.has(L"tool.ini"));
     EXPECT_FALSE(folder.has(L"dummy.tmp"));
@@ -101,7 +101,7 @@ TEST_F(WriteFailuresTest, AFileThatMayNotBeWrittenIsTold)
                     return !write(L"blauw")
                         && boxes()
                         == std::string("~/tool.ini : Could not open file for write \n")
-                            + kNotWritten;
+                            + kFileNotWritten;
                 }).isGood());
     EXPECT_EQ(folder.read(L"tool.ini"), kOld);
     EXPECT_FALSE(folder.has(L"dummy.tmp"));
@@ -116,7 +116,7 @@ TEST_F(WriteFailuresTest, AFolderThatTakesNoFileIsTold)
                     return !write(L"blauw")
                         && boxes()
                         == std::string("~/tool.ini : Could not open file for write \n")
-                            + kNotWritten;
+                            + kFileNotWritten;
                 }).isGood());
     giveToAnyone(L"", 0755);
     EXPECT_EQ(folder.read(L"tool.ini"), kOld);
@@ -132,7 +132,7 @@ TEST_F(WriteFailuresTest, TheTextsNameTheConfigurationFileForAProjectFileToo)
                     return !write(L"blauw", Level::project)
                         && boxes()
                         == std::string("~/tool.ini : Could not open file for write \n")
-                            + kNotWritten;
+                            + kFileNotWritten;
                 }).isGood());
     EXPECT_EQ(folder.read(L"tool.ipr"), kOld);
 }
@@ -144,7 +144,7 @@ TEST_F(WriteFailuresTest, AFullDiskIsToldAndTheNextWriteWorks)
         const FullDisk disk(10);
         EXPECT_FALSE(write(L"blauw"));
     }
-    EXPECT_EQ(boxes(), std::string("~/tool.ini : the disk is full\n") + kNotWritten);
+    EXPECT_EQ(boxes(), std::string("~/tool.ini : the disk is full\n") + kFileNotWritten);
     EXPECT_EQ(folder.read(L"tool.ini"), kOld);
     EXPECT_FALSE(folder.has(L"dummy.tmp"));
     EXPECT_TRUE(write(L"blauw"));
@@ -191,7 +191,8 @@ TEST_F(WriteFailuresTest, ADiskThatIsReallyFullLosesNothing)
                     folder.write(L"tool.ini", kOld);
                     folder.write(L"filler", std::string(kMoreThanAll, 'x'));
                     const bool isRefused = !write(L"blauw")
-                        && boxes() == std::string("~/tool.ini : the disk is full\n") + kNotWritten
+                        && boxes()
+                            == std::string("~/tool.ini : the disk is full\n") + kFileNotWritten
                         && folder.read(L"tool.ini") == kOld && !folder.has(L"dummy.tmp");
                     folder.remove(L"filler");
                     return isRefused && write(L"blauw") && folder.read(L"tool.ini") == kNew;

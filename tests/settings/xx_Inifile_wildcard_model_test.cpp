@@ -1,11 +1,13 @@
 #include "inifile/InifileTest.h"
 #include "inifile/drawing_settings.h"
 #include "platform/text.h"
+#include "support/row_names.h"
 #include <corma/texts.h>
 #include <corma/xx_Var.h>
 
 using corma::testing::Ini;
 using corma::testing::InifileTest;
+using corma::testing::sentenceOf;
 
 namespace {
 
@@ -80,11 +82,6 @@ TEST_P(ModelPattern, GivesItsPairs)
     EXPECT_EQ(status, GetParam().status);
     EXPECT_TRUE(services.boxes.empty());
     EXPECT_EQ(services.allPrinted(), L"");
-}
-
-std::string sentenceOf(const ::testing::TestParamInfo<PatternRow>& row)
-{
-    return row.param.sentence;
 }
 
 INSTANTIATE_TEST_SUITE_P(

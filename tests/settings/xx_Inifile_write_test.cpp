@@ -4,6 +4,7 @@
 #include "platform/platform.h"
 #include "platform/text.h"
 #include "support/RefusedCalls.h"
+#include "support/row_names.h"
 #include <corma/xx_Var.h>
 
 #include <cerrno>
@@ -13,6 +14,7 @@ using corma::platform::SystemCall;
 using corma::testing::Ini;
 using corma::testing::InifileTest;
 using corma::testing::RefusedCalls;
+using corma::testing::sentenceOf;
 using corma::testing::settingsOfDrawing;
 using namespace std::string_literals;
 
@@ -97,8 +99,6 @@ TEST_P(PlainWrite, GivesTheText)
     EXPECT_EQ(folder.names(), "tool.ini");
     expectSilence();
 }
-
-const auto sentenceOf = [](const auto& row) { return std::string(row.param.sentence); };
 
 INSTANTIATE_TEST_SUITE_P(
     Value, PlainWrite,

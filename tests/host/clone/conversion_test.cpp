@@ -6,12 +6,13 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-using namespace corma::host;
+namespace corma::host {
+
+namespace {
+
 using enum DrawingVersion;
 using corma::toUtf8;
 using corma::testing::dxfText;
-
-namespace {
 
 Groups groupsFrom(std::string_view lines)
 {
@@ -154,7 +155,7 @@ INSTANTIATE_TEST_SUITE_P(Older, Conversion, ::testing::Values(
 
 // clang-format on
 
-struct RefusalRow
+struct ConversionRefusalRow
 {
     const char* sentence;
     Versions versions;
@@ -163,11 +164,11 @@ struct RefusalRow
     const wchar_t* message;
 };
 
-class Refusal : public ::testing::TestWithParam<RefusalRow>
+class ConversionRefusal : public ::testing::TestWithParam<ConversionRefusalRow>
 {
 };
 
-TEST_P(Refusal, TellsWhy)
+TEST_P(ConversionRefusal, TellsWhy)
 {
     Groups groups = groupsFrom(inLines(GetParam().groups));
     const CloneFailure failure = convertRecord(groups, RecordKind::entity, GetParam().versions);
@@ -176,31 +177,33 @@ TEST_P(Refusal, TellsWhy)
 }
 
 // clang-format off
-INSTANTIATE_TEST_SUITE_P(Conversion, Refusal, ::testing::Values(
-    RefusalRow {"OfAProxy", {r2000, r2000}, "0 ACAD_PROXY_OBJECT, 100 AcDbProxyObject",
+INSTANTIATE_TEST_SUITE_P(Conversion, ConversionRefusal, ::testing::Values(
+    ConversionRefusalRow {"OfAProxy", {r2000, r2000}, "0 ACAD_PROXY_OBJECT, 100 AcDbProxyObject",
         Acad::eNotImplementedYet,
         L"Cannot clone a record of type ACAD_PROXY_OBJECT: its content is not understood."},
-    RefusalRow {"OfARecordWithoutAType", {r2000, r2000}, "0 , 5 1", Acad::eNotImplementedYet,
+    ConversionRefusalRow {"OfARecordWithoutAType", {r2000, r2000}, "0 , 5 1", Acad::eNotImplementedYet,
         L"Cannot clone a record of type : its content is not understood."},
-    RefusalRow {"OfASolidWhoseShapeStandsElsewhere", {r2013, r2013}, "0 3DSOLID, 100 AcDbEntity",
+    ConversionRefusalRow {"OfASolidWhoseShapeStandsElsewhere", {r2013, r2013}, "0 3DSOLID, 100 AcDbEntity",
         Acad::eNotImplementedYet,
         L"Cannot clone a record of type 3DSOLID: from R2013 on its shape stands in another section of the drawing."},
-    RefusalRow {"OfATypeThatComesLater", {r2018, r2004}, "0 MESH, 100 AcDbEntity",
+    ConversionRefusalRow {"OfATypeThatComesLater", {r2018, r2004}, "0 MESH, 100 AcDbEntity",
         Acad::eInvalidDwgVersion,
         L"Cannot clone a record of type MESH into a drawing of version R2004: that version does not have it."},
-    RefusalRow {"OfAnAttributeOfSeveralLines", {r2018, r2000}, "0 ATTRIB, 100 AcDbEntity, 8 0, 100 AcDbText, 1 a, 100 AcDbAttribute, 2 T, 101 Embedded Object, 71 0",
+    ConversionRefusalRow {"OfAnAttributeOfSeveralLines", {r2018, r2000}, "0 ATTRIB, 100 AcDbEntity, 8 0, 100 AcDbText, 1 a, 100 AcDbAttribute, 2 T, 101 Embedded Object, 71 0",
         Acad::eInvalidDwgVersion,
         L"Cannot clone a record of type ATTRIB into a drawing of version R2000: it has a text in several lines or columns."},
-    RefusalRow {"OfColumns", {r2018, r2000}, "0 MTEXT, 100 AcDbEntity, 8 0, 100 AcDbMText, 1 a, 101 Embedded Object, 71 2",
+    ConversionRefusalRow {"OfColumns", {r2018, r2000}, "0 MTEXT, 100 AcDbEntity, 8 0, 100 AcDbMText, 1 a, 101 Embedded Object, 71 2",
         Acad::eInvalidDwgVersion,
         L"Cannot clone a record of type MTEXT into a drawing of version R2000: it has a text in several lines or columns."},
-    RefusalRow {"OfALinetypeWithShapes", {r2000, r12}, "0 LTYPE, 100 AcDbLinetypeTableRecord, 2 A, 49 1, 74 4, 340 5",
+    ConversionRefusalRow {"OfALinetypeWithShapes", {r2000, r12}, "0 LTYPE, 100 AcDbLinetypeTableRecord, 2 A, 49 1, 74 4, 340 5",
         Acad::eInvalidDwgVersion,
         L"Cannot clone a record of type LTYPE into a drawing of version R12: its dashes have texts or shapes."},
-    RefusalRow {"OfAViewportOfAnotherForm", {r14, r2000}, "0 VIEWPORT, 100 AcDbEntity, 8 0",
+    ConversionRefusalRow {"OfAViewportOfAnotherForm", {r14, r2000}, "0 VIEWPORT, 100 AcDbEntity, 8 0",
         Acad::eInvalidDwgVersion,
         L"Cannot clone a record of type VIEWPORT into a drawing of version R2000: viewports of R14 have another form."}),
     [](const auto& row) { return row.param.sentence; });
 // clang-format on
 
 } // namespace
+
+} // namespace corma::host

@@ -2,11 +2,12 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
-using corma::testing::Clone;
-using corma::testing::CloneDrawing;
+namespace corma::host {
 
 namespace {
+
+using corma::testing::Clone;
+using corma::testing::CloneDrawing;
 
 TEST_F(Clone, ABlockKeepsItsOrderOfDrawing)
 {
@@ -179,3 +180,5 @@ TEST_F(Clone, ALongPolylineKeepsTheOrderOfItsVertices)
 }
 
 } // namespace
+
+} // namespace corma::host

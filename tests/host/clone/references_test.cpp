@@ -4,12 +4,13 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
-using corma::testing::dxfText;
+namespace corma::host {
 
 namespace {
 
-const char* nameOf(Reference::Kind kind)
+using corma::testing::dxfText;
+
+const char* kindName(Reference::Kind kind)
 {
     switch (kind) {
     case Reference::Kind::name:
@@ -51,7 +52,8 @@ TEST_P(References, AreFoundByCodeAndPlace)
     for (const Reference& reference : referencesOf(groups, GetParam().kind)) {
         const bool isName = reference.kind == Reference::Kind::name;
         told += (told.empty() ? "" : ", ") + std::to_string(groups[reference.at].code) + ' '
-            + (isName ? std::string(corma::host::nameOf(reference.table)) : nameOf(reference.kind));
+            + (isName ? std::string(corma::host::nameOf(reference.table))
+                      : kindName(reference.kind));
     }
     EXPECT_EQ(told, GetParam().references);
 }
@@ -95,3 +97,5 @@ INSTANTIATE_TEST_SUITE_P(Of, References, ::testing::Values(
 // clang-format on
 
 } // namespace
+
+} // namespace corma::host

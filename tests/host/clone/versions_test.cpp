@@ -3,11 +3,12 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
-using corma::testing::Clone;
-using corma::testing::CloneDrawing;
+namespace corma::host {
 
 namespace {
+
+using corma::testing::Clone;
+using corma::testing::CloneDrawing;
 
 // Between drawings of different versions.
 
@@ -214,3 +215,5 @@ TEST_F(Clone, ArrowsAreNamedUpToR14AndPointedAtFromR2000On)
 }
 
 } // namespace
+
+} // namespace corma::host

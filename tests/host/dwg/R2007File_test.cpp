@@ -74,7 +74,7 @@ Sample sample()
     return made;
 }
 
-std::wstring troubleOf(const std::string& bytes)
+std::wstring messageOf(const std::string& bytes)
 {
     const auto read = readContainer(textContent(bytes), L"a.dwg");
     const auto* const trouble = std::get_if<ReadResult>(&read);
@@ -117,29 +117,29 @@ TEST(R2007Container, EachDamageIsNamed)
 {
     Sample made = sample();
     ++made.sections[0].pages[0].checksum;
-    EXPECT_TRUE(has(troubleOf(made.bytes()), L"a page has a wrong checksum"));
+    EXPECT_TRUE(has(messageOf(made.bytes()), L"a page has a wrong checksum"));
     made = sample();
     made.sections[1].pages[0].id = 77;
-    EXPECT_TRUE(has(troubleOf(made.bytes()), L"a page lies outside the file"));
+    EXPECT_TRUE(has(messageOf(made.bytes()), L"a page lies outside the file"));
     made = sample();
     made.sections[1].pages[0].dataSize = 100000;
-    EXPECT_TRUE(has(troubleOf(made.bytes()), L"a page is longer than the file or its section"));
+    EXPECT_TRUE(has(messageOf(made.bytes()), L"a page is longer than the file or its section"));
     made = sample();
     made.sections[2].size = std::uint64_t {1} << 50U;
-    EXPECT_TRUE(has(troubleOf(made.bytes()), L"a section cannot be as long as it says"));
+    EXPECT_TRUE(has(messageOf(made.bytes()), L"a section cannot be as long as it says"));
     made = sample();
     made.sections[3].name = "AcDb:Objects";
-    EXPECT_TRUE(has(troubleOf(made.bytes()), L"the section AcDb:AcDbObjects is missing"));
+    EXPECT_TRUE(has(messageOf(made.bytes()), L"the section AcDb:AcDbObjects is missing"));
     made = sample();
     made.sections[3].pages.assign(5000, made.sections[3].pages[0]);
-    EXPECT_TRUE(has(troubleOf(made.bytes()), L"a section has more pages than the file"));
+    EXPECT_TRUE(has(messageOf(made.bytes()), L"a section has more pages than the file"));
 }
 
 TEST(R2007Container, ACutFileIsRefused)
 {
     const std::string bytes = sample().bytes();
     for (std::size_t size = 6; size + 16 < bytes.size(); size += 13) {
-        const std::wstring trouble = troubleOf(bytes.substr(0, size));
+        const std::wstring trouble = messageOf(bytes.substr(0, size));
         // The page map stands at the end, with parity that is not read.
         EXPECT_TRUE(trouble.starts_with(L"a.dwg, byte ")) << size;
     }
@@ -152,7 +152,7 @@ TEST(R2007Container, ChangedBytesAreReadOrRefused)
     for (std::size_t at = 6; at < bytes.size(); at += 9) {
         std::string changed = bytes;
         changed[at] = static_cast<char>(random());
-        const std::wstring trouble = troubleOf(changed);
+        const std::wstring trouble = messageOf(changed);
         EXPECT_TRUE(trouble.empty() || trouble.starts_with(L"a.dwg")) << at;
     }
 }

@@ -12,6 +12,10 @@
 
 namespace corma::host::dwg {
 
+/// Why a test of real drawings is skipped.
+inline constexpr const char* kNoSamples
+    = "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
+
 /// A real drawing, taken apart.
 struct SampleFile
 {

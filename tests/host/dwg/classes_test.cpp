@@ -40,8 +40,6 @@ INSTANTIATE_TEST_SUITE_P(Versions, DwgClasses,
                              return "AC" + std::to_string(static_cast<int>(row.param));
                          });
 
-} // namespace
-
 TEST_P(DwgClasses, ComeBackFromTheirSection)
 {
     const FileForm made = form();
@@ -109,7 +107,7 @@ TEST(DwgClassSamples, ComeBackToTheSameBytes)
 {
     const auto files = sampleDwgFiles();
     if (files.empty()) {
-        GTEST_SKIP() << "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
+        GTEST_SKIP() << kNoSamples;
     }
     for (const auto& path : files) {
         const SampleFile file(path);
@@ -119,5 +117,7 @@ TEST(DwgClassSamples, ComeBackToTheSameBytes)
         EXPECT_EQ(encodeClasses(*classes, file.form, section) == section, true) << path;
     }
 }
+
+} // namespace
 
 } // namespace corma::host::dwg

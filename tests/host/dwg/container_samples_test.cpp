@@ -21,7 +21,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string bytesOf(const fs::path& path)
+std::string fileBytes(const fs::path& path)
 {
     const auto content = platform::readFile(path.native());
     return content ? std::string(content->view()) : std::string();
@@ -36,7 +36,8 @@ std::vector<fs::path> sectionedDrawings()
         return found;
     }
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.path().extension() == ".dwg" && bytesOf(entry.path()).substr(0, 6) >= "AC1018") {
+        if (entry.path().extension() == ".dwg"
+            && fileBytes(entry.path()).substr(0, 6) >= "AC1018") {
             found.push_back(entry.path());
         }
     }
@@ -44,7 +45,7 @@ std::vector<fs::path> sectionedDrawings()
     return found;
 }
 
-class ContainerSamples : public testing::Test
+class ContainerSamples : public ::testing::Test
 {
 protected:
     void SetUp() override
@@ -60,7 +61,7 @@ protected:
     std::vector<fs::path> m_drawings;
 };
 
-std::unique_ptr<Container> readBytes(std::string_view bytes)
+std::unique_ptr<Container> containerOf(std::string_view bytes)
 {
     auto read = readContainer(textContent(bytes), L"a.dwg");
     if (const auto* const trouble = std::get_if<ReadResult>(&read)) {
@@ -121,7 +122,7 @@ TEST_F(ContainerSamples, EachObjectHasTheChecksumBehindIt)
 {
     for (const fs::path& path : m_drawings) {
         SCOPED_TRACE(path);
-        const auto container = readBytes(bytesOf(path));
+        const auto container = containerOf(fileBytes(path));
         ASSERT_NE(container, nullptr);
         const Parts& parts = container->parts();
         EXPECT_TRUE(parts.header.starts_with("\xCF\x7B\x1F\x23"));
@@ -177,8 +178,8 @@ TEST_F(ContainerSamples, WritingWhatWasReadChangesNoPartAndNoOtherSection)
 {
     for (const fs::path& path : m_drawings) {
         SCOPED_TRACE(path);
-        const std::string former = bytesOf(path);
-        const auto container = readBytes(former);
+        const std::string former = fileBytes(path);
+        const auto container = containerOf(former);
         ASSERT_NE(container, nullptr);
         if (container->canWrite() != Acad::eOk) {
             EXPECT_EQ(container->canWrite(), Acad::eNotImplementedYet);
@@ -194,7 +195,7 @@ TEST_F(ContainerSamples, WritingWhatWasReadChangesNoPartAndNoOtherSection)
             bytes += piece;
             return true;
         }));
-        const auto again = readBytes(bytes);
+        const auto again = containerOf(bytes);
         ASSERT_NE(again, nullptr);
         EXPECT_TRUE(again->parts().header == parts.header);
         EXPECT_TRUE(again->parts().classes == parts.classes);
@@ -226,7 +227,7 @@ TEST_F(ContainerSamples, CutOnesAreReadOrRefused)
     constexpr std::size_t kPlaces = 60;
     for (const fs::path& path : m_drawings) {
         SCOPED_TRACE(path);
-        const std::string bytes = bytesOf(path);
+        const std::string bytes = fileBytes(path);
         for (std::size_t i = 0; i < kPlaces; ++i) {
             checkDamaged(bytes.substr(0, 6 + i * (bytes.size() - 6) / kPlaces));
         }
@@ -239,7 +240,7 @@ TEST_F(ContainerSamples, OnesWithChangedBitsAreReadOrRefused)
     std::mt19937 random(1);
     for (const fs::path& path : m_drawings) {
         SCOPED_TRACE(path);
-        const std::string bytes = bytesOf(path);
+        const std::string bytes = fileBytes(path);
         for (int i = 0; i < kPlaces; ++i) {
             // Half of them where the file tells how it is built.
             const std::size_t most = i % 2 == 0 ? bytes.size() : 0x500;

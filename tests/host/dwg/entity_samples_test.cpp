@@ -25,9 +25,6 @@ namespace fs = std::filesystem;
 
 constexpr unsigned kBlock = 0x04;
 
-constexpr const char* kNoSamples
-    = "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
-
 // A SHAPE is left out: bits have the number of its form, groups the name, which only the file of
 // the forms tells.
 const std::set<std::string, std::less<>>& understoodTypes()
@@ -48,9 +45,9 @@ std::string shown(const Group& group)
 }
 
 /// A real drawing in a store.
-struct DwgDrawing
+struct SampleDrawing
 {
-    explicit DwgDrawing(const fs::path& file)
+    explicit SampleDrawing(const fs::path& file)
         : path(file)
         , result(readDrawing(*platform::readFile(file.native()), file.wstring(), store))
     {
@@ -85,7 +82,7 @@ struct DwgDrawing
 };
 
 // What bits say of the place of a record.
-Surroundings surroundingsOf(const Record& record)
+Surroundings surroundingsInBits(const Record& record)
 {
     Surroundings around;
     around.space = static_cast<Surroundings::Space>(record.frame().space);
@@ -120,7 +117,7 @@ bool isEmpty(const Group& group)
 
 /// Groups that one of two records has and the other has not; those that say nothing are left out,
 /// and so is what stands ahead of the fields of the type.
-std::vector<Group> differences(const Groups& ours, const Groups& theirs)
+std::vector<Group> unsharedGroups(const Groups& ours, const Groups& theirs)
 {
     const auto isFirst = [](const Group& group) { return group.code == code::subclass; };
     const auto ownBegin = [&](const Groups& groups) {
@@ -211,10 +208,10 @@ protected:
     }
 
     static void
-    eachRecord(const std::function<void(const DwgDrawing&, const AcDbStub&, Record&)>& take)
+    eachRecord(const std::function<void(const SampleDrawing&, const AcDbStub&, Record&)>& take)
     {
         for (const fs::path& path : sampleDwgFiles()) {
-            const DwgDrawing drawing(path);
+            const SampleDrawing drawing(path);
             ASSERT_EQ(drawing.result.status, Acad::eOk) << path;
             drawing.eachRecord([&](const AcDbStub& stub, std::string_view /*type*/) {
                 auto record = drawing.format().recordOf(stub);
@@ -225,12 +222,10 @@ protected:
     }
 };
 
-} // namespace
-
 TEST_F(DwgEntitySamples, EachRecordIsUnderstood)
 {
     std::size_t count = 0;
-    eachRecord([&](const DwgDrawing& drawing, const AcDbStub& stub, const Record& record) {
+    eachRecord([&](const SampleDrawing& drawing, const AcDbStub& stub, const Record& record) {
         EXPECT_EQ(record.depth(), Record::Depth::all) << drawing.nameOf(stub);
         ++count;
     });
@@ -239,11 +234,11 @@ TEST_F(DwgEntitySamples, EachRecordIsUnderstood)
 
 TEST_F(DwgEntitySamples, ARecordThatIsWrittenFromItsOwnGroupsKeepsItsBits)
 {
-    eachRecord([](const DwgDrawing& drawing, const AcDbStub& stub, Record& record) {
+    eachRecord([](const SampleDrawing& drawing, const AcDbStub& stub, Record& record) {
         const StoreNames names(const_cast<Store&>(drawing.store));
         Groups groups;
         record.toGroups(names, groups);
-        const auto trouble = record.fromGroups(names, groups, surroundingsOf(record));
+        const auto trouble = record.fromGroups(names, groups, surroundingsInBits(record));
         EXPECT_FALSE(trouble) << drawing.nameOf(stub) << toUtf8(trouble.value_or(L""));
         EXPECT_EQ(record.bytes(), drawing.format().bytesOf(stub)) << drawing.nameOf(stub);
     });
@@ -251,7 +246,7 @@ TEST_F(DwgEntitySamples, ARecordThatIsWrittenFromItsOwnGroupsKeepsItsBits)
 
 TEST_F(DwgEntitySamples, ANewRecordHasTheGroupsThatItWasMadeOf)
 {
-    eachRecord([](const DwgDrawing& drawing, const AcDbStub& stub, const Record& record) {
+    eachRecord([](const SampleDrawing& drawing, const AcDbStub& stub, const Record& record) {
         const DwgFormat& format = drawing.format();
         const StoreNames names(const_cast<Store&>(drawing.store));
         Groups groups;
@@ -261,7 +256,7 @@ TEST_F(DwgEntitySamples, ANewRecordHasTheGroupsThatItWasMadeOf)
         }
         ASSERT_EQ(format.types().numberFor(groups), record.type()) << drawing.nameOf(stub);
         Record made(format.form(), format.types(), record.type());
-        const auto trouble = made.fromGroups(names, groups, surroundingsOf(record));
+        const auto trouble = made.fromGroups(names, groups, surroundingsInBits(record));
         EXPECT_FALSE(trouble) << drawing.nameOf(stub) << toUtf8(trouble.value_or(L""));
         const std::string bytes = made.bytes();
         const auto read = Record::read(bytes, format.form(), format.types());
@@ -282,7 +277,7 @@ TEST_F(DwgEntitySamples, GroupsAreThoseOfTheSameDrawingInDxf)
         if (!twin) {
             continue;
         }
-        const DwgDrawing drawing(path);
+        const SampleDrawing drawing(path);
         const DxfDrawing other(platform::readFile(twin->native())->view(), twin->wstring());
         drawing.eachRecord([&](const AcDbStub& stub, std::string_view type) {
             const AcDbStub* const same = other.store.find(stub.handle);
@@ -291,7 +286,7 @@ TEST_F(DwgEntitySamples, GroupsAreThoseOfTheSameDrawingInDxf)
             }
             const Groups ours = drawing.format().decode(stub);
             const Groups theirs = other.format().decode(*same);
-            for (const Group& group : differences(ours, theirs)) {
+            for (const Group& group : unsharedGroups(ours, theirs)) {
                 EXPECT_TRUE(isKnown(type, group.code))
                     << drawing.nameOf(stub) << " " << shown(group);
             }
@@ -300,5 +295,7 @@ TEST_F(DwgEntitySamples, GroupsAreThoseOfTheSameDrawingInDxf)
     }
     EXPECT_GT(count, 0U);
 }
+
+} // namespace
 
 } // namespace corma::host::dwg

@@ -200,8 +200,6 @@ protected:
     FileForm m_form = formOf(version());
 };
 
-} // namespace
-
 TEST_P(EntityTypes, ANewRecordHasTheGroupsThatItWasMadeOf)
 {
     EXPECT_EQ(m_types.numberFor(groups()), tested().number);
@@ -261,8 +259,6 @@ TEST_P(EntityTypes, ADamagedRecordIsReadWithoutHarm)
         }
     }
 }
-
-namespace {
 
 std::vector<Case> simpleCases()
 {

@@ -76,8 +76,6 @@ Group valueOf(const Groups& groups, std::wstring_view name)
     return {};
 }
 
-} // namespace
-
 TEST_P(DwgHeader, NewVariablesComeBackFromTheirSection)
 {
     const FileForm made = form();
@@ -196,7 +194,7 @@ TEST(DwgHeaderSamples, ComeBackToTheSameBytes)
 {
     const auto files = sampleDwgFiles();
     if (files.empty()) {
-        GTEST_SKIP() << "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
+        GTEST_SKIP() << kNoSamples;
     }
     for (const auto& path : files) {
         SCOPED_TRACE(path.filename().string());
@@ -219,7 +217,7 @@ TEST(DwgHeaderSamples, HaveTheVariablesOfTheDxfFile)
 {
     const std::filesystem::path folder = CORMA_SAMPLE_DRAWINGS;
     if (folder.empty()) {
-        GTEST_SKIP() << "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
+        GTEST_SKIP() << kNoSamples;
     }
     const std::set<std::wstring_view> elsewhere = {L"$LASTSAVEDBY", L"$MEASUREMENT", L"$CMLSTYLE"};
     const std::set<std::wstring_view> changing
@@ -259,5 +257,7 @@ TEST(DwgHeaderSamples, HaveTheVariablesOfTheDxfFile)
     }
     EXPECT_GT(compared, 230);
 }
+
+} // namespace
 
 } // namespace corma::host::dwg

@@ -11,7 +11,7 @@ namespace {
 using Decompress = std::optional<std::size_t> (*)(std::string_view, std::span<char>);
 
 // Two digits are a byte, anything between quotes is itself.
-std::string bytesOf(std::string_view form)
+std::string bytesFrom(std::string_view form)
 {
     constexpr int kHexadecimal = 16;
     std::string bytes;
@@ -49,21 +49,21 @@ std::string repeated(std::string_view text, std::size_t size)
     return all;
 }
 
-struct Row
+struct StreamRow
 {
     const char* sentence;
     const char* stream;
     std::string expected;
 };
 
-std::string sentenceOf(const testing::TestParamInfo<Row>& row)
+std::string sentenceOf(const ::testing::TestParamInfo<StreamRow>& row)
 {
     return row.param.sentence;
 }
 
-void checkRow(Decompress decompress, const Row& row)
+void checkRow(Decompress decompress, const StreamRow& row)
 {
-    const std::string stream = bytesOf(row.stream);
+    const std::string stream = bytesFrom(row.stream);
     const std::size_t size = row.expected.size();
     constexpr std::size_t kMore = 40;
     EXPECT_EQ(decompressed(decompress, stream, size), row.expected);
@@ -71,7 +71,7 @@ void checkRow(Decompress decompress, const Row& row)
     EXPECT_EQ(decompressed(decompress, stream, size - 1), "none");
 }
 
-class PageStream : public testing::TestWithParam<Row>
+class PageStream : public ::testing::TestWithParam<StreamRow>
 {
 };
 
@@ -83,7 +83,7 @@ TEST_P(PageStream, Decompresses)
 const std::string kTwenty = "abcdefghijklmnopqrst";
 
 // clang-format off
-const Row pageRows[] = {
+const StreamRow pageRows[] = {
     {"ARunOfFourBytes",              "01 'abcd' 11",                          "abcd"},
     {"ARunOf18Bytes",                "0F 'abcdefghijklmnopqr' 11",            "abcdefghijklmnopqr"},
     {"ALongRun",                     "00 02 'abcdefghijklmnopqrst' 11",       kTwenty},
@@ -104,14 +104,14 @@ const Row pageRows[] = {
 
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Rows, PageStream, testing::ValuesIn(pageRows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(Rows, PageStream, ::testing::ValuesIn(pageRows), sentenceOf);
 
 TEST(PageStream, FarBytesComeFromBehindTheReachOfOthers)
 {
     constexpr std::size_t kFarthest = 0x4000; // of the other kinds
-    std::string stream = bytesOf("05 'abcdefgh' 20");
-    stream += std::string(64, '\0') + bytesOf("17 00 00"); // 16376 times the last byte
-    stream += bytesOf("12 00 00 10 01 00 00 11"); // four and ten bytes from kFarthest
+    std::string stream = bytesFrom("05 'abcdefgh' 20");
+    stream += std::string(64, '\0') + bytesFrom("17 00 00"); // 16376 times the last byte
+    stream += bytesFrom("12 00 00 10 01 00 00 11"); // four and ten bytes from kFarthest
     const std::string expected
         = "abcdefgh" + std::string(kFarthest - 8, 'h') + "abcd" + "efghhhhhhh";
     EXPECT_TRUE(decompressed(decompressPage, stream, expected.size()) == expected);
@@ -137,7 +137,7 @@ TEST(PageStream, ADamagedOneGivesNothing)
     };
     for (const char* const stream : streams) {
         constexpr std::size_t kRoom = 2000;
-        EXPECT_EQ(decompressed(decompressPage, bytesOf(stream), kRoom), "none") << stream;
+        EXPECT_EQ(decompressed(decompressPage, bytesFrom(stream), kRoom), "none") << stream;
     }
 }
 
@@ -208,7 +208,7 @@ TEST(CompressPage, WhatDoesNotRepeatBecomesLittleLonger)
     EXPECT_LT(compressPage(randomBytes(kPage, kAll, random)).size(), kPage + kPage / 100);
 }
 
-class R2007Stream : public testing::TestWithParam<Row>
+class R2007Stream : public ::testing::TestWithParam<StreamRow>
 {
 };
 
@@ -220,7 +220,7 @@ TEST_P(R2007Stream, Decompresses)
 const std::string kAlphabet = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMN";
 
 // clang-format off
-const Row r2007Rows[] = {
+const StreamRow r2007Rows[] = {
     {"ARunOf8Bytes",           "00 'abcdefgh'",                                      kAlphabet.substr(0, 8)},
     {"ARunOf9Bytes",           "01 'bcdefghia'",                                     kAlphabet.substr(0, 9)},
     {"ARunOf11Bytes",          "03 'kcdefghijba'",                                   kAlphabet.substr(0, 11)},
@@ -248,12 +248,12 @@ const Row r2007Rows[] = {
 
 // clang-format on
 
-INSTANTIATE_TEST_SUITE_P(Rows, R2007Stream, testing::ValuesIn(r2007Rows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(Rows, R2007Stream, ::testing::ValuesIn(r2007Rows), sentenceOf);
 
 TEST(R2007Stream, ALongRunGoesOnInPairsOfBytes)
 {
     constexpr std::size_t kSize = 0x17 + 0xFF + 0xFFFF + 2;
-    const std::string stream = bytesOf("0F FF FF FF 02 00") + std::string(kSize, 'x');
+    const std::string stream = bytesFrom("0F FF FF FF 02 00") + std::string(kSize, 'x');
     EXPECT_EQ(decompressed(decompressR2007Page, stream, kSize), std::string(kSize, 'x'));
 }
 
@@ -271,7 +271,7 @@ TEST(R2007Stream, ADamagedOneGivesNothing)
     };
     for (const char* const stream : streams) {
         constexpr std::size_t kRoom = 2000;
-        EXPECT_EQ(decompressed(decompressR2007Page, bytesOf(stream), kRoom), "none") << stream;
+        EXPECT_EQ(decompressed(decompressR2007Page, bytesFrom(stream), kRoom), "none") << stream;
     }
 }
 

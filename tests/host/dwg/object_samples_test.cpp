@@ -18,9 +18,6 @@ namespace {
 using corma::testing::described;
 using corma::testing::DxfDrawing;
 
-constexpr const char* kNoSamples
-    = "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
-
 const std::set<std::string_view> kTypes = {"TABLE",
                                            "BLOCK_RECORD",
                                            "LAYER",
@@ -92,7 +89,7 @@ bool areEqual(const Groups& a, const Groups& b)
 }
 
 /// The DXF file of the same drawing.
-std::filesystem::path twinOf(std::filesystem::path path)
+std::filesystem::path dxfPathOf(std::filesystem::path path)
 {
     return path.replace_extension(".dxf");
 }
@@ -169,7 +166,7 @@ TEST(DwgObjectSamples, RecordsHaveTheGroupsOfTheDxfFile)
         const std::filesystem::path folder = CORMA_SAMPLE_DRAWINGS;
         const SampleFile file(folder / (std::string(name) + ".dwg"));
         const SampleNames names(file);
-        const auto content = platform::readFile(twinOf(file.path).native());
+        const auto content = platform::readFile(dxfPathOf(file.path).native());
         ASSERT_TRUE(content);
         const DxfDrawing twin(content->view());
         int compared = 0;

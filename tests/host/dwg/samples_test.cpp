@@ -10,13 +10,6 @@
 
 namespace corma::host::dwg {
 
-namespace {
-
-constexpr const char* kNoSamples
-    = "no folder of real drawings: configure with -DCORMA_SAMPLE_DRAWINGS=FOLDER";
-
-} // namespace
-
 TEST(DwgSamples, EveryRecordHasAFrameThatIsUnderstood)
 {
     const auto files = sampleDwgFiles();

@@ -5,7 +5,7 @@
 namespace corma::host::dxf {
 namespace {
 
-struct Row
+struct PageRow
 {
     const char* test;
     const char* name; // in $DWGCODEPAGE
@@ -13,13 +13,13 @@ struct Row
     const wchar_t* text;
 };
 
-class NamedPage : public ::testing::TestWithParam<Row>
+class NamedPage : public ::testing::TestWithParam<PageRow>
 {
 };
 
 TEST_P(NamedPage, TurnsBytesIntoTextAndBack)
 {
-    const Row& row = GetParam();
+    const PageRow& row = GetParam();
     const CodePage page = CodePage::named(row.name);
     EXPECT_EQ(page.decode(row.bytes), row.text);
     std::string bytes;
@@ -32,35 +32,41 @@ TEST_P(NamedPage, TurnsBytesIntoTextAndBack)
 INSTANTIATE_TEST_SUITE_P(
     CodePage, NamedPage,
     ::testing::Values(
-        Row {"Ansi874", "ANSI_874", "a\xA1", L"aก"},
-        Row {"Ansi932", "ANSI_932", "\x95\x5C\\\xB1", L"表\\ｱ"},
-        Row {"Dos932", "dos932", "\x95\x5C", L"表"},
-        Row {"AnsiSlashDos932", "ANSI/dos932", "\x95\x5C", L"表"},
-        Row {"Ansi936", "ANSI_936", "\xD6\xD0", L"中"}, Row {"Gb2312", "gb2312", "\xD6\xD0", L"中"},
-        Row {"Ansi949", "ANSI_949", "\xC7\xD1", L"한"},
-        Row {"Ksc5601", "ksc5601", "\xC7\xD1", L"한"},
-        Row {"Ansi950", "ANSI_950", "\xA4\xA4", L"中"}, Row {"Big5", "BIG5", "\xA4\xA4", L"中"},
-        Row {"Ansi1250", "ANSI_1250", "\xE8\x80", L"č€"},
-        Row {"Ansi1251", "ANSI_1251", "\xCF", L"П"},
-        Row {"Ansi1252", "ANSI_1252", "\xE9\x80", L"é€"},
-        Row {"InSmallLetters", "ansi_1252", "\xE9", L"é"},
-        Row {"Ansi1253", "ANSI_1253", "\xE1", L"α"}, Row {"Ansi1254", "ANSI_1254", "\xFE", L"ş"},
-        Row {"Ansi1255", "ANSI_1255", "\xE0", L"א"}, Row {"Ansi1256", "ANSI_1256", "\xC8", L"ب"},
-        Row {"Ansi1257", "ANSI_1257", "\xE0", L"ą"}, Row {"Ansi1258", "ANSI_1258", "\xD0", L"Đ"},
-        Row {"Dos437", "dos437", "\x82", L"é"}, Row {"Dos850", "DOS850", "\x9B", L"ø"},
-        Row {"Dos852", "dos852", "\x9F", L"č"}, Row {"Dos866", "dos866", "\x8F", L"П"},
-        Row {"Dos864", "dos864", "\xB3\xE1", L"٣\xFED3"},
-        Row {"MacRoman", "MAC-ROMAN", "\x8E\xDB", L"é€"},
-        Row {"MacRomanWithoutAHyphen", "mac_roman", "\x8E", L"é"},
-        Row {"Iso1", "ISO8859_1", "\xE9", L"é"}, Row {"Iso2", "ISO8859-2", "\xB1", L"ą"},
-        Row {"Iso5", "iso8859_5", "\xBF", L"П"}, Row {"Iso9", "ISO8859_9", "\xFE", L"ş"},
-        Row {"Ascii", "ASCII", "\xE9", L"é"}, Row {"Undefined", "UNDEFINED", "\xE9", L"é"},
-        Row {"None", "", "\xE9", L"é"}, Row {"AnUnknownName", "martian", "\xE9", L"é"},
-        Row {"AnUnknownNumber", "ANSI_99999", "\xE9", L"é"},
-        Row {"ANumberOfManyDigits", "dos99999999999999999999999999999999", "\xE9", L"é"},
-        Row {"Johab", "ANSI_1361", "\xE9", L"é"}, Row {"OneThatIsNoAscii", "dos37", "\xE9", L"é"},
-        Row {"OneOfUnits", "ANSI_1200", "\xE9", L"é"},
-        Row {"OneWithShifts", "dos50220", "\xE9", L"é"}),
+        PageRow {"Ansi874", "ANSI_874", "a\xA1", L"aก"},
+        PageRow {"Ansi932", "ANSI_932", "\x95\x5C\\\xB1", L"表\\ｱ"},
+        PageRow {"Dos932", "dos932", "\x95\x5C", L"表"},
+        PageRow {"AnsiSlashDos932", "ANSI/dos932", "\x95\x5C", L"表"},
+        PageRow {"Ansi936", "ANSI_936", "\xD6\xD0", L"中"},
+        PageRow {"Gb2312", "gb2312", "\xD6\xD0", L"中"},
+        PageRow {"Ansi949", "ANSI_949", "\xC7\xD1", L"한"},
+        PageRow {"Ksc5601", "ksc5601", "\xC7\xD1", L"한"},
+        PageRow {"Ansi950", "ANSI_950", "\xA4\xA4", L"中"},
+        PageRow {"Big5", "BIG5", "\xA4\xA4", L"中"},
+        PageRow {"Ansi1250", "ANSI_1250", "\xE8\x80", L"č€"},
+        PageRow {"Ansi1251", "ANSI_1251", "\xCF", L"П"},
+        PageRow {"Ansi1252", "ANSI_1252", "\xE9\x80", L"é€"},
+        PageRow {"InSmallLetters", "ansi_1252", "\xE9", L"é"},
+        PageRow {"Ansi1253", "ANSI_1253", "\xE1", L"α"},
+        PageRow {"Ansi1254", "ANSI_1254", "\xFE", L"ş"},
+        PageRow {"Ansi1255", "ANSI_1255", "\xE0", L"א"},
+        PageRow {"Ansi1256", "ANSI_1256", "\xC8", L"ب"},
+        PageRow {"Ansi1257", "ANSI_1257", "\xE0", L"ą"},
+        PageRow {"Ansi1258", "ANSI_1258", "\xD0", L"Đ"}, PageRow {"Dos437", "dos437", "\x82", L"é"},
+        PageRow {"Dos850", "DOS850", "\x9B", L"ø"}, PageRow {"Dos852", "dos852", "\x9F", L"č"},
+        PageRow {"Dos866", "dos866", "\x8F", L"П"},
+        PageRow {"Dos864", "dos864", "\xB3\xE1", L"٣\xFED3"},
+        PageRow {"MacRoman", "MAC-ROMAN", "\x8E\xDB", L"é€"},
+        PageRow {"MacRomanWithoutAHyphen", "mac_roman", "\x8E", L"é"},
+        PageRow {"Iso1", "ISO8859_1", "\xE9", L"é"}, PageRow {"Iso2", "ISO8859-2", "\xB1", L"ą"},
+        PageRow {"Iso5", "iso8859_5", "\xBF", L"П"}, PageRow {"Iso9", "ISO8859_9", "\xFE", L"ş"},
+        PageRow {"Ascii", "ASCII", "\xE9", L"é"}, PageRow {"Undefined", "UNDEFINED", "\xE9", L"é"},
+        PageRow {"None", "", "\xE9", L"é"}, PageRow {"AnUnknownName", "martian", "\xE9", L"é"},
+        PageRow {"AnUnknownNumber", "ANSI_99999", "\xE9", L"é"},
+        PageRow {"ANumberOfManyDigits", "dos99999999999999999999999999999999", "\xE9", L"é"},
+        PageRow {"Johab", "ANSI_1361", "\xE9", L"é"},
+        PageRow {"OneThatIsNoAscii", "dos37", "\xE9", L"é"},
+        PageRow {"OneOfUnits", "ANSI_1200", "\xE9", L"é"},
+        PageRow {"OneWithShifts", "dos50220", "\xE9", L"é"}),
     [](const auto& row) { return std::string(row.param.test); });
 
 TEST(CodePage, LacksWhatItHasNoBytesFor)

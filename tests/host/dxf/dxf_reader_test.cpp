@@ -12,14 +12,14 @@ using corma::testing::described;
 using corma::testing::DxfDrawing;
 using corma::testing::dxfText;
 
-struct Row
+struct StructureRow
 {
     const char* test;
     const char* groups;
     const char* records;
 };
 
-class DxfStructure : public ::testing::TestWithParam<Row>
+class DxfStructure : public ::testing::TestWithParam<StructureRow>
 {
 };
 
@@ -38,7 +38,7 @@ TEST_P(DxfStructure, EveryRecordHasItsPart)
     }
 }
 
-constexpr Row kWhole = {"OfAWholeDrawing", R"(
+constexpr StructureRow kWhole = {"OfAWholeDrawing", R"(
 0 SECTION
 2 HEADER
 9 $ACADVER
@@ -120,7 +120,7 @@ constexpr Row kWhole = {"OfAWholeDrawing", R"(
 0 ENDSEC
 0 EOF
 )",
-                        R"(
+                                 R"(
 header SECTION
 structure ENDSEC
 structure SECTION
@@ -160,8 +160,8 @@ structure EOF
 
 INSTANTIATE_TEST_SUITE_P(
     Whole, DxfStructure,
-    ::testing::Values(kWhole, Row {"OfNothingButAnEnd", "0 EOF\n", "\nstructure EOF\n"},
-                      Row {"OfEntitiesAlone", R"(
+    ::testing::Values(kWhole, StructureRow {"OfNothingButAnEnd", "0 EOF\n", "\nstructure EOF\n"},
+                      StructureRow {"OfEntitiesAlone", R"(
 0 SECTION
 2 ENTITIES
 0 LINE
@@ -172,14 +172,14 @@ INSTANTIATE_TEST_SUITE_P(
 0 ENDSEC
 0 EOF
 )",
-                           R"(
+                                    R"(
 structure SECTION
 entity LINE
 entity LINE paper
 structure ENDSEC
 structure EOF
 )"},
-                      Row {"OfPaperSpaceBehindBraces", R"(
+                      StructureRow {"OfPaperSpaceBehindBraces", R"(
 0 SECTION
 2 ENTITIES
 0 VIEWPORT
@@ -195,13 +195,13 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                           R"(
+                                    R"(
 structure SECTION
 entity VIEWPORT #50 paper
 structure ENDSEC
 structure EOF
 )"},
-                      Row {"WithCommentsBetween", R"(
+                      StructureRow {"WithCommentsBetween", R"(
 999 first
 0 SECTION
 999 second
@@ -218,7 +218,7 @@ structure EOF
 0 EOF
 999 last
 )",
-                           R"(
+                                    R"(
 structure 
 structure SECTION
 entity LINE #A
@@ -227,7 +227,7 @@ sub ATTRIB #C in INSERT#B
 structure ENDSEC
 structure EOF
 )"},
-                      Row {"WithHandlesThatNameNothing", R"(
+                      StructureRow {"WithHandlesThatNameNothing", R"(
 0 SECTION
 2 ENTITIES
 0 LINE
@@ -247,7 +247,7 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                           R"(
+                                    R"(
 structure SECTION
 entity LINE
 entity LINE
@@ -259,7 +259,7 @@ entity LINE #FFFFFFFFFFFFFFFF
 structure ENDSEC
 structure EOF
 )"},
-                      Row {"WithCodesThatMeanSomethingElseFurtherOn", R"(
+                      StructureRow {"WithCodesThatMeanSomethingElseFurtherOn", R"(
 0 SECTION
 2 ENTITIES
 0 LINE
@@ -286,7 +286,7 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                           R"(
+                                    R"(
 structure SECTION
 entity LINE
 entity LINE paper
@@ -299,17 +299,17 @@ structure EOF
     [](const auto& row) { return std::string(row.param.test); });
 
 INSTANTIATE_TEST_SUITE_P(Damaged, DxfStructure,
-                         ::testing::Values(Row {"WithoutTheEndOfTheFile", R"(
+                         ::testing::Values(StructureRow {"WithoutTheEndOfTheFile", R"(
 0 SECTION
 2 ENTITIES
 0 ENDSEC
 )",
-                                                R"(
+                                                         R"(
 structure SECTION
 structure ENDSEC
 structure EOF implied
 )"},
-                                           Row {"WithoutTheEndOfASection", R"(
+                                           StructureRow {"WithoutTheEndOfASection", R"(
 0 SECTION
 2 TABLES
 0 TABLE
@@ -328,7 +328,7 @@ structure EOF implied
 5 C
 0 EOF
 )",
-                                                R"(
+                                                         R"(
 structure SECTION
 table TABLE
 entry LAYER in TABLE
@@ -344,7 +344,7 @@ object DICTIONARY #C
 structure ENDSEC implied
 structure EOF
 )"},
-                                           Row {"WithBlocksThatDoNotEnd", R"(
+                                           StructureRow {"WithBlocksThatDoNotEnd", R"(
 0 SECTION
 2 BLOCKS
 0 BLOCK
@@ -362,7 +362,7 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                                                R"(
+                                                         R"(
 structure SECTION
 block BLOCK #A
 entity INSERT #B in BLOCK#A
@@ -375,7 +375,7 @@ structure LINE
 structure ENDSEC
 structure EOF
 )"},
-                                           Row {"WithTablesThatDoNotEnd", R"(
+                                           StructureRow {"WithTablesThatDoNotEnd", R"(
 0 SECTION
 2 TABLES
 0 LAYER
@@ -402,7 +402,7 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                                                R"(
+                                                         R"(
 structure SECTION
 structure LAYER
 table TABLE #2
@@ -419,7 +419,7 @@ structure ENDTAB
 structure ENDSEC
 structure EOF
 )"},
-                                           Row {"WithPartsOfEntitiesThatAreNotThere", R"(
+                                           StructureRow {"WithPartsOfEntitiesThatAreNotThere", R"(
 0 SECTION
 2 ENTITIES
 0 SEQEND
@@ -454,7 +454,7 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                                                R"(
+                                                         R"(
 structure SECTION
 entity SEQEND #1
 entity ATTRIB #2
@@ -474,13 +474,13 @@ entity ATTRIB #D
 structure ENDSEC
 structure EOF
 )"},
-                                           Row {"WithRecordsOutsideOfEverything", R"(
+                                           StructureRow {"WithRecordsOutsideOfEverything", R"(
 0 EOF
 )",
-                                                R"(
+                                                         R"(
 structure EOF
 )"},
-                                           Row {"WithFramesInWrongPlaces", R"(
+                                           StructureRow {"WithFramesInWrongPlaces", R"(
 0 SECTION
 0 LINE
 5 1
@@ -512,7 +512,7 @@ structure EOF
 0 ENDSEC
 0 EOF
 )",
-                                                R"(
+                                                         R"(
 structure SECTION
 structure LINE
 structure ENDSEC
@@ -595,14 +595,14 @@ TEST(DxfReader, KeepsWhatStandsBehindTheEnd)
 
 // --- what cannot be read ---------------------------------------------------------------------
 
-struct Refusal
+struct DamageRow
 {
     const char* test;
     std::string bytes;
     const wchar_t* message;
 };
 
-class DxfDamage : public ::testing::TestWithParam<Refusal>
+class DxfDamage : public ::testing::TestWithParam<DamageRow>
 {
 };
 
@@ -620,38 +620,38 @@ TEST_P(DxfDamage, IsToldInOneMessage)
 INSTANTIATE_TEST_SUITE_P(
     Reader, DxfDamage,
     ::testing::Values(
-        Refusal {"NoCode", "0\nSECTION\n2\nENTITIES\n0\nLINE\nabc\nx\n",
-                 L"DIR/FILE, line 7: a group code was expected, found \"abc\"" DAMAGED},
-        Refusal {"NoCodeWithCrLf", "0\r\nSECTION\r\n  x y \r\n",
-                 L"DIR/FILE, line 3: a group code was expected, found \"  x y \"" DAMAGED},
-        Refusal {"AnEmptyLine", "0\nSECTION\n\n2\nX\n",
-                 L"DIR/FILE, line 3: a group code was expected, found \"\"" DAMAGED},
-        Refusal {"BytesThatAreNoText", "0\nSECTION\n\xFF\x01\n2\n",
-                 L"DIR/FILE, line 3: a group code was expected, found \"\xFFFD?\"" DAMAGED},
-        Refusal {"ALongLine", "0\nSECTION\n" + std::string(100, 'x') + "\n2\n",
-                 L"DIR/FILE, line 3: a group code was expected, found "
-                 L"\"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\"" DAMAGED},
-        Refusal {"TheEndBehindACode", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n  0\n",
-                 L"DIR/FILE: ends in the middle of a group (line 7)" NOT_TO_ITS_END},
-        Refusal {"TheEndInACode", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0",
-                 L"DIR/FILE: ends in the middle of a group (line 7)" NOT_TO_ITS_END},
-        Refusal {"TheEndInASection", "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n",
-                 L"DIR/FILE: ends in the middle of the section ENTITIES (line 9)" NOT_TO_ITS_END},
-        Refusal {"TheEndInASectionWithoutAName", "0\nSECTION\n",
-                 L"DIR/FILE: ends in the middle of a group (line 3)" NOT_TO_ITS_END},
-        Refusal {"TheEndInAWord", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEO",
-                 L"DIR/FILE: ends in the middle of a group (line 8)" NOT_TO_ITS_END},
-        Refusal {"BinaryWithNothing", std::string(kBinarySentinel),
-                 L"DIR/FILE: ends in the middle of a group (byte 22)" NOT_TO_ITS_END},
-        Refusal {"BinaryWithAnUnknownCode",
-                 std::string(kBinarySentinel) + std::string("\0\0SECTION\0\x30\x27x", 13),
-                 L"DIR/FILE, byte 32: a group code was expected, found 10032" DAMAGED},
-        Refusal {"BinaryWithAnUnknownLongCode",
-                 std::string(kBinarySentinel) + std::string("\0SECTION\0\xFF\x30\x27x", 13),
-                 L"DIR/FILE, byte 31: a group code was expected, found 10032" DAMAGED},
-        Refusal {"BinaryCutOff",
-                 std::string(kBinarySentinel) + std::string("\0\0SECTION\0\2\0HEAD", 16),
-                 L"DIR/FILE: ends in the middle of a group (byte 32)" NOT_TO_ITS_END}),
+        DamageRow {"NoCode", "0\nSECTION\n2\nENTITIES\n0\nLINE\nabc\nx\n",
+                   L"DIR/FILE, line 7: a group code was expected, found \"abc\"" DAMAGED},
+        DamageRow {"NoCodeWithCrLf", "0\r\nSECTION\r\n  x y \r\n",
+                   L"DIR/FILE, line 3: a group code was expected, found \"  x y \"" DAMAGED},
+        DamageRow {"AnEmptyLine", "0\nSECTION\n\n2\nX\n",
+                   L"DIR/FILE, line 3: a group code was expected, found \"\"" DAMAGED},
+        DamageRow {"BytesThatAreNoText", "0\nSECTION\n\xFF\x01\n2\n",
+                   L"DIR/FILE, line 3: a group code was expected, found \"\xFFFD?\"" DAMAGED},
+        DamageRow {"ALongLine", "0\nSECTION\n" + std::string(100, 'x') + "\n2\n",
+                   L"DIR/FILE, line 3: a group code was expected, found "
+                   L"\"xxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxxx\"" DAMAGED},
+        DamageRow {"TheEndBehindACode", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n  0\n",
+                   L"DIR/FILE: ends in the middle of a group (line 7)" NOT_TO_ITS_END},
+        DamageRow {"TheEndInACode", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0",
+                   L"DIR/FILE: ends in the middle of a group (line 7)" NOT_TO_ITS_END},
+        DamageRow {"TheEndInASection", "0\nSECTION\n2\nENTITIES\n0\nLINE\n8\n0\n",
+                   L"DIR/FILE: ends in the middle of the section ENTITIES (line 9)" NOT_TO_ITS_END},
+        DamageRow {"TheEndInASectionWithoutAName", "0\nSECTION\n",
+                   L"DIR/FILE: ends in the middle of a group (line 3)" NOT_TO_ITS_END},
+        DamageRow {"TheEndInAWord", "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEO",
+                   L"DIR/FILE: ends in the middle of a group (line 8)" NOT_TO_ITS_END},
+        DamageRow {"BinaryWithNothing", std::string(kBinarySentinel),
+                   L"DIR/FILE: ends in the middle of a group (byte 22)" NOT_TO_ITS_END},
+        DamageRow {"BinaryWithAnUnknownCode",
+                   std::string(kBinarySentinel) + std::string("\0\0SECTION\0\x30\x27x", 13),
+                   L"DIR/FILE, byte 32: a group code was expected, found 10032" DAMAGED},
+        DamageRow {"BinaryWithAnUnknownLongCode",
+                   std::string(kBinarySentinel) + std::string("\0SECTION\0\xFF\x30\x27x", 13),
+                   L"DIR/FILE, byte 31: a group code was expected, found 10032" DAMAGED},
+        DamageRow {"BinaryCutOff",
+                   std::string(kBinarySentinel) + std::string("\0\0SECTION\0\2\0HEAD", 16),
+                   L"DIR/FILE: ends in the middle of a group (byte 32)" NOT_TO_ITS_END}),
     [](const auto& row) { return std::string(row.param.test); });
 
 TEST(DxfReader, AFileThatIsCutAnywhereIsRefusedOrComesBack)

@@ -5,7 +5,7 @@
 namespace corma::host::dxf {
 namespace {
 
-struct Row
+struct TextFormRow
 {
     const char* test;
     const char* page; // null for UTF-8
@@ -13,23 +13,23 @@ struct Row
     std::wstring text;
 };
 
-CodePage pageOf(const Row& row)
+CodePage pageOf(const TextFormRow& row)
 {
     return row.page == nullptr ? CodePage::utf8() : CodePage::named(row.page);
 }
 
-std::string nameOf(const ::testing::TestParamInfo<Row>& row)
+std::string nameOfText(const ::testing::TestParamInfo<TextFormRow>& row)
 {
     return row.param.test;
 }
 
-class TextAndValue : public ::testing::TestWithParam<Row>
+class TextAndValue : public ::testing::TestWithParam<TextFormRow>
 {
 };
 
 TEST_P(TextAndValue, AValueIsAText)
 {
-    const Row& row = GetParam();
+    const TextFormRow& row = GetParam();
     EXPECT_EQ(decodeText(row.value, pageOf(row)), row.text);
     EXPECT_EQ(encodeText(row.text, pageOf(row)), row.value);
 }
@@ -37,30 +37,34 @@ TEST_P(TextAndValue, AValueIsAText)
 INSTANTIATE_TEST_SUITE_P(
     DxfText, TextAndValue,
     ::testing::Values(
-        Row {"Nothing", "ANSI_1252", "", L""}, Row {"Ascii", "ANSI_1252", " a b ", L" a b "},
-        Row {"OfTheCodePage", "ANSI_1252", "caf\xE9", L"café"},
-        Row {"OfUtf8", nullptr, "caf\xC3\xA9 \xF0\x9F\x98\x80", L"café \U0001F600"},
-        Row {"NotOfTheCodePage", "ANSI_1252", "\\U+010D\xE9", L"čé"},
-        Row {"AboveTheFirstPlane", "ANSI_1252", "\\U+D83D\\U+DE00x", L"\U0001F600x"},
-        Row {"ALoneSurrogate", "ANSI_1252", "\\U+D83Dx", std::wstring(1, 0xD83D) + L"x"},
-        Row {"ALoneSurrogateInUtf8", nullptr, "\\U+DE00", std::wstring(1, 0xDE00)},
-        Row {"ALineEnd", "ANSI_1252", "a^Jb", L"a\nb"}, Row {"ATab", "ANSI_1252", "^I", L"\t"},
-        Row {"ACarriageReturn", "ANSI_1252", "^M", L"\r"},
-        Row {"AZero", "ANSI_1252", "a^@b", std::wstring(L"a\0b", 3)},
-        Row {"TheLastControlCharacter", "ANSI_1252", "^_", L"\x1F"},
-        Row {"ACaret", "ANSI_1252", "2^ 3", L"2^3"}, Row {"TwoCarets", "ANSI_1252", "^ ^ ", L"^^"},
-        Row {"ACaretAndALetter", "ANSI_1252", "^ J", L"^J"},
-        Row {"ABackslash", "ANSI_1252", "C:\\Users\\x", L"C:\\Users\\x"},
-        Row {"AFormatCode", "ANSI_1252", "\\U+12\\M+\\Px", L"\\U+12\\M+\\Px"},
-        Row {"ATextThatReadsLikeAnEscape", "ANSI_1252", "\\U+005CU+0041", L"\\U+0041"},
-        Row {"ATextThatReadsLikeAnotherEscape", "ANSI_1252", "\\U+005CM+1955C", L"\\M+1955C"},
-        Row {"AnEscapeOfAnUnknownCodePage", "ANSI_1252", "\\M+4955C \\M+9955C",
-             L"\\M+4955C \\M+9955C"},
-        Row {"ABackslashByteOfACharacter", "ANSI_932", "\x95\x5CU+0041", L"表U+0041"},
-        Row {"ACaretByteOfACharacter", "ANSI_932", "\x83\x5EJ", L"タJ"}),
-    nameOf);
+        TextFormRow {"Nothing", "ANSI_1252", "", L""},
+        TextFormRow {"Ascii", "ANSI_1252", " a b ", L" a b "},
+        TextFormRow {"OfTheCodePage", "ANSI_1252", "caf\xE9", L"café"},
+        TextFormRow {"OfUtf8", nullptr, "caf\xC3\xA9 \xF0\x9F\x98\x80", L"café \U0001F600"},
+        TextFormRow {"NotOfTheCodePage", "ANSI_1252", "\\U+010D\xE9", L"čé"},
+        TextFormRow {"AboveTheFirstPlane", "ANSI_1252", "\\U+D83D\\U+DE00x", L"\U0001F600x"},
+        TextFormRow {"ALoneSurrogate", "ANSI_1252", "\\U+D83Dx", std::wstring(1, 0xD83D) + L"x"},
+        TextFormRow {"ALoneSurrogateInUtf8", nullptr, "\\U+DE00", std::wstring(1, 0xDE00)},
+        TextFormRow {"ALineEnd", "ANSI_1252", "a^Jb", L"a\nb"},
+        TextFormRow {"ATab", "ANSI_1252", "^I", L"\t"},
+        TextFormRow {"ACarriageReturn", "ANSI_1252", "^M", L"\r"},
+        TextFormRow {"AZero", "ANSI_1252", "a^@b", std::wstring(L"a\0b", 3)},
+        TextFormRow {"TheLastControlCharacter", "ANSI_1252", "^_", L"\x1F"},
+        TextFormRow {"ACaret", "ANSI_1252", "2^ 3", L"2^3"},
+        TextFormRow {"TwoCarets", "ANSI_1252", "^ ^ ", L"^^"},
+        TextFormRow {"ACaretAndALetter", "ANSI_1252", "^ J", L"^J"},
+        TextFormRow {"ABackslash", "ANSI_1252", "C:\\Users\\x", L"C:\\Users\\x"},
+        TextFormRow {"AFormatCode", "ANSI_1252", "\\U+12\\M+\\Px", L"\\U+12\\M+\\Px"},
+        TextFormRow {"ATextThatReadsLikeAnEscape", "ANSI_1252", "\\U+005CU+0041", L"\\U+0041"},
+        TextFormRow {"ATextThatReadsLikeAnotherEscape", "ANSI_1252", "\\U+005CM+1955C",
+                     L"\\M+1955C"},
+        TextFormRow {"AnEscapeOfAnUnknownCodePage", "ANSI_1252", "\\M+4955C \\M+9955C",
+                     L"\\M+4955C \\M+9955C"},
+        TextFormRow {"ABackslashByteOfACharacter", "ANSI_932", "\x95\x5CU+0041", L"表U+0041"},
+        TextFormRow {"ACaretByteOfACharacter", "ANSI_932", "\x83\x5EJ", L"タJ"}),
+    nameOfText);
 
-class ValueAsText : public ::testing::TestWithParam<Row>
+class ValueAsText : public ::testing::TestWithParam<TextFormRow>
 {
 };
 
@@ -71,22 +75,22 @@ TEST_P(ValueAsText, AValueIsReadAs)
 
 INSTANTIATE_TEST_SUITE_P(
     DxfText, ValueAsText,
-    ::testing::Values(Row {"AnEscapeThatNeedsNone", "ANSI_1252", "\\U+00E9\\U+0041", L"éA"},
-                      Row {"AnEscapeInSmallLetters", "ANSI_1252", "\\U+00e9", L"é"},
-                      Row {"AnEscapeInUtf8", nullptr, "\\U+00E9\xC3\xA9", L"éé"},
-                      Row {"TooFewDigits", "ANSI_1252", "\\U+00E", L"\\U+00E"},
-                      Row {"NoDigits", "ANSI_1252", "\\U+00 9", L"\\U+00 9"},
-                      Row {"ADoubleByteCharacter", "ANSI_1252", "a\\M+1955C\\M+5D6D0b", L"a表中b"},
-                      Row {"ADoubleByteCharacterThatIsNone", "ANSI_1252", "\\M+1FFFF",
-                           L"\\M+1FFFF"},
-                      Row {"ACaretAtTheEnd", "ANSI_1252", "a^", L"a^"},
-                      Row {"ACaretBeforeADigit", "ANSI_1252", "1^2", L"1^2"},
-                      Row {"ACaretBeforeASmallLetter", "ANSI_1252", "^j", L"^j"},
-                      Row {"TwoSurrogatesInTheWrongOrder",
-                           "ANSI_1252",
-                           "\\U+DE00\\U+D83D",
-                           {static_cast<wchar_t>(0xDE00), static_cast<wchar_t>(0xD83D)}}),
-    nameOf);
+    ::testing::Values(
+        TextFormRow {"AnEscapeThatNeedsNone", "ANSI_1252", "\\U+00E9\\U+0041", L"éA"},
+        TextFormRow {"AnEscapeInSmallLetters", "ANSI_1252", "\\U+00e9", L"é"},
+        TextFormRow {"AnEscapeInUtf8", nullptr, "\\U+00E9\xC3\xA9", L"éé"},
+        TextFormRow {"TooFewDigits", "ANSI_1252", "\\U+00E", L"\\U+00E"},
+        TextFormRow {"NoDigits", "ANSI_1252", "\\U+00 9", L"\\U+00 9"},
+        TextFormRow {"ADoubleByteCharacter", "ANSI_1252", "a\\M+1955C\\M+5D6D0b", L"a表中b"},
+        TextFormRow {"ADoubleByteCharacterThatIsNone", "ANSI_1252", "\\M+1FFFF", L"\\M+1FFFF"},
+        TextFormRow {"ACaretAtTheEnd", "ANSI_1252", "a^", L"a^"},
+        TextFormRow {"ACaretBeforeADigit", "ANSI_1252", "1^2", L"1^2"},
+        TextFormRow {"ACaretBeforeASmallLetter", "ANSI_1252", "^j", L"^j"},
+        TextFormRow {"TwoSurrogatesInTheWrongOrder",
+                     "ANSI_1252",
+                     "\\U+DE00\\U+D83D",
+                     {static_cast<wchar_t>(0xDE00), static_cast<wchar_t>(0xD83D)}}),
+    nameOfText);
 
 TEST(DxfText, ACaretThatEscapesNothingIsItself)
 {

@@ -34,7 +34,7 @@ Form formOf(Kind kind)
     return form;
 }
 
-struct Row
+struct GroupRow
 {
     const char* test;
     Kind kind;
@@ -42,7 +42,7 @@ struct Row
     Group group;
 };
 
-std::string nameOf(const ::testing::TestParamInfo<Row>& row)
+std::string nameOfGroup(const ::testing::TestParamInfo<GroupRow>& row)
 {
     return row.param.test;
 }
@@ -54,13 +54,13 @@ std::string encoded(const Group& group, Kind kind)
     return bytes;
 }
 
-class GroupAndBytes : public ::testing::TestWithParam<Row>
+class GroupAndBytes : public ::testing::TestWithParam<GroupRow>
 {
 };
 
 TEST_P(GroupAndBytes, BytesAreAGroup)
 {
-    const Row& row = GetParam();
+    const GroupRow& row = GetParam();
     const Groups groups = decodeGroups(row.bytes, formOf(row.kind));
     ASSERT_EQ(groups.size(), 1U);
     EXPECT_EQ(groups[0].code, row.group.code);
@@ -74,88 +74,88 @@ const std::string k127(127, 'x');
 INSTANTIATE_TEST_SUITE_P(
     Text, GroupAndBytes,
     ::testing::Values(
-        Row {"ATextInABareFile", Kind::bare, "1\na b\n", {1, L"a b"}},
-        Row {"ATextInAnAlignedFile", Kind::aligned, "  1\na b\n", {1, L"a b"}},
-        Row {"ATextInAFileWithCrLf", Kind::crLf, "1\r\na\r\n", {1, L"a"}},
-        Row {"AnEmptyText", Kind::bare, "1000\n\n", {1000, L""}},
-        Row {"ATextOutsideAscii", Kind::bare, "1\n\xE9\\U+010D\n", {1, L"éč"}},
-        Row {"ATextInUtf8", Kind::utf8, "1\n\xC3\xA9\xC4\x8D\n", {1, L"éč"}},
-        Row {"ATextOfTwoLines", Kind::bare, "1\na^Jb^ c\n", {1, L"a\nb^c"}},
-        Row {"ACodeOfTwoDigits", Kind::aligned, " 62\n     7\n", {62, 7}},
-        Row {"ACodeOfThreeDigits", Kind::aligned, "100\nA\n", {100, L"A"}},
-        Row {"ACodeOfFourDigits", Kind::aligned, "1000\nA\n", {1000, L"A"}},
-        Row {"ANegativeCode", Kind::aligned, " -5\nA\n", {-5, L"A"}},
-        Row {"AShort", Kind::bare, "70\n-32768\n", {70, -32768}},
-        Row {"AShortInAColumn", Kind::aligned, " 70\n   -12\n", {70, -12}},
-        Row {"AShortAsWideAsTheColumn", Kind::aligned, " 70\n-32768\n", {70, -32768}},
-        Row {"ALongInAColumn", Kind::aligned, " 90\n      -12\n", {90, -12}},
-        Row {"ALongWiderThanTheColumn",
-             Kind::aligned,
-             " 90\n-2147483648\n",
-             {90, std::numeric_limits<int>::min()}},
-        Row {"AVeryLong",
-             Kind::aligned,
-             "160\n9223372036854775807\n",
-             {160, GroupValue(std::numeric_limits<std::int64_t>::max())}},
-        Row {"ABooleanInAColumn", Kind::aligned, "290\n     1\n", {290, 1}},
-        Row {"AHandle", Kind::aligned, "330\n1F\n", {330, Handle {0x1F}}},
-        Row {"NoHandle", Kind::bare, "330\n0\n", {330, Handle::none}},
-        Row {"AHandleThatIsNone", Kind::bare, "5\n_DOT\n", {5, L"_DOT"}},
-        Row {"AHandleThatIsEmpty", Kind::bare, "5\n\n", {5, L""}},
-        Row {"Bytes", Kind::bare, "310\n00FF7F\n", {310, GroupValue("\0\xFF\x7F"s)}},
-        Row {"NoBytes", Kind::bare, "1004\n\n", {1004, GroupValue(""s)}},
-        Row {"AReal", Kind::aligned, " 40\n-2680430.068109198\n", {40, -2680430.068109198}},
-        Row {"AWholeReal", Kind::bare, "40\n100000.0\n", {40, 1e5}},
-        Row {"Zero", Kind::bare, "40\n0.0\n", {40, 0.0}},
-        Row {"ASmallReal", Kind::bare, "40\n0.00001\n", {40, 1e-5}},
-        Row {"ASmallerReal", Kind::bare, "40\n1.0e-06\n", {40, 1e-6}},
-        Row {"TheSmallestReal",
-             Kind::bare,
-             "40\n5.0e-324\n",
-             {40, std::numeric_limits<double>::denorm_min()}},
-        Row {"ALargeReal", Kind::bare, "40\n9999999999999998.0\n", {40, 9999999999999998.0}},
-        Row {"ALargerReal", Kind::bare, "40\n1.0e+16\n", {40, 1e16}},
-        Row {"TheLargestReal",
-             Kind::bare,
-             "40\n1.7976931348623157e+308\n",
-             {40, std::numeric_limits<double>::max()}},
-        Row {"ARealOfManyDigits", Kind::bare, "40\n0.30000000000000004\n", {40, 0.1 + 0.2}}),
-    nameOf);
+        GroupRow {"ATextInABareFile", Kind::bare, "1\na b\n", {1, L"a b"}},
+        GroupRow {"ATextInAnAlignedFile", Kind::aligned, "  1\na b\n", {1, L"a b"}},
+        GroupRow {"ATextInAFileWithCrLf", Kind::crLf, "1\r\na\r\n", {1, L"a"}},
+        GroupRow {"AnEmptyText", Kind::bare, "1000\n\n", {1000, L""}},
+        GroupRow {"ATextOutsideAscii", Kind::bare, "1\n\xE9\\U+010D\n", {1, L"éč"}},
+        GroupRow {"ATextInUtf8", Kind::utf8, "1\n\xC3\xA9\xC4\x8D\n", {1, L"éč"}},
+        GroupRow {"ATextOfTwoLines", Kind::bare, "1\na^Jb^ c\n", {1, L"a\nb^c"}},
+        GroupRow {"ACodeOfTwoDigits", Kind::aligned, " 62\n     7\n", {62, 7}},
+        GroupRow {"ACodeOfThreeDigits", Kind::aligned, "100\nA\n", {100, L"A"}},
+        GroupRow {"ACodeOfFourDigits", Kind::aligned, "1000\nA\n", {1000, L"A"}},
+        GroupRow {"ANegativeCode", Kind::aligned, " -5\nA\n", {-5, L"A"}},
+        GroupRow {"AShort", Kind::bare, "70\n-32768\n", {70, -32768}},
+        GroupRow {"AShortInAColumn", Kind::aligned, " 70\n   -12\n", {70, -12}},
+        GroupRow {"AShortAsWideAsTheColumn", Kind::aligned, " 70\n-32768\n", {70, -32768}},
+        GroupRow {"ALongInAColumn", Kind::aligned, " 90\n      -12\n", {90, -12}},
+        GroupRow {"ALongWiderThanTheColumn",
+                  Kind::aligned,
+                  " 90\n-2147483648\n",
+                  {90, std::numeric_limits<int>::min()}},
+        GroupRow {"AVeryLong",
+                  Kind::aligned,
+                  "160\n9223372036854775807\n",
+                  {160, GroupValue(std::numeric_limits<std::int64_t>::max())}},
+        GroupRow {"ABooleanInAColumn", Kind::aligned, "290\n     1\n", {290, 1}},
+        GroupRow {"AHandle", Kind::aligned, "330\n1F\n", {330, Handle {0x1F}}},
+        GroupRow {"NoHandle", Kind::bare, "330\n0\n", {330, Handle::none}},
+        GroupRow {"AHandleThatIsNone", Kind::bare, "5\n_DOT\n", {5, L"_DOT"}},
+        GroupRow {"AHandleThatIsEmpty", Kind::bare, "5\n\n", {5, L""}},
+        GroupRow {"Bytes", Kind::bare, "310\n00FF7F\n", {310, GroupValue("\0\xFF\x7F"s)}},
+        GroupRow {"NoBytes", Kind::bare, "1004\n\n", {1004, GroupValue(""s)}},
+        GroupRow {"AReal", Kind::aligned, " 40\n-2680430.068109198\n", {40, -2680430.068109198}},
+        GroupRow {"AWholeReal", Kind::bare, "40\n100000.0\n", {40, 1e5}},
+        GroupRow {"Zero", Kind::bare, "40\n0.0\n", {40, 0.0}},
+        GroupRow {"ASmallReal", Kind::bare, "40\n0.00001\n", {40, 1e-5}},
+        GroupRow {"ASmallerReal", Kind::bare, "40\n1.0e-06\n", {40, 1e-6}},
+        GroupRow {"TheSmallestReal",
+                  Kind::bare,
+                  "40\n5.0e-324\n",
+                  {40, std::numeric_limits<double>::denorm_min()}},
+        GroupRow {"ALargeReal", Kind::bare, "40\n9999999999999998.0\n", {40, 9999999999999998.0}},
+        GroupRow {"ALargerReal", Kind::bare, "40\n1.0e+16\n", {40, 1e16}},
+        GroupRow {"TheLargestReal",
+                  Kind::bare,
+                  "40\n1.7976931348623157e+308\n",
+                  {40, std::numeric_limits<double>::max()}},
+        GroupRow {"ARealOfManyDigits", Kind::bare, "40\n0.30000000000000004\n", {40, 0.1 + 0.2}}),
+    nameOfGroup);
 
 INSTANTIATE_TEST_SUITE_P(
     Binary, GroupAndBytes,
     ::testing::Values(
-        Row {"AText", Kind::binary, "\1\0a b\0"s, {1, L"a b"}},
-        Row {"ATextWithShortCodes", Kind::shortCodes, "\1a b\0"s, {1, L"a b"}},
-        Row {"ACodeOfOneByte", Kind::shortCodes, "\xFEx\0"s, {254, L"x"}},
-        Row {"TheMarkAsACode", Kind::shortCodes, "\xFF\xFF\0x\0"s, {255, L"x"}},
-        Row {"ALongCode", Kind::shortCodes, "\xFF\xE8\3x\0"s, {1000, L"x"}},
-        Row {"ATextWithAZero", Kind::binary, "\1\0a\\U+0000b\0"s, {1, GroupValue(L"a\0b"s)}},
-        Row {"ATextOfTwoLines", Kind::binary, "\1\0a\nb\0"s, {1, L"a\nb"}},
-        Row {"ATextWithCarets", Kind::binary, "\1\0^J2^3^ \0"s, {1, L"^J2^3^ "}},
-        Row {"AReal", Kind::binary, "\x28\0\0\0\0\0\0\0\xF8\xBF"s, {40, -1.5}},
-        Row {"AShort", Kind::binary, "\x46\0\xFE\xFF"s, {70, -2}},
-        Row {"ALong", Kind::binary, "\x5A\0\xFE\xFF\xFF\xFF"s, {90, -2}},
-        Row {"AVeryLong", Kind::binary, "\xA0\0\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s, {160, -2}},
-        Row {"ABoolean", Kind::binary, "\x22\1\1"s, {290, 1}},
-        Row {"AHandle",
-             Kind::binary,
-             "\x4A\1"
-             "1F\0"s,
-             {330, Handle {0x1F}}},
-        Row {"AHandleThatIsNone", Kind::binary, "\5\0_DOT\0"s, {5, L"_DOT"}},
-        Row {"Bytes", Kind::binary, "\x36\1\3\0\1\2"s, {310, GroupValue("\0\1\2"s)}},
-        Row {
+        GroupRow {"AText", Kind::binary, "\1\0a b\0"s, {1, L"a b"}},
+        GroupRow {"ATextWithShortCodes", Kind::shortCodes, "\1a b\0"s, {1, L"a b"}},
+        GroupRow {"ACodeOfOneByte", Kind::shortCodes, "\xFEx\0"s, {254, L"x"}},
+        GroupRow {"TheMarkAsACode", Kind::shortCodes, "\xFF\xFF\0x\0"s, {255, L"x"}},
+        GroupRow {"ALongCode", Kind::shortCodes, "\xFF\xE8\3x\0"s, {1000, L"x"}},
+        GroupRow {"ATextWithAZero", Kind::binary, "\1\0a\\U+0000b\0"s, {1, GroupValue(L"a\0b"s)}},
+        GroupRow {"ATextOfTwoLines", Kind::binary, "\1\0a\nb\0"s, {1, L"a\nb"}},
+        GroupRow {"ATextWithCarets", Kind::binary, "\1\0^J2^3^ \0"s, {1, L"^J2^3^ "}},
+        GroupRow {"AReal", Kind::binary, "\x28\0\0\0\0\0\0\0\xF8\xBF"s, {40, -1.5}},
+        GroupRow {"AShort", Kind::binary, "\x46\0\xFE\xFF"s, {70, -2}},
+        GroupRow {"ALong", Kind::binary, "\x5A\0\xFE\xFF\xFF\xFF"s, {90, -2}},
+        GroupRow {"AVeryLong", Kind::binary, "\xA0\0\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s, {160, -2}},
+        GroupRow {"ABoolean", Kind::binary, "\x22\1\1"s, {290, 1}},
+        GroupRow {"AHandle",
+                  Kind::binary,
+                  "\x4A\1"
+                  "1F\0"s,
+                  {330, Handle {0x1F}}},
+        GroupRow {"AHandleThatIsNone", Kind::binary, "\5\0_DOT\0"s, {5, L"_DOT"}},
+        GroupRow {"Bytes", Kind::binary, "\x36\1\3\0\1\2"s, {310, GroupValue("\0\1\2"s)}},
+        GroupRow {
             "AsManyBytesAsAGroupHas", Kind::binary, "\x36\1\x7F"s + k127, {310, GroupValue(k127)}}),
-    nameOf);
+    nameOfGroup);
 
-class GroupDecoding : public ::testing::TestWithParam<Row>
+class GroupDecoding : public ::testing::TestWithParam<GroupRow>
 {
 };
 
 TEST_P(GroupDecoding, UnderstandsTheBytes)
 {
-    const Row& row = GetParam();
+    const GroupRow& row = GetParam();
     const Groups groups = decodeGroups(row.bytes, formOf(row.kind));
     ASSERT_EQ(groups.size(), 1U);
     EXPECT_EQ(groups[0].value, row.group.value) << described(groups);
@@ -165,30 +165,31 @@ TEST_P(GroupDecoding, UnderstandsTheBytes)
 INSTANTIATE_TEST_SUITE_P(
     Groups, GroupDecoding,
     ::testing::Values(
-        Row {"ANumberWithSpaces", Kind::bare, " 70 \n  7 \n", {70, 7}},
-        Row {"ANumberWithASign", Kind::bare, "70\n+7\n", {70, 7}},
-        Row {"AWholeNumberWrittenAsAReal", Kind::bare, "70\n7.0\n", {70, 7}},
-        Row {"AWholeNumberThatIsNone", Kind::bare, "70\nseven\n", {70, 0}},
-        Row {"AWholeNumberThatIsEmpty", Kind::bare, "70\n\n", {70, 0}},
-        Row {"AWholeNumberThatIsInfinite", Kind::bare, "70\ninf\n", {70, 0}},
-        Row {"AWholeNumberTooLarge", Kind::bare, "160\n9223372036854775808\n", {160, 0}},
-        Row {"ARealThatIsNone", Kind::bare, "40\n1,5\n", {40, 0.0}},
-        Row {"ARealThatIsEmpty", Kind::bare, "40\n\n", {40, 0.0}},
-        Row {"ARealWithASignAndAnExponent", Kind::bare, "40\n +1.5E+2\n", {40, 150.0}},
-        Row {"ARealWithoutADot", Kind::bare, "40\n3\n", {40, 3.0}},
-        Row {"AHandleInSmallLettersWithSpaces", Kind::bare, "5\n 1f \n", {5, Handle {0x1F}}},
-        Row {"AHandleTooLong", Kind::bare, "5\n12345678901234567\n", {5, L"12345678901234567"}},
-        Row {"BytesInSmallLetters", Kind::bare, "310\nff\n", {310, GroupValue("\xFF"s)}},
-        Row {"BytesWithHalfAByte", Kind::bare, "310\nFF0\n", {310, GroupValue(""s)}},
-        Row {"BytesThatAreNone", Kind::bare, "310\nXX\n", {310, GroupValue(""s)}},
-        Row {"ABooleanOfManyValues", Kind::binary, "\x22\1\xFF"s, {290, 255}},
-        Row {"ALastLineWithoutItsEnd", Kind::bare, "1\nab", {1, L"ab"}},
-        Row {"BlankLinesBehindTheLastGroup", Kind::bare, "1\nab\n\n \n", {1, L"ab"}},
-        Row {"WhatStandsBehindTheEndOfTheFile",
-             Kind::bare,
-             "0\nEOF\n1\na\nno group\n",
-             {0, L"EOF"}}),
-    nameOf);
+        GroupRow {"ANumberWithSpaces", Kind::bare, " 70 \n  7 \n", {70, 7}},
+        GroupRow {"ANumberWithASign", Kind::bare, "70\n+7\n", {70, 7}},
+        GroupRow {"AWholeNumberWrittenAsAReal", Kind::bare, "70\n7.0\n", {70, 7}},
+        GroupRow {"AWholeNumberThatIsNone", Kind::bare, "70\nseven\n", {70, 0}},
+        GroupRow {"AWholeNumberThatIsEmpty", Kind::bare, "70\n\n", {70, 0}},
+        GroupRow {"AWholeNumberThatIsInfinite", Kind::bare, "70\ninf\n", {70, 0}},
+        GroupRow {"AWholeNumberTooLarge", Kind::bare, "160\n9223372036854775808\n", {160, 0}},
+        GroupRow {"ARealThatIsNone", Kind::bare, "40\n1,5\n", {40, 0.0}},
+        GroupRow {"ARealThatIsEmpty", Kind::bare, "40\n\n", {40, 0.0}},
+        GroupRow {"ARealWithASignAndAnExponent", Kind::bare, "40\n +1.5E+2\n", {40, 150.0}},
+        GroupRow {"ARealWithoutADot", Kind::bare, "40\n3\n", {40, 3.0}},
+        GroupRow {"AHandleInSmallLettersWithSpaces", Kind::bare, "5\n 1f \n", {5, Handle {0x1F}}},
+        GroupRow {
+            "AHandleTooLong", Kind::bare, "5\n12345678901234567\n", {5, L"12345678901234567"}},
+        GroupRow {"BytesInSmallLetters", Kind::bare, "310\nff\n", {310, GroupValue("\xFF"s)}},
+        GroupRow {"BytesWithHalfAByte", Kind::bare, "310\nFF0\n", {310, GroupValue(""s)}},
+        GroupRow {"BytesThatAreNone", Kind::bare, "310\nXX\n", {310, GroupValue(""s)}},
+        GroupRow {"ABooleanOfManyValues", Kind::binary, "\x22\1\xFF"s, {290, 255}},
+        GroupRow {"ALastLineWithoutItsEnd", Kind::bare, "1\nab", {1, L"ab"}},
+        GroupRow {"BlankLinesBehindTheLastGroup", Kind::bare, "1\nab\n\n \n", {1, L"ab"}},
+        GroupRow {"WhatStandsBehindTheEndOfTheFile",
+                  Kind::bare,
+                  "0\nEOF\n1\na\nno group\n",
+                  {0, L"EOF"}}),
+    nameOfGroup);
 
 TEST(GroupDecoding, TheBytesOfTheGroupsAreThoseOfTheRecord)
 {
@@ -202,7 +203,7 @@ TEST(GroupDecoding, TheBytesOfTheGroupsAreThoseOfTheRecord)
     EXPECT_EQ(groups.size(), 3U);
 }
 
-class GroupEncoding : public ::testing::TestWithParam<Row>
+class GroupEncoding : public ::testing::TestWithParam<GroupRow>
 {
 };
 
@@ -214,28 +215,29 @@ TEST_P(GroupEncoding, WritesTheValueAsItsCodeDemands)
 INSTANTIATE_TEST_SUITE_P(
     Groups, GroupEncoding,
     ::testing::Values(
-        Row {"AWholeNumberForAReal", Kind::bare, "40\n3.0\n", {40, 3}},
-        Row {"ARealForAWholeNumber", Kind::bare, "70\n4\n", {70, 3.5}},
-        Row {"ATextForAWholeNumber", Kind::bare, "70\nx\n", {70, L"x"}},
-        Row {"AWholeNumberForAText", Kind::bare, "1\n3\n", {1, 3}},
-        Row {"AHandleForAText", Kind::bare, "1\n1F\n", {1, Handle {0x1F}}},
-        Row {"AWholeNumberForARealInBinary", Kind::binary, "\x28\0\0\0\0\0\0\0\x08\x40"s, {40, 3}},
-        Row {"ATextForAWholeNumberInBinary", Kind::binary, "\x46\0\0\0"s, {70, L"x"}},
-        Row {"AWholeNumberForATextInBinary", Kind::binary, "\1\0003\0"s, {1, 3}},
-        Row {"AShortWithoutASign", Kind::binary, "\x46\0\xFF\xFF"s, {70, 65535}},
-        Row {"AShortTooLarge", Kind::binary, "\x46\0\xFF\xFF"s, {70, 65536}},
-        Row {"AShortTooSmall", Kind::binary, "\x46\0\0\x80"s, {70, -32769}},
-        Row {"ABooleanTooLarge", Kind::binary, "\x22\1\xFF"s, {290, 256}},
-        Row {"ABooleanTooSmall", Kind::binary, "\x22\1\0"s, {290, -1}},
-        Row {"MoreBytesThanAGroupHas",
-             Kind::binary,
-             "\x36\1\x7F"s + k127 + "\x36\1\1"s + "y",
-             {310, GroupValue(k127 + "y")}},
-        Row {"MoreBytesThanALineHas",
-             Kind::bare,
-             "310\n" + std::string(254, '7') + "\n310\n77\n",
-             {310, GroupValue(std::string(128, 'w'))}}),
-    nameOf);
+        GroupRow {"AWholeNumberForAReal", Kind::bare, "40\n3.0\n", {40, 3}},
+        GroupRow {"ARealForAWholeNumber", Kind::bare, "70\n4\n", {70, 3.5}},
+        GroupRow {"ATextForAWholeNumber", Kind::bare, "70\nx\n", {70, L"x"}},
+        GroupRow {"AWholeNumberForAText", Kind::bare, "1\n3\n", {1, 3}},
+        GroupRow {"AHandleForAText", Kind::bare, "1\n1F\n", {1, Handle {0x1F}}},
+        GroupRow {
+            "AWholeNumberForARealInBinary", Kind::binary, "\x28\0\0\0\0\0\0\0\x08\x40"s, {40, 3}},
+        GroupRow {"ATextForAWholeNumberInBinary", Kind::binary, "\x46\0\0\0"s, {70, L"x"}},
+        GroupRow {"AWholeNumberForATextInBinary", Kind::binary, "\1\0003\0"s, {1, 3}},
+        GroupRow {"AShortWithoutASign", Kind::binary, "\x46\0\xFF\xFF"s, {70, 65535}},
+        GroupRow {"AShortTooLarge", Kind::binary, "\x46\0\xFF\xFF"s, {70, 65536}},
+        GroupRow {"AShortTooSmall", Kind::binary, "\x46\0\0\x80"s, {70, -32769}},
+        GroupRow {"ABooleanTooLarge", Kind::binary, "\x22\1\xFF"s, {290, 256}},
+        GroupRow {"ABooleanTooSmall", Kind::binary, "\x22\1\0"s, {290, -1}},
+        GroupRow {"MoreBytesThanAGroupHas",
+                  Kind::binary,
+                  "\x36\1\x7F"s + k127 + "\x36\1\1"s + "y",
+                  {310, GroupValue(k127 + "y")}},
+        GroupRow {"MoreBytesThanALineHas",
+                  Kind::bare,
+                  "310\n" + std::string(254, '7') + "\n310\n77\n",
+                  {310, GroupValue(std::string(128, 'w'))}}),
+    nameOfGroup);
 
 TEST(GroupEncoding, AGroupOfTheFileKeepsItsBytes)
 {

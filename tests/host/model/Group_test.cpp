@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace corma::host;
+namespace corma::host {
 
 namespace {
 
@@ -218,7 +218,7 @@ struct HandleRow
     std::optional<Handle> handle;
 };
 
-TEST(Handles, AreHexadecimal)
+TEST(HandleText, IsHexadecimal)
 {
     for (const HandleRow& row : {
              HandleRow {L"0", Handle::none}, HandleRow {L"2a", Handle {0x2A}},
@@ -238,3 +238,5 @@ TEST(Handles, AreHexadecimal)
 }
 
 } // namespace
+
+} // namespace corma::host

@@ -7,13 +7,14 @@
 #include <gtest/gtest.h>
 #include <set>
 
-using namespace corma::host;
+namespace corma::host {
+
+namespace {
+
 using corma::testing::kSmallDrawing;
 using corma::testing::kSmallDrawingR12;
 using corma::testing::TestDrawing;
 using corma::testing::withSections;
-
-namespace {
 
 using StoreOfRecords = corma::testing::OpenObjects;
 
@@ -34,7 +35,7 @@ std::wstring entryNames(Store& store, TableKind table)
 
 // --- header --------------------------------------------------------------------------------------
 
-struct VersionRow
+struct HeaderVersionRow
 {
     std::string_view text;
     DrawingVersion version;
@@ -42,18 +43,18 @@ struct VersionRow
 
 TEST_F(StoreOfRecords, KnowsItsVersion)
 {
-    for (const VersionRow& row : {
-             VersionRow {"AC1009", DrawingVersion::r12},
-             VersionRow {"AC1012", DrawingVersion::r13},
-             VersionRow {"AC1014", DrawingVersion::r14},
-             VersionRow {"AC1015", DrawingVersion::r2000},
-             VersionRow {"AC1016", DrawingVersion::r2000}, // between two releases
-             VersionRow {"AC1032", DrawingVersion::r2018},
-             VersionRow {"AC1099", DrawingVersion::r2018}, // later ones keep its rules
-             VersionRow {"AC1002", DrawingVersion::unknown},
-             VersionRow {"AC15", DrawingVersion::unknown},
-             VersionRow {"ACxxxx", DrawingVersion::unknown},
-             VersionRow {"", DrawingVersion::unknown},
+    for (const HeaderVersionRow& row : {
+             HeaderVersionRow {"AC1009", DrawingVersion::r12},
+             HeaderVersionRow {"AC1012", DrawingVersion::r13},
+             HeaderVersionRow {"AC1014", DrawingVersion::r14},
+             HeaderVersionRow {"AC1015", DrawingVersion::r2000},
+             HeaderVersionRow {"AC1016", DrawingVersion::r2000}, // between two releases
+             HeaderVersionRow {"AC1032", DrawingVersion::r2018},
+             HeaderVersionRow {"AC1099", DrawingVersion::r2018}, // later ones keep its rules
+             HeaderVersionRow {"AC1002", DrawingVersion::unknown},
+             HeaderVersionRow {"AC15", DrawingVersion::unknown},
+             HeaderVersionRow {"ACxxxx", DrawingVersion::unknown},
+             HeaderVersionRow {"", DrawingVersion::unknown},
          }) {
         TestDrawing drawing(header("9 $ACADVER\n1 " + std::string(row.text) + "\n"));
         EXPECT_EQ(drawing.store().version(), row.version) << row.text;
@@ -401,3 +402,5 @@ TEST_F(StoreOfRecords, HasNoRoomForObjectsBeforeR13)
 }
 
 } // namespace
+
+} // namespace corma::host

@@ -70,7 +70,7 @@ unsigned long handleSeedOf(const std::vector<Pair>& pairs)
     return name == pairs.end() ? 0 : hexadecimal((name + 1)->value);
 }
 
-class Templates : public testing::TestWithParam<std::pair<const char*, std::string_view>>
+class Templates : public ::testing::TestWithParam<std::pair<const char*, std::string_view>>
 {
 protected:
     const std::string_view text = GetParam().second;
@@ -113,8 +113,8 @@ TEST_P(Templates, ReferToNothingThatIsNotThere)
 }
 
 INSTANTIATE_TEST_SUITE_P(, Templates,
-                         testing::Values(std::pair("Default", defaultDrawing()),
-                                         std::pair("R12", r12Drawing())),
+                         ::testing::Values(std::pair("Default", defaultDrawing()),
+                                           std::pair("R12", r12Drawing())),
                          [](const auto& row) { return row.param.first; });
 
 TEST(DefaultDrawing, HasModelAndOneLayout)

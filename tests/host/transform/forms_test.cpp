@@ -13,22 +13,14 @@ namespace corma::host {
 
 namespace {
 
+using test::moved;
 using test::recordFrom;
+using test::stretched;
 using test::textOf;
-
-AcGeMatrix3d moved(double x, double y, double z)
-{
-    return AcGeMatrix3d().setToTranslation({x, y, z});
-}
 
 AcGeMatrix3d turned(double degrees, const AcGeVector3d& axis = AcGeVector3d::kZAxis)
 {
     return AcGeMatrix3d().setToRotation(degrees * std::numbers::pi / 180.0, axis);
-}
-
-AcGeMatrix3d stretched(double x, double y, double z)
-{
-    return AcGeMatrix3d().setCoordSystem({}, {x, 0, 0}, {0, y, 0}, {0, 0, z});
 }
 
 const AcGeMatrix3d mirroredInX = stretched(-1, 1, 1);
@@ -48,7 +40,7 @@ std::ostream& operator<<(std::ostream& out, const FormRow& row)
     return out << row.sentence;
 }
 
-class Form : public testing::TestWithParam<FormRow>
+class Form : public ::testing::TestWithParam<FormRow>
 {
 };
 
@@ -59,7 +51,7 @@ TEST_P(Form, IsAsExpected)
     EXPECT_EQ(textOf(record), std::wstring(GetParam().after) + L"\n");
 }
 
-std::string sentenceOf(const testing::TestParamInfo<FormRow>& row)
+std::string sentenceOf(const ::testing::TestParamInfo<FormRow>& row)
 {
     return row.param.sentence;
 }
@@ -138,7 +130,7 @@ const FormRow outlineRows[] = {
     {"TheEndOfASequenceHasNoPlace", L"0 SEQEND\n8 0", moved(1, 2, 3), L"0 SEQEND\n8 0"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Outlines, Form, testing::ValuesIn(outlineRows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(Outlines, Form, ::testing::ValuesIn(outlineRows), sentenceOf);
 
 const FormRow textRows[] = {
     {"ATextMirroredInXIsBackward", L"0 TEXT\n10 1\n20 2\n30 0\n40 3\n1 a\n50 10", mirroredInX,
@@ -204,7 +196,7 @@ const FormRow textRows[] = {
      L"0 TOLERANCE\n3 ISO\n10 2\n20 4\n30 0\n1 a"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Texts, Form, testing::ValuesIn(textRows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(Texts, Form, ::testing::ValuesIn(textRows), sentenceOf);
 
 const FormRow referenceRows[] = {
     {"AMovedInsertTellsNoFactors", L"0 INSERT\n2 B\n10 1\n20 2\n30 0", moved(1, 2, 3),
@@ -246,7 +238,7 @@ const FormRow referenceRows[] = {
      L"0"},
 };
 
-INSTANTIATE_TEST_SUITE_P(References, Form, testing::ValuesIn(referenceRows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(References, Form, ::testing::ValuesIn(referenceRows), sentenceOf);
 
 const FormRow hatchRows[] = {
     {"APatternIsTurnedAndScaledInAllItsParts",
@@ -305,7 +297,7 @@ const FormRow hatchRows[] = {
      L"0"},
 };
 
-INSTANTIATE_TEST_SUITE_P(Hatches, Form, testing::ValuesIn(hatchRows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(Hatches, Form, ::testing::ValuesIn(hatchRows), sentenceOf);
 
 const FormRow extendedRows[] = {
     {"APositionFollows", L"0 SEQEND\n1001 A\n1011 1\n1021 2\n1031 3", moved(10, 20, 30),
@@ -329,7 +321,7 @@ const FormRow extendedRows[] = {
      L"10"},
 };
 
-INSTANTIATE_TEST_SUITE_P(ExtendedData, Form, testing::ValuesIn(extendedRows), sentenceOf);
+INSTANTIATE_TEST_SUITE_P(ExtendedData, Form, ::testing::ValuesIn(extendedRows), sentenceOf);
 
 // --- what stays as it stands in the file ---------------------------------------------------------
 
@@ -368,7 +360,7 @@ std::ostream& operator<<(std::ostream& out, const BytesRow& row)
     return out << row.sentence;
 }
 
-class Bytes : public testing::TestWithParam<BytesRow>
+class Bytes : public ::testing::TestWithParam<BytesRow>
 {
 };
 
@@ -424,7 +416,7 @@ const BytesRow bytesRows[] = {
      {10, 20, 30}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Rows, Bytes, testing::ValuesIn(bytesRows),
+INSTANTIATE_TEST_SUITE_P(Rows, Bytes, ::testing::ValuesIn(bytesRows),
                          [](const auto& row) { return row.param.sentence; });
 
 TEST(Extrusion, IsWrittenWithoutRoundingErrors)
@@ -434,7 +426,7 @@ TEST(Extrusion, IsWrittenWithoutRoundingErrors)
     EXPECT_EQ(line.point(210, line.body()), (Point {1.0, 0.0, 0.0}));
 }
 
-TEST(Angle, ThatIsNotThereIsNotAddedByRounding)
+TEST(AngleInForm, ThatIsNotThereIsNotAddedByRounding)
 {
     for (int i = 0; i < 100; ++i) {
         Groups insert = recordFrom(L"0 INSERT\n2 B\n10 1\n20 2\n30 3");

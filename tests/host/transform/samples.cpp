@@ -814,6 +814,16 @@ Samples Samples::transformed(const AcGeMatrix3d& matrix) const
     return result;
 }
 
+AcGeMatrix3d moved(double x, double y, double z)
+{
+    return AcGeMatrix3d().setToTranslation({x, y, z});
+}
+
+AcGeMatrix3d stretched(double x, double y, double z)
+{
+    return AcGeMatrix3d().setCoordSystem({}, {x, 0, 0}, {0, y, 0}, {0, 0, z});
+}
+
 Samples samplesOf(const Groups& entity, const std::vector<Groups>& vertices)
 {
     const Record record(entity);

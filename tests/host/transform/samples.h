@@ -18,6 +18,11 @@ Groups recordFrom(std::wstring_view lines);
 /// The groups in the same form, numbers rounded to nine decimals.
 std::wstring textOf(const Groups& groups);
 
+AcGeMatrix3d moved(double x, double y, double z);
+
+/// About the axes of the world.
+AcGeMatrix3d stretched(double x, double y, double z);
+
 /// A circle or an ellipse as a whole: u * u' + v * v' of its half axes u and v.
 struct Tensor
 {
