@@ -332,9 +332,10 @@ std::optional<std::string> PagedFile::read(const Section& section)
     if (!take(size, 0)) {
         return std::nullopt;
     }
-    std::string out(static_cast<std::size_t>(size), '\0');
+    std::string out; // grows page by page, so that its memory is touched when it is needed
+    out.reserve(static_cast<std::size_t>(size));
     for (const SectionPage& page : section.pages) {
-        if (!readPage(section, page, out)) {
+        if (!readPage(section, page, static_cast<std::size_t>(size), out)) {
             return std::nullopt;
         }
     }
@@ -342,7 +343,8 @@ std::optional<std::string> PagedFile::read(const Section& section)
     return out;
 }
 
-bool PagedFile::readPage(const Section& section, const SectionPage& page, std::string& out)
+bool PagedFile::readPage(const Section& section, const SectionPage& page, std::size_t size,
+                         std::string& out)
 {
     const PlacedPage* const place = placeOf(page.id);
     if (place == nullptr) {
@@ -359,11 +361,11 @@ bool PagedFile::readPage(const Section& section, const SectionPage& page, std::s
     if (header.type != kSectionPageType || header.sectionId != section.id) {
         return fail(at, L"another page is where one of a section should be");
     }
-    if (header.dataSize > behind.size() || page.start > out.size()) {
+    if (header.dataSize > behind.size() || page.start > size) {
         return fail(at, L"a page is longer than its place");
     }
     const auto start = static_cast<std::size_t>(page.start);
-    const std::size_t room = std::min<std::size_t>(section.pageSize, out.size() - start);
+    const std::size_t room = std::min<std::size_t>(section.pageSize, size - start);
     if (!m_allowance.takeWork(PageHeader::kSize + room + header.dataSize)) {
         return fail(at, L"a section has more pages than the file");
     }
@@ -372,16 +374,19 @@ bool PagedFile::readPage(const Section& section, const SectionPage& page, std::s
         || pageChecksum(0, data) != header.dataChecksum) {
         return fail(at, L"a page has a wrong checksum");
     }
+    if (out.size() < start + room) {
+        out.resize(start + room);
+    }
     char* const to = out.data() + start;
     if (section.form == Section::Form::plain) {
         std::memcpy(to, data.data(), std::min(room, data.size()));
         return true;
     }
-    const auto size = decompressPage(data, {to, room});
-    if (!size) {
+    const auto made = decompressPage(data, {to, room});
+    if (!made) {
         return fail(at, L"a page cannot be decompressed");
     }
-    std::memset(to + *size, 0, room - *size);
+    std::memset(to + *made, 0, room - *made);
     return true;
 }
 

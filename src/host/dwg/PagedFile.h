@@ -156,7 +156,8 @@ public:
 private:
     bool openHeader(PagedHeader& header);
     std::optional<std::string> systemPage(std::size_t address, std::uint32_t type);
-    bool readPage(const Section& section, const SectionPage& page, std::string& out);
+    bool readPage(const Section& section, const SectionPage& page, std::size_t size,
+                  std::string& out);
     bool take(std::uint64_t size, std::size_t at);
     bool fail(std::size_t at, const wchar_t* what);
 

@@ -152,6 +152,69 @@ std::optional<RecordHead> readHead(std::string_view bytes, DrawingVersion versio
     return from.isGood() ? std::optional(head) : std::nullopt;
 }
 
+// --- what every record has -----------------------------------------------------------------------
+
+namespace {
+
+/// A record up to its handle.
+struct OpenedRecord
+{
+    unsigned type = 0;
+    Ref self;
+    std::size_t size = 0; // of the whole
+    FieldsFromBits io; // behind the handle
+};
+
+std::optional<OpenedRecord> openRecord(std::string_view bytes, const FileForm& form)
+{
+    const auto envelope = openEnvelope(bytes, form.version);
+    if (!envelope) {
+        return std::nullopt;
+    }
+    Streams streams;
+    streams.bytes = bytes.substr(envelope->begin, envelope->size);
+    streams.data = BitReader(streams.bytes);
+    const unsigned type = readType(streams.data, form.version);
+    const std::size_t end = envelope->size * kByteBits;
+    std::size_t handlesBegin = end - envelope->handleBits;
+    if (form.version >= r2000 && form.version < r2010) {
+        handlesBegin = streams.data.rawLong();
+    }
+    const Ref self = readRef(streams.data, Handle::none);
+    if (!streams.data.isGood()) {
+        return std::nullopt;
+    }
+    if (form.version >= r2000) {
+        partStreams(streams, handlesBegin, end, form.hasUnicode());
+    }
+    return OpenedRecord {type, self, envelope->whole(), {form, self.target, streams}};
+}
+
+bool frameFromBits(FieldsFromBits& io, Frame& frame)
+{
+    frame.head(io);
+    if (io.until(r14)) {
+        const std::size_t handlesBegin = io.streams().data.rawLong();
+        partStreams(io.streams(), handlesBegin, io.streams().bytes.size() * kByteBits, false);
+    }
+    frame.fields(io);
+    frame.handles(io);
+    return io.isGood();
+}
+
+} // namespace
+
+bool readFrame(std::string_view bytes, const FileForm& form, Frame& frame)
+{
+    auto opened = openRecord(bytes, form);
+    if (!opened) {
+        return false;
+    }
+    frame.self = opened->self;
+    frameFromBits(opened->io, frame);
+    return true;
+}
+
 // --- Record --------------------------------------------------------------------------------------
 
 Record::Record(const FileForm& form, const TypeTable& types, unsigned type, bool isUnderstood)
@@ -186,46 +249,20 @@ std::optional<Record> Record::peek(std::string_view bytes, const FileForm& form,
 std::optional<Record> Record::read(std::string_view bytes, const FileForm& form,
                                    const TypeTable& types, Check check)
 {
-    const auto envelope = openEnvelope(bytes, form.version);
-    if (!envelope) {
+    auto opened = openRecord(bytes, form);
+    if (!opened) {
         return std::nullopt;
     }
-    bytes = bytes.substr(0, envelope->whole());
-    Streams streams;
-    streams.bytes = bytes.substr(envelope->begin, envelope->size);
-    streams.data = BitReader(streams.bytes);
-    Record record(form, types, readType(streams.data, form.version));
+    bytes = bytes.substr(0, opened->size);
+    const std::string_view streams = opened->io.streams().bytes;
+    Record record(form, types, opened->type);
     record.m_depth = Depth::nothing;
-    record.m_lastByte = streams.bytes.empty() ? '\0' : streams.bytes.back();
-    const std::size_t end = envelope->size * kByteBits;
-    std::size_t handlesBegin = end - envelope->handleBits;
-    if (form.version >= r2000 && form.version < r2010) {
-        handlesBegin = streams.data.rawLong();
-    }
-    record.m_frame.self = readRef(streams.data, Handle::none);
-    if (!streams.data.isGood()) {
-        return std::nullopt;
-    }
-    if (form.version >= r2000) {
-        partStreams(streams, handlesBegin, end, form.hasUnicode());
-    }
-    FieldsFromBits io(form, record.m_frame.self.target, streams);
-    if (record.readFrame(io)) {
-        record.readBody(io, bytes, check);
+    record.m_lastByte = streams.empty() ? '\0' : streams.back();
+    record.m_frame.self = opened->self;
+    if (frameFromBits(opened->io, record.m_frame)) {
+        record.readBody(opened->io, bytes, check);
     }
     return record;
-}
-
-bool Record::readFrame(FieldsFromBits& io)
-{
-    m_frame.head(io);
-    if (m_form->version < r2000) {
-        const std::size_t handlesBegin = io.streams().data.rawLong();
-        partStreams(io.streams(), handlesBegin, io.streams().bytes.size() * kByteBits, false);
-    }
-    m_frame.fields(io);
-    m_frame.handles(io);
-    return io.isGood();
 }
 
 void Record::readBody(const FieldsFromBits& behindFrame, std::string_view bytes, Check check)

@@ -77,7 +77,6 @@ private:
 
     static std::optional<Record> read(std::string_view bytes, const FileForm& form,
                                       const TypeTable& types, Check check);
-    bool readFrame(FieldsFromBits& io);
     void readBody(const FieldsFromBits& behindFrame, std::string_view bytes, Check check);
 
     const FileForm* m_form;
@@ -88,6 +87,11 @@ private:
     std::unique_ptr<Body> m_body;
     char m_lastByte = 0; // of the file's; the bits behind the last handle mean nothing
 };
+
+/// Reads what stands ahead of the fields of the type, for an entity when `frame.isEntity` says so.
+/// Of what the record does not have, `frame` keeps what it had. False when not even the handle can
+/// be read.
+bool readFrame(std::string_view bytes, const FileForm& form, Frame& frame);
 
 /// What can be told of a record without taking it apart.
 struct RecordHead

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <unordered_map>
 
 namespace corma::host::dwg {
 
@@ -26,6 +25,14 @@ struct Found
     std::uint32_t size = 0;
     unsigned type = 0;
     AcDbStub* stub = nullptr;
+};
+
+/// What a number of a type means in the drawing.
+struct KnownType
+{
+    RecordType type = RecordType::none;
+    bool isEntity = false;
+    bool isKnown = false; // the other two were looked up
 };
 
 /// Makes the records of a drawing in the order that a DXF file of it has, since that is how the
@@ -52,7 +59,7 @@ private:
 
     Found* find(Handle handle);
     [[nodiscard]] std::optional<Record> recordOf(const Found& found) const;
-    RecordType typeOf(unsigned number);
+    const KnownType& typeOf(unsigned number);
     AcDbStub* append(Found& found, Kind kind, AcDbStub* container);
     AcDbStub* appendImplied(Kind kind, RecordType type);
     void addHeader();
@@ -64,7 +71,7 @@ private:
     void addMembers(const Owned& owned, AcDbStub* container, bool isPaperSpace);
     void addEntity(Handle handle, AcDbStub* container, bool isPaperSpace);
     void addSubEntities(const Found& owner, AcDbStub* stub);
-    [[nodiscard]] Handle nextOf(const Found& found) const;
+    Handle nextOf(const Found& found);
     void addSpaces();
     void addObjects(Handle root);
 
@@ -74,7 +81,9 @@ private:
     Store& m_store;
     Store::Structure m_structure;
     std::vector<Found> m_found; // by handle
-    std::unordered_map<unsigned, RecordType> m_typeNames;
+    std::size_t m_foundLast = 0; // the position that was found last
+    std::vector<KnownType> m_knownTypes; // by number
+    Frame m_frame; // of the record that is looked at
 
     DwgFormat::BlockPlaces m_blockPlaces;
     Handle m_modelRecord = Handle::none;
@@ -114,12 +123,28 @@ std::optional<ReadResult> StructureReader::findRecords(const std::wstring& path)
     return std::nullopt;
 }
 
+// What is looked for mostly stands a little behind what was found last.
 Found* StructureReader::find(Handle handle)
 {
-    const auto at
-        = std::lower_bound(m_found.begin(), m_found.end(), handle,
-                           [](const Found& found, Handle wanted) { return found.handle < wanted; });
-    return at == m_found.end() || at->handle != handle ? nullptr : &*at;
+    const auto isBefore = [](const Found& found, Handle wanted) { return found.handle < wanted; };
+    auto begin = m_found.begin();
+    auto end = m_found.end();
+    if (m_foundLast < m_found.size() && m_found[m_foundLast].handle < handle) {
+        begin += static_cast<std::ptrdiff_t>(m_foundLast) + 1;
+        for (std::ptrdiff_t step = 1; step < end - begin; step *= 2) {
+            if (!isBefore(begin[step - 1], handle)) {
+                end = begin + step;
+                break;
+            }
+            begin += step;
+        }
+    }
+    const auto at = std::lower_bound(begin, end, handle, isBefore);
+    if (at == m_found.end() || at->handle != handle) {
+        return nullptr;
+    }
+    m_foundLast = static_cast<std::size_t>(at - m_found.begin());
+    return &*at;
 }
 
 std::optional<Record> StructureReader::recordOf(const Found& found) const
@@ -127,18 +152,22 @@ std::optional<Record> StructureReader::recordOf(const Found& found) const
     return Record::peek(m_parts.objects.substr(found.offset, found.size), m_form, m_types);
 }
 
-RecordType StructureReader::typeOf(unsigned number)
+const KnownType& StructureReader::typeOf(unsigned number)
 {
-    const auto [known, isNew] = m_typeNames.try_emplace(number);
-    if (isNew) {
-        known->second = m_store.typeNamed(m_types.find(number).name);
+    if (number >= m_knownTypes.size()) {
+        m_knownTypes.resize(std::size_t {number} + 1);
     }
-    return known->second;
+    KnownType& known = m_knownTypes[number];
+    if (!known.isKnown) {
+        const TypeInfo info = m_types.find(number);
+        known = {m_store.typeNamed(info.name), info.isEntity, true};
+    }
+    return known;
 }
 
 AcDbStub* StructureReader::append(Found& found, Kind kind, AcDbStub* container)
 {
-    AcDbStub* const stub = m_store.append(kind, typeOf(found.type), found.offset, found.size);
+    AcDbStub* const stub = m_store.append(kind, typeOf(found.type).type, found.offset, found.size);
     stub->container = container;
     m_store.giveHandle(*stub, found.handle);
     found.stub = stub;
@@ -299,10 +328,11 @@ void StructureReader::addMembers(const Owned& owned, AcDbStub* container, bool i
     }
 }
 
-Handle StructureReader::nextOf(const Found& found) const
+Handle StructureReader::nextOf(const Found& found)
 {
-    const auto record = recordOf(found);
-    return record ? record->frame().nextHandle() : Handle::none;
+    m_frame.isEntity = typeOf(found.type).isEntity;
+    const std::string_view bytes = m_parts.objects.substr(found.offset, found.size);
+    return readFrame(bytes, m_form, m_frame) ? m_frame.nextHandle() : Handle::none;
 }
 
 void StructureReader::addEntity(Handle handle, AcDbStub* container, bool isPaperSpace)
@@ -350,8 +380,11 @@ void StructureReader::addObjects(Handle root)
         append(*found, Kind::object, nullptr);
     }
     for (Found& found : m_found) {
-        if (found.stub == nullptr && !m_types.find(found.type).isEntity
-            && typeOf(found.type) != RecordType::table) {
+        if (found.stub != nullptr) {
+            continue;
+        }
+        const KnownType& known = typeOf(found.type);
+        if (!known.isEntity && known.type != RecordType::table) {
             append(found, Kind::object, nullptr);
         }
     }

@@ -115,6 +115,7 @@ Ref readRef(BitReader& from, Handle self)
 {
     constexpr unsigned kHalfByte = 4;
     constexpr unsigned kMostBytes = 8;
+    constexpr unsigned kMostAtOnce = 32;
     Ref ref;
     ref.isFromFile = true;
     ref.code = static_cast<std::uint8_t>(from.bits(kHalfByte));
@@ -123,9 +124,9 @@ Ref readRef(BitReader& from, Handle self)
         from.fail();
         return {};
     }
-    for (unsigned i = 0; i < ref.size; ++i) {
-        ref.number = ref.number << kByteBits | from.byte();
-    }
+    const unsigned low = std::min(ref.size * kByteBits, kMostAtOnce);
+    ref.number = from.bits(ref.size * kByteBits - low);
+    ref.number = ref.number << low | from.bits(low);
     ref.target = targetOf(ref, self);
     return ref;
 }

@@ -88,18 +88,34 @@ public:
         if (distance == 0 || distance > size() || count > left()) {
             return false;
         }
-        if (distance >= kStride && left() - count >= kStride) {
+        if (left() - count < kStride) {
+            repeatExactly(distance, count);
+        } else if (distance >= kStride) {
             for (std::size_t done = 0; done < count; done += kStride) {
                 std::memcpy(m_at + done, m_at + done - distance, kStride);
             }
         } else {
-            repeatExactly(distance, count);
+            repeatNear(distance, count);
         }
         m_at += count;
         return true;
     }
 
 private:
+    // What lies so near is a pattern: eight bytes of it one by one, the others by eights from a
+    // multiple of the distance.
+    void repeatNear(std::size_t distance, std::size_t count) const
+    {
+        constexpr std::size_t kEight = 8;
+        for (std::size_t i = 0; i < kEight; ++i) {
+            m_at[i] = *(m_at + i - distance);
+        }
+        const std::size_t step = (kEight + distance - 1) / distance * distance;
+        for (std::size_t done = kEight; done < count; done += kEight) {
+            std::memcpy(m_at + done, m_at + done - step, kEight);
+        }
+    }
+
     void repeatExactly(std::size_t distance, std::size_t count) const
     {
         const char* const from = m_at - distance;

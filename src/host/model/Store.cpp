@@ -48,17 +48,10 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(RecordType::firs
        "MTEXT",
        "VIEWPORT"};
 
-// Handles that follow each other, as those of neighbours in a file do, keep together: they share a
-// line of the processor's cache.
-std::size_t slotOf(Handle handle, std::size_t mask)
+// What can be named by a handle.
+bool isObject(RecordKind kind)
 {
-    constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15ULL; // odd, with bits all over
-    constexpr int kUpperBits = 32;
-    constexpr int kTogetherBits = 3;
-    constexpr std::uint64_t kTogetherMask = (1U << kTogetherBits) - 1;
-    const auto number = static_cast<std::uint64_t>(handle);
-    const std::uint64_t place = ((number >> kTogetherBits) * kSpread) >> kUpperBits;
-    return static_cast<std::size_t>(place << kTogetherBits | (number & kTogetherMask)) & mask;
+    return kind != RecordKind::structure && kind != RecordKind::header;
 }
 
 } // namespace
@@ -69,7 +62,6 @@ Store::Store(AcDbDatabase* database)
     for (const std::string_view name : kTypeNames) {
         typeNamed(name);
     }
-    growHandles(1);
 }
 
 Store::~Store()
@@ -101,6 +93,7 @@ AcDbStub* Store::append(RecordKind kind, RecordType type, std::uint64_t offset, 
     AcDbStub* const stub = newStub(kind, type);
     stub->offset = offset;
     stub->size = size;
+    m_withoutHandle += isObject(kind) ? 1 : 0;
     link(*stub, nullptr);
     return stub;
 }
@@ -117,59 +110,18 @@ void Store::link(AcDbStub& stub, AcDbStub* before)
 void Store::reserve(std::size_t records)
 {
     m_pieces.reserve(records / kStubsInPiece + 1);
-    growHandles(records);
-}
-
-void Store::growHandles(std::size_t count)
-{
-    constexpr std::size_t kFewest = 1024;
-    std::size_t size = std::max(m_handles.size(), kFewest);
-    while (size < 2 * count) {
-        size *= 2;
-    }
-    if (size == m_handles.size()) {
-        return;
-    }
-    std::vector<HandleSlot> former(size);
-    former.swap(m_handles);
-    for (const HandleSlot& slot : former) {
-        if (slot.stub != nullptr) {
-            std::size_t at = slotOf(slot.handle, size - 1);
-            while (m_handles[at].stub != nullptr) {
-                at = (at + 1) & (size - 1);
-            }
-            m_handles[at] = slot;
-        }
-    }
-}
-
-// False when another record has the handle already.
-bool Store::enterHandle(AcDbStub& stub)
-{
-    if (2 * (m_handleCount + 1) > m_handles.size()) {
-        growHandles(m_handleCount + 1);
-    }
-    const std::size_t mask = m_handles.size() - 1;
-    std::size_t at = slotOf(stub.handle, mask);
-    while (m_handles[at].stub != nullptr) {
-        if (m_handles[at].handle == stub.handle) {
-            return false;
-        }
-        at = (at + 1) & mask;
-    }
-    m_handles[at] = {stub.handle, &stub};
-    ++m_handleCount;
-    return true;
+    m_handles.reserve(records);
 }
 
 void Store::giveHandle(AcDbStub& stub, Handle handle)
 {
     stub.handle = handle;
-    stub.ownsHandle = handle != Handle::none && enterHandle(stub);
+    stub.ownsHandle = handle != Handle::none && m_handles.enter(handle, stub);
     if (!stub.ownsHandle) {
         stub.handle = Handle::none; // gets another one when all are known
         return;
     }
+    m_withoutHandle -= isObject(stub.kind) ? 1 : 0;
     m_nextHandle = std::max(m_nextHandle, static_cast<std::uint64_t>(handle) + 1);
 }
 
@@ -177,12 +129,11 @@ void Store::giveHandle(AcDbStub& stub, Handle handle)
 // handles are good for as long as the drawing is in memory.
 void Store::giveMissingHandles()
 {
-    for (AcDbStub* stub = m_first; stub != nullptr; stub = stub->next) {
-        const bool isObject
-            = stub->kind != RecordKind::structure && stub->kind != RecordKind::header;
-        if (isObject && stub->handle == Handle::none) {
+    for (AcDbStub* stub = m_first; stub != nullptr && m_withoutHandle != 0; stub = stub->next) {
+        if (isObject(stub->kind) && stub->handle == Handle::none) {
             stub->handle = nextHandle();
-            enterHandle(*stub);
+            m_handles.enter(stub->handle, *stub);
+            --m_withoutHandle;
         }
     }
 }
@@ -259,18 +210,6 @@ void Store::finishLoading(Structure structure, std::unique_ptr<DrawingFormat> fo
 
 // --- records -------------------------------------------------------------------------------------
 
-AcDbStub* Store::find(Handle handle) const
-{
-    const std::size_t mask = m_handles.size() - 1;
-    for (std::size_t at = slotOf(handle, mask); m_handles[at].stub != nullptr;
-         at = (at + 1) & mask) {
-        if (m_handles[at].handle == handle) {
-            return m_handles[at].stub;
-        }
-    }
-    return nullptr;
-}
-
 Groups Store::groupsOf(const AcDbStub& stub) const
 {
     if (stub.resident != nullptr) {
@@ -311,7 +250,7 @@ AcDbStub* Store::insertBefore(AcDbStub* place, RecordKind kind, RecordType type)
     markChanged(*stub);
     stub->handle = newHandle();
     stub->ownsHandle = true;
-    enterHandle(*stub);
+    m_handles.enter(stub->handle, *stub);
     return stub;
 }
 
@@ -331,7 +270,7 @@ AcDbStub* Store::impliedStub(RecordKind kind, RecordType type, std::vector<Group
     AcDbStub* const stub = newStub(kind, type);
     stub->isImplied = true;
     stub->handle = nextHandle();
-    enterHandle(*stub);
+    m_handles.enter(stub->handle, *stub);
     m_newGroups[stub] = Groups(std::move(groups));
     return stub;
 }

@@ -3,6 +3,7 @@
 #include "host/error_status.h"
 #include "host/model/DrawingFormat.h"
 #include "host/model/Group.h"
+#include "host/model/HandleTable.h"
 #include "host/model/Stub.h"
 
 #include <array>
@@ -114,7 +115,7 @@ public:
 
     // --- records -------------------------------------------------------------------------------
 
-    [[nodiscard]] AcDbStub* find(Handle handle) const;
+    [[nodiscard]] AcDbStub* find(Handle handle) const { return m_handles.find(handle); }
 
     /// The first record of the file; the others follow by AcDbStub::next.
     [[nodiscard]] AcDbStub* first() const { return m_first; }
@@ -288,19 +289,10 @@ private:
     struct References;
     using Names = std::unordered_map<std::wstring, AcDbStub*>; // folded name; erased ones, too
 
-    // Open addressing; at most half of the slots are taken.
-    struct HandleSlot
-    {
-        Handle handle = Handle::none;
-        AcDbStub* stub = nullptr;
-    };
-
     AcDbStub* newStub(RecordKind kind, RecordType type);
     AcDbStub* insertBefore(AcDbStub* place, RecordKind kind, RecordType type);
     AcDbStub* insertStructure(AcDbStub* place, RecordKind kind, std::vector<Group> groups);
     void link(AcDbStub& stub, AcDbStub* before);
-    void growHandles(std::size_t count);
-    bool enterHandle(AcDbStub& stub);
     void giveMissingHandles();
     Handle nextHandle();
     void noteHandles();
@@ -349,8 +341,8 @@ private:
     bool m_isChanged = false;
 
     std::uint64_t m_nextHandle = 1;
-    std::vector<HandleSlot> m_handles;
-    std::size_t m_handleCount = 0;
+    HandleTable m_handles;
+    std::size_t m_withoutHandle = 0; // objects that were loaded without one of their own
 
     std::vector<std::string> m_typeNames;
     std::unordered_map<std::string, RecordType> m_types;
