@@ -190,7 +190,7 @@ std::optional<OpenedRecord> openRecord(std::string_view bytes, const FileForm& f
     return OpenedRecord {type, self, envelope->whole(), {form, self.target, streams}};
 }
 
-bool frameFromBits(FieldsFromBits& io, Frame& frame)
+void frameFieldsFromBits(FieldsFromBits& io, Frame& frame)
 {
     frame.head(io);
     if (io.until(r14)) {
@@ -198,20 +198,21 @@ bool frameFromBits(FieldsFromBits& io, Frame& frame)
         partStreams(io.streams(), handlesBegin, io.streams().bytes.size() * kByteBits, false);
     }
     frame.fields(io);
-    frame.handles(io);
-    return io.isGood();
 }
 
 } // namespace
 
-bool readFrame(std::string_view bytes, const FileForm& form, Frame& frame)
+bool readNeighbours(std::string_view bytes, const FileForm& form, Frame& frame)
 {
     auto opened = openRecord(bytes, form);
     if (!opened) {
         return false;
     }
     frame.self = opened->self;
-    frameFromBits(opened->io, frame);
+    frameFieldsFromBits(opened->io, frame);
+    if (!frame.hasNeighbours) {
+        frame.handles(opened->io);
+    }
     return true;
 }
 
@@ -259,7 +260,9 @@ std::optional<Record> Record::read(std::string_view bytes, const FileForm& form,
     record.m_depth = Depth::nothing;
     record.m_lastByte = streams.empty() ? '\0' : streams.back();
     record.m_frame.self = opened->self;
-    if (frameFromBits(opened->io, record.m_frame)) {
+    frameFieldsFromBits(opened->io, record.m_frame);
+    record.m_frame.handles(opened->io);
+    if (opened->io.isGood()) {
         record.readBody(opened->io, bytes, check);
     }
     return record;

@@ -88,10 +88,9 @@ private:
     char m_lastByte = 0; // of the file's; the bits behind the last handle mean nothing
 };
 
-/// Reads what stands ahead of the fields of the type, for an entity when `frame.isEntity` says so.
-/// Of what the record does not have, `frame` keeps what it had. False when not even the handle can
-/// be read.
-bool readFrame(std::string_view bytes, const FileForm& form, Frame& frame);
+/// Reads so much of an entity up to R2000 that `frame` can tell its neighbours; what it has of
+/// others is not to be relied on. False when not even the handle can be read.
+bool readNeighbours(std::string_view bytes, const FileForm& form, Frame& frame);
 
 /// What can be told of a record without taking it apart.
 struct RecordHead

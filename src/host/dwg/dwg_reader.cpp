@@ -71,7 +71,8 @@ private:
     void addMembers(const Owned& owned, AcDbStub* container, bool isPaperSpace);
     void addEntity(Handle handle, AcDbStub* container, bool isPaperSpace);
     void addSubEntities(const Found& owner, AcDbStub* stub);
-    Handle nextOf(const Found& found);
+    [[nodiscard]] Handle nextOf(const Found& found) const;
+    Handle readNext(std::string_view bytes, unsigned type);
     void addSpaces();
     void addObjects(Handle root);
 
@@ -81,6 +82,7 @@ private:
     Store& m_store;
     Store::Structure m_structure;
     std::vector<Found> m_found; // by handle
+    std::vector<Handle> m_next; // up to R2000, in the same order: the entity behind each
     std::size_t m_foundLast = 0; // the position that was found last
     std::vector<KnownType> m_knownTypes; // by number
     Frame m_frame; // of the record that is looked at
@@ -98,15 +100,22 @@ private:
 
 std::optional<ReadResult> StructureReader::findRecords(const std::wstring& path)
 {
-    const auto places = decodeObjectMap(m_parts.map);
+    auto places = decodeObjectMap(m_parts.map);
     if (!places) {
         return damage(path, 0, L"the object map is wrong or has a wrong checksum");
     }
+    const auto byHandle
+        = [](const ObjectPlace& a, const ObjectPlace& b) { return a.handle < b.handle; };
+    if (!std::is_sorted(places->begin(), places->end(), byHandle)) {
+        std::stable_sort(places->begin(), places->end(), byHandle);
+    }
     m_found.reserve(places->size());
+    m_next.reserve(m_form.version <= DrawingVersion::r2000 ? places->size() : 0);
     for (const ObjectPlace& place : *places) {
-        const auto head = place.offset < m_parts.objects.size()
-            ? readHead(m_parts.objects.substr(place.offset), m_form.version)
-            : std::nullopt;
+        const std::string_view bytes = place.offset < m_parts.objects.size()
+            ? m_parts.objects.substr(place.offset)
+            : std::string_view();
+        const auto head = readHead(bytes, m_form.version);
         if (!head || head->handle != place.handle
             || head->size > std::numeric_limits<std::uint32_t>::max()) {
             return damage(path, place.offset,
@@ -115,15 +124,21 @@ std::optional<ReadResult> StructureReader::findRecords(const std::wstring& path)
         }
         m_found.push_back(
             {place.handle, place.offset, static_cast<std::uint32_t>(head->size), head->type});
-    }
-    const auto byHandle = [](const Found& a, const Found& b) { return a.handle < b.handle; };
-    if (!std::is_sorted(m_found.begin(), m_found.end(), byHandle)) {
-        std::stable_sort(m_found.begin(), m_found.end(), byHandle);
+        if (m_form.version <= DrawingVersion::r2000) {
+            m_next.push_back(readNext(bytes.substr(0, head->size), head->type));
+        }
     }
     return std::nullopt;
 }
 
-// What is looked for mostly stands a little behind what was found last.
+// Each record is looked into once, while it is near.
+Handle StructureReader::readNext(std::string_view bytes, unsigned type)
+{
+    m_frame.isEntity = typeOf(type).isEntity;
+    return m_frame.isEntity && readNeighbours(bytes, m_form, m_frame) ? m_frame.nextHandle()
+                                                                      : Handle::none;
+}
+
 Found* StructureReader::find(Handle handle)
 {
     const auto isBefore = [](const Found& found, Handle wanted) { return found.handle < wanted; };
@@ -328,11 +343,10 @@ void StructureReader::addMembers(const Owned& owned, AcDbStub* container, bool i
     }
 }
 
-Handle StructureReader::nextOf(const Found& found)
+Handle StructureReader::nextOf(const Found& found) const
 {
-    m_frame.isEntity = typeOf(found.type).isEntity;
-    const std::string_view bytes = m_parts.objects.substr(found.offset, found.size);
-    return readFrame(bytes, m_form, m_frame) ? m_frame.nextHandle() : Handle::none;
+    const auto position = static_cast<std::size_t>(&found - m_found.data());
+    return position < m_next.size() ? m_next[position] : Handle::none;
 }
 
 void StructureReader::addEntity(Handle handle, AcDbStub* container, bool isPaperSpace)
