@@ -141,79 +141,49 @@ std::optional<RecordHead> readHead(std::string_view bytes, DrawingVersion versio
     if (checksum(bytes.substr(0, end)) != shortAt(bytes, end)) {
         return std::nullopt;
     }
-    BitReader from(bytes.substr(envelope->begin, envelope->size));
     RecordHead head;
+    head.bits = bytes.substr(envelope->begin, envelope->size);
+    BitReader from(head.bits);
     head.type = readType(from, version);
     if (version >= r2000 && version < r2010) {
-        from.rawLong();
+        head.handlesBegin = from.rawLong();
     }
     head.handle = readRef(from, Handle::none).target;
     head.size = envelope->whole();
+    head.behind = from.position();
     return from.isGood() ? std::optional(head) : std::nullopt;
 }
 
-// --- what every record has -----------------------------------------------------------------------
-
-namespace {
-
-/// A record up to its handle.
-struct OpenedRecord
+// This is asked of each entity when a drawing is opened; Frame has all of the fields.
+Handle nextInChain(const RecordHead& entity, DrawingVersion version)
 {
-    unsigned type = 0;
-    Ref self;
-    std::size_t size = 0; // of the whole
-    FieldsFromBits io; // behind the handle
-};
-
-std::optional<OpenedRecord> openRecord(std::string_view bytes, const FileForm& form)
-{
-    const auto envelope = openEnvelope(bytes, form.version);
-    if (!envelope) {
-        return std::nullopt;
+    constexpr unsigned kSpaceBits = 2;
+    constexpr std::size_t kHandleBits = 8;
+    const std::size_t end = entity.bits.size() * kByteBits;
+    BitReader from(entity.bits, entity.behind, end);
+    while (const std::size_t size = from.bitShort()) { // extended data
+        readRef(from, entity.handle);
+        from.skip(size * kByteBits);
     }
-    Streams streams;
-    streams.bytes = bytes.substr(envelope->begin, envelope->size);
-    streams.data = BitReader(streams.bytes);
-    const unsigned type = readType(streams.data, form.version);
-    const std::size_t end = envelope->size * kByteBits;
-    std::size_t handlesBegin = end - envelope->handleBits;
-    if (form.version >= r2000 && form.version < r2010) {
-        handlesBegin = streams.data.rawLong();
+    if (from.bit()) {
+        from.skip(std::size_t {from.rawLong()} * kByteBits);
     }
-    const Ref self = readRef(streams.data, Handle::none);
-    if (!streams.data.isGood()) {
-        return std::nullopt;
+    const std::size_t handlesBegin = version < r2000 ? from.rawLong() : entity.handlesBegin;
+    const bool hasOwner = from.bits(kSpaceBits) == 0;
+    const std::uint32_t reactors = from.bitLong();
+    const bool isByLayerLinetype = version >= r2000 || from.bit();
+    if (from.bit()) {
+        return Handle {static_cast<std::uint64_t>(entity.handle) + 1};
     }
-    if (form.version >= r2000) {
-        partStreams(streams, handlesBegin, end, form.hasUnicode());
+    BitReader handles(entity.bits, handlesBegin, end);
+    std::size_t ahead = (hasOwner ? 1 : 0) + handles.count(reactors, kHandleBits) + 1;
+    if (version < r2000) {
+        ahead += isByLayerLinetype ? 1 : 2;
     }
-    return OpenedRecord {type, self, envelope->whole(), {form, self.target, streams}};
-}
-
-void frameFieldsFromBits(FieldsFromBits& io, Frame& frame)
-{
-    frame.head(io);
-    if (io.until(r14)) {
-        const std::size_t handlesBegin = io.streams().data.rawLong();
-        partStreams(io.streams(), handlesBegin, io.streams().bytes.size() * kByteBits, false);
+    for (std::size_t i = 0; i <= ahead; ++i) { // the last of them is the one before this one
+        readRef(handles, entity.handle);
     }
-    frame.fields(io);
-}
-
-} // namespace
-
-bool readNeighbours(std::string_view bytes, const FileForm& form, Frame& frame)
-{
-    auto opened = openRecord(bytes, form);
-    if (!opened) {
-        return false;
-    }
-    frame.self = opened->self;
-    frameFieldsFromBits(opened->io, frame);
-    if (!frame.hasNeighbours) {
-        frame.handles(opened->io);
-    }
-    return true;
+    return readRef(handles, entity.handle).target;
 }
 
 // --- Record --------------------------------------------------------------------------------------
@@ -250,22 +220,46 @@ std::optional<Record> Record::peek(std::string_view bytes, const FileForm& form,
 std::optional<Record> Record::read(std::string_view bytes, const FileForm& form,
                                    const TypeTable& types, Check check)
 {
-    auto opened = openRecord(bytes, form);
-    if (!opened) {
+    const auto envelope = openEnvelope(bytes, form.version);
+    if (!envelope) {
         return std::nullopt;
     }
-    bytes = bytes.substr(0, opened->size);
-    const std::string_view streams = opened->io.streams().bytes;
-    Record record(form, types, opened->type);
+    bytes = bytes.substr(0, envelope->whole());
+    Streams streams;
+    streams.bytes = bytes.substr(envelope->begin, envelope->size);
+    streams.data = BitReader(streams.bytes);
+    Record record(form, types, readType(streams.data, form.version));
     record.m_depth = Depth::nothing;
-    record.m_lastByte = streams.empty() ? '\0' : streams.back();
-    record.m_frame.self = opened->self;
-    frameFieldsFromBits(opened->io, record.m_frame);
-    record.m_frame.handles(opened->io);
-    if (opened->io.isGood()) {
-        record.readBody(opened->io, bytes, check);
+    record.m_lastByte = streams.bytes.empty() ? '\0' : streams.bytes.back();
+    const std::size_t end = envelope->size * kByteBits;
+    std::size_t handlesBegin = end - envelope->handleBits;
+    if (form.version >= r2000 && form.version < r2010) {
+        handlesBegin = streams.data.rawLong();
+    }
+    record.m_frame.self = readRef(streams.data, Handle::none);
+    if (!streams.data.isGood()) {
+        return std::nullopt;
+    }
+    if (form.version >= r2000) {
+        partStreams(streams, handlesBegin, end, form.hasUnicode());
+    }
+    FieldsFromBits io(form, record.m_frame.self.target, streams);
+    if (record.readFrame(io)) {
+        record.readBody(io, bytes, check);
     }
     return record;
+}
+
+bool Record::readFrame(FieldsFromBits& io)
+{
+    m_frame.head(io);
+    if (m_form->version < r2000) {
+        const std::size_t handlesBegin = io.streams().data.rawLong();
+        partStreams(io.streams(), handlesBegin, io.streams().bytes.size() * kByteBits, false);
+    }
+    m_frame.fields(io);
+    m_frame.handles(io);
+    return io.isGood();
 }
 
 void Record::readBody(const FieldsFromBits& behindFrame, std::string_view bytes, Check check)

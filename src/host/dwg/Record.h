@@ -77,6 +77,7 @@ private:
 
     static std::optional<Record> read(std::string_view bytes, const FileForm& form,
                                       const TypeTable& types, Check check);
+    bool readFrame(FieldsFromBits& io);
     void readBody(const FieldsFromBits& behindFrame, std::string_view bytes, Check check);
 
     const FileForm* m_form;
@@ -88,20 +89,25 @@ private:
     char m_lastByte = 0; // of the file's; the bits behind the last handle mean nothing
 };
 
-/// Reads so much of an entity up to R2000 that `frame` can tell its neighbours; what it has of
-/// others is not to be relied on. False when not even the handle can be read.
-bool readNeighbours(std::string_view bytes, const FileForm& form, Frame& frame);
-
 /// What can be told of a record without taking it apart.
 struct RecordHead
 {
     unsigned type = 0;
     Handle handle = Handle::none;
     std::size_t size = 0; // bytes, with the length ahead and the checksum behind
+
+    // For what stands behind, within the bits of the record.
+    std::string_view bits;
+    std::size_t behind = 0; // position behind the handle
+    std::size_t handlesBegin = 0; // of R2000 to R2007
 };
 
 /// Nothing when the record would go beyond the end of the bytes, which begin with it, or when its
 /// checksum is not that of its bytes.
 std::optional<RecordHead> readHead(std::string_view bytes, DrawingVersion version);
+
+/// The entity behind one in the chain that its file has up to R2000; none at the end. Reads of the
+/// frame only what stands ahead of it.
+Handle nextInChain(const RecordHead& entity, DrawingVersion version);
 
 } // namespace corma::host::dwg

@@ -45,6 +45,12 @@ public:
 
     void skipAll() { m_at = m_end; }
 
+    void skip(std::size_t count)
+    {
+        m_isGood = m_isGood && count <= left();
+        m_at = count <= left() ? m_at + count : m_end;
+    }
+
     [[nodiscard]] std::size_t position() const { return m_at; }
 
     [[nodiscard]] std::size_t left() const { return m_end - m_at; }
@@ -57,10 +63,18 @@ public:
             m_at = m_end;
             return 0;
         }
-        const std::uint64_t window = windowAt(m_at / kByteBits) << m_at % kByteBits;
-        m_at += count;
-        constexpr unsigned kWindowBits = 64;
-        return count == 0 ? 0 : static_cast<std::uint32_t>(window >> (kWindowBits - count));
+        return static_cast<std::uint32_t>(next(count));
+    }
+
+    /// A number of up to 7 bytes, the highest first.
+    std::uint64_t bigEndian(unsigned size)
+    {
+        if (size * kByteBits > left()) {
+            m_isGood = false;
+            m_at = m_end;
+            return 0;
+        }
+        return next(size * kByteBits);
     }
 
     bool bit() { return bits(1) != 0; }
@@ -86,6 +100,15 @@ public:
     std::size_t count(std::size_t number, std::size_t fewestBits);
 
 private:
+    // There must be as many, and not more than 57.
+    std::uint64_t next(unsigned count)
+    {
+        constexpr unsigned kWindowBits = 64;
+        const std::uint64_t window = windowAt(m_at / kByteBits) << m_at % kByteBits;
+        m_at += count;
+        return count == 0 ? 0 : window >> (kWindowBits - count);
+    }
+
     // 8 bytes from a position on, with zeros behind the end.
     [[nodiscard]] std::uint64_t windowAt(std::size_t byte) const
     {

@@ -69,10 +69,10 @@ private:
     void addBlocks();
     void addBlock(AcDbStub& record);
     void addMembers(const Owned& owned, AcDbStub* container, bool isPaperSpace);
-    void addEntity(Handle handle, AcDbStub* container, bool isPaperSpace);
+    void addEntity(Found& found, AcDbStub* container, bool isPaperSpace);
     void addSubEntities(const Found& owner, AcDbStub* stub);
     [[nodiscard]] Handle nextOf(const Found& found) const;
-    Handle readNext(std::string_view bytes, unsigned type);
+    Handle readNext(const RecordHead& head);
     void addSpaces();
     void addObjects(Handle root);
 
@@ -85,7 +85,6 @@ private:
     std::vector<Handle> m_next; // up to R2000, in the same order: the entity behind each
     std::size_t m_foundLast = 0; // the position that was found last
     std::vector<KnownType> m_knownTypes; // by number
-    Frame m_frame; // of the record that is looked at
 
     DwgFormat::BlockPlaces m_blockPlaces;
     Handle m_modelRecord = Handle::none;
@@ -125,20 +124,19 @@ std::optional<ReadResult> StructureReader::findRecords(const std::wstring& path)
         m_found.push_back(
             {place.handle, place.offset, static_cast<std::uint32_t>(head->size), head->type});
         if (m_form.version <= DrawingVersion::r2000) {
-            m_next.push_back(readNext(bytes.substr(0, head->size), head->type));
+            m_next.push_back(readNext(*head));
         }
     }
     return std::nullopt;
 }
 
 // Each record is looked into once, while it is near.
-Handle StructureReader::readNext(std::string_view bytes, unsigned type)
+Handle StructureReader::readNext(const RecordHead& head)
 {
-    m_frame.isEntity = typeOf(type).isEntity;
-    return m_frame.isEntity && readNeighbours(bytes, m_form, m_frame) ? m_frame.nextHandle()
-                                                                      : Handle::none;
+    return typeOf(head.type).isEntity ? nextInChain(head, m_form.version) : Handle::none;
 }
 
+// What is looked for mostly stands a little behind what was found last.
 Found* StructureReader::find(Handle handle)
 {
     const auto isBefore = [](const Found& found, Handle wanted) { return found.handle < wanted; };
@@ -333,13 +331,15 @@ void StructureReader::addSpaces()
 void StructureReader::addMembers(const Owned& owned, AcDbStub* container, bool isPaperSpace)
 {
     for (const Handle member : owned.members) {
-        addEntity(member, container, isPaperSpace);
+        Found* const found = find(member);
+        if (found != nullptr && found->stub == nullptr) {
+            addEntity(*found, container, isPaperSpace);
+        }
     }
     // Up to R2000 each entity tells the next one.
-    for (const Found* at = find(owned.first); at != nullptr && at->stub == nullptr;) {
-        const Found* const next = at->handle == owned.last ? nullptr : find(nextOf(*at));
-        addEntity(at->handle, container, isPaperSpace);
-        at = next;
+    for (Found* at = find(owned.first); at != nullptr && at->stub == nullptr;
+         at = at->handle == owned.last ? nullptr : find(nextOf(*at))) {
+        addEntity(*at, container, isPaperSpace);
     }
 }
 
@@ -349,16 +349,12 @@ Handle StructureReader::nextOf(const Found& found) const
     return position < m_next.size() ? m_next[position] : Handle::none;
 }
 
-void StructureReader::addEntity(Handle handle, AcDbStub* container, bool isPaperSpace)
+void StructureReader::addEntity(Found& found, AcDbStub* container, bool isPaperSpace)
 {
-    Found* const found = find(handle);
-    if (found == nullptr || found->stub != nullptr) {
-        return;
-    }
-    AcDbStub* const stub = append(*found, Kind::entity, container);
+    AcDbStub* const stub = append(found, Kind::entity, container);
     stub->isPaperSpace = isPaperSpace;
     if (stub->type == RecordType::insert || stub->type == RecordType::polyline) {
-        addSubEntities(*found, stub);
+        addSubEntities(found, stub);
     }
 }
 

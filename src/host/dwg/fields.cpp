@@ -114,19 +114,21 @@ std::string textToUnicode(std::wstring_view text)
 Ref readRef(BitReader& from, Handle self)
 {
     constexpr unsigned kHalfByte = 4;
+    constexpr unsigned kSizeMask = 0xF;
     constexpr unsigned kMostBytes = 8;
-    constexpr unsigned kMostAtOnce = 32;
+    const unsigned head = from.byte();
     Ref ref;
     ref.isFromFile = true;
-    ref.code = static_cast<std::uint8_t>(from.bits(kHalfByte));
-    ref.size = static_cast<std::uint8_t>(from.bits(kHalfByte));
+    ref.code = static_cast<std::uint8_t>(head >> kHalfByte);
+    ref.size = static_cast<std::uint8_t>(head & kSizeMask);
     if (ref.size > kMostBytes) {
         from.fail();
         return {};
     }
-    const unsigned low = std::min(ref.size * kByteBits, kMostAtOnce);
-    ref.number = from.bits(ref.size * kByteBits - low);
-    ref.number = ref.number << low | from.bits(low);
+    const std::uint64_t highest = ref.size == kMostBytes ? from.byte() : 0;
+    constexpr unsigned kOthers = kMostBytes - 1;
+    ref.number
+        = highest << kOthers * kByteBits | from.bigEndian(std::min<unsigned>(ref.size, kOthers));
     ref.target = targetOf(ref, self);
     return ref;
 }
