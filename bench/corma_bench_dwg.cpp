@@ -4,6 +4,7 @@
 #include "bench_table.h"
 #include "benchmark_run.h"
 #include "drawing_work.h"
+#include "host/dwg/Container.h"
 #include "host/dwg/checksum.h"
 #include "platform/platform.h"
 #include <corma/xx_Inifile.h>
@@ -17,6 +18,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 
 namespace corma::bench {
 
@@ -35,6 +38,7 @@ struct Release
 
 constexpr std::array kReleases = {Release {"R2000", "AC1015"}, Release {"R2018", "AC1032"}};
 
+constexpr std::string_view kContainer = "take the file apart";
 constexpr std::string_view kLoad = "load";
 constexpr std::string_view kLoadAndAsk = "load, one lookup";
 constexpr std::string_view kSave = "save with one change";
@@ -50,6 +54,7 @@ struct DwgFile
     std::string form;
     std::size_t settings = 0;
     std::wstring lastIdent;
+    std::wstring lastValue;
 };
 
 struct Bench
@@ -86,7 +91,7 @@ DwgFile makeFile(const DrawingFile& drawing, const Release& release, const std::
     std::ofstream(source, std::ios::binary) << content;
     DwgFile file {work + "/" + release.name + "-" + drawing.form() + ".dwg",
                   std::string(release.name) + ", " + drawing.form(), drawing.settings,
-                  identsOf(drawing).back()};
+                  identsOf(drawing).back(), L"waarde " + std::to_wstring(drawing.settings - 1)};
     WorkingDrawing made(source);
     require(made.database().saveAs(platform::fromNative(file.path).c_str()) == Acad::eOk,
             "write a DWG file");
@@ -95,38 +100,58 @@ DwgFile makeFile(const DrawingFile& drawing, const Release& release, const std::
 
 // --- cases ---------------------------------------------------------------------------------------
 
-void timeChecksum(State& state, const Bench& /*bench*/, const DwgFile& file)
+// What goes with the object that is made is not counted, in none of the cases.
+template<class Make> void timeMaking(State& state, const Make& make)
 {
     for ([[maybe_unused]] auto step : state) {
-        const auto content = platform::readFile(file.path);
+        auto made = make();
+        state.PauseTiming();
+        made.reset();
+        state.ResumeTiming();
+    }
+}
+
+// Pages of R2018 have a checksum of another kind, which takes longer.
+void timeChecksum(State& state, const Bench& /*bench*/, const DwgFile& file)
+{
+    timeMaking(state, [&] {
+        auto content = platform::readFile(file.path);
         require(content.has_value(), "read");
         benchmark::DoNotOptimize(host::dwg::checksum(content->view()));
-    }
+        return content;
+    });
+}
+
+// Up to R2000 the parts are found; from R2004 on each page is checked and decompressed.
+void timeContainer(State& state, const Bench& /*bench*/, const DwgFile& file)
+{
+    timeMaking(state, [&] {
+        auto content = platform::readFile(file.path);
+        require(content.has_value(), "read");
+        auto read = host::dwg::readContainer(std::move(*content), {});
+        auto* const container = std::get_if<std::unique_ptr<host::dwg::Container>>(&read);
+        require(container != nullptr, "take apart");
+        return std::move(*container);
+    });
 }
 
 void timeLoad(State& state, const Bench& /*bench*/, const DwgFile& file)
 {
-    for ([[maybe_unused]] auto step : state) {
-        auto drawing = std::make_unique<WorkingDrawing>(file.path);
-        state.PauseTiming();
-        drawing.reset();
-        state.ResumeTiming();
-    }
+    timeMaking(state, [&] { return std::make_unique<WorkingDrawing>(file.path); });
 }
 
 void timeLoadAndAsk(State& state, const Bench& bench, const DwgFile& file)
 {
     const auto settings = bench.settings();
     std::wstring ident = file.lastIdent;
-    for ([[maybe_unused]] auto step : state) {
+    timeMaking(state, [&] {
         auto drawing = std::make_unique<WorkingDrawing>(file.path);
         wchar_t value[kLongestValue];
-        require(settings->getString(ident.data(), value, kLongestValue, 0) == RTNORM,
+        require(settings->getString(ident.data(), value, kLongestValue, 0) == RTNORM
+                    && file.lastValue == value,
                 "first lookup");
-        state.PauseTiming();
-        drawing.reset();
-        state.ResumeTiming();
-    }
+        return drawing;
+    });
 }
 
 void timeSave(State& state, const Bench& bench, const DwgFile& file)
@@ -166,6 +191,7 @@ struct Case
 
 constexpr std::array kCases = {
     Case {kChecksum, timeChecksum},
+    Case {kContainer, timeContainer, kChecksum},
     Case {kLoad, timeLoad, kChecksum},
     Case {kLoadAndAsk, timeLoadAndAsk, kChecksum, kMostOfChecksum},
     Case {kSave, timeSave, kCopy, 0, true},

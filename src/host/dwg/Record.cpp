@@ -127,31 +127,49 @@ std::string enveloped(const BitWriter& bits, std::size_t handleBits, DrawingVers
     return bytes;
 }
 
+// As readRef does it, for the usual form.
+Handle readOwnHandle(BitReader& from)
+{
+    constexpr unsigned kMostUsual = 7; // bytes; the code is 0
+    BitReader ahead = from;
+    const unsigned size = ahead.byte();
+    if (size > kMostUsual) {
+        return readRef(from, Handle::none).target;
+    }
+    const Handle handle {ahead.bigEndian(size)};
+    from = ahead;
+    return handle;
+}
+
 } // namespace
 
 // --- head ----------------------------------------------------------------------------------------
 
 std::optional<RecordHead> readHead(std::string_view bytes, DrawingVersion version)
 {
+    std::optional<RecordHead> head;
     const auto envelope = openEnvelope(bytes, version);
     if (!envelope) {
-        return std::nullopt;
+        return head;
     }
     const std::size_t end = envelope->begin + envelope->size;
     if (checksum(bytes.substr(0, end)) != shortAt(bytes, end)) {
-        return std::nullopt;
+        return head;
     }
-    RecordHead head;
-    head.bits = bytes.substr(envelope->begin, envelope->size);
-    BitReader from(head.bits);
-    head.type = readType(from, version);
+    head.emplace(); // filled in its place: this is done for all records of a file
+    head->bits = bytes.substr(envelope->begin, envelope->size);
+    BitReader from(head->bits);
+    head->type = readType(from, version);
     if (version >= r2000 && version < r2010) {
-        head.handlesBegin = from.rawLong();
+        head->handlesBegin = from.rawLong();
     }
-    head.handle = readRef(from, Handle::none).target;
-    head.size = envelope->whole();
-    head.behind = from.position();
-    return from.isGood() ? std::optional(head) : std::nullopt;
+    head->handle = readOwnHandle(from);
+    head->size = envelope->whole();
+    head->behind = from.position();
+    if (!from.isGood()) {
+        head.reset();
+    }
+    return head;
 }
 
 // This is asked of each entity when a drawing is opened; Frame has all of the fields.
@@ -159,8 +177,16 @@ Handle nextInChain(const RecordHead& entity, DrawingVersion version)
 {
     constexpr unsigned kSpaceBits = 2;
     constexpr std::size_t kHandleBits = 8;
+    // Most entities have no extended data, no picture and no reactors, and one that was made right
+    // behind them. In R2000 that is one byte, but for the two bits of the space.
+    constexpr unsigned kUsualMask = 0b11100111;
+    constexpr unsigned kUsual = 0b10000101;
+    const Handle following {static_cast<std::uint64_t>(entity.handle) + 1};
     const std::size_t end = entity.bits.size() * kByteBits;
     BitReader from(entity.bits, entity.behind, end);
+    if (BitReader usual = from; version == r2000 && (usual.byte() & kUsualMask) == kUsual) {
+        return following;
+    }
     while (const std::size_t size = from.bitShort()) { // extended data
         readRef(from, entity.handle);
         from.skip(size * kByteBits);
@@ -173,7 +199,7 @@ Handle nextInChain(const RecordHead& entity, DrawingVersion version)
     const std::uint32_t reactors = from.bitLong();
     const bool isByLayerLinetype = version >= r2000 || from.bit();
     if (from.bit()) {
-        return Handle {static_cast<std::uint64_t>(entity.handle) + 1};
+        return following;
     }
     BitReader handles(entity.bits, handlesBegin, end);
     std::size_t ahead = (hasOwner ? 1 : 0) + handles.count(reactors, kHandleBits) + 1;
