@@ -77,14 +77,13 @@ std::uint64_t BitReader::lastWindow(std::size_t byte) const
 
 std::uint16_t BitReader::rawShort()
 {
-    const unsigned low = byte();
-    return static_cast<std::uint16_t>(low | unsigned {byte()} << kByteBits);
+    const std::uint32_t value = bits(2 * kByteBits);
+    return static_cast<std::uint16_t>(value >> kByteBits | value << kByteBits);
 }
 
 std::uint32_t BitReader::rawLong()
 {
-    const std::uint32_t low = rawShort();
-    return low | std::uint32_t {rawShort()} << 2 * kByteBits;
+    return __builtin_bswap32(bits(4 * kByteBits));
 }
 
 double BitReader::rawDouble()
