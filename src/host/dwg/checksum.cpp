@@ -51,7 +51,19 @@ std::uint16_t checksum(std::string_view bytes, std::uint16_t start)
         next ^= kChecksumRows[2][at[5]] ^ kChecksumRows[1][at[6]] ^ kChecksumRows[0][at[7]];
         value = next;
     }
-    for (; left != 0; --left, ++at) {
+    // Most records are short, so what is left of them counts.
+    if ((left & 4U) != 0) {
+        unsigned next = kChecksumRows[3][at[0] ^ (value & kByteMask)];
+        next ^= kChecksumRows[2][at[1] ^ (value >> kByteBits)];
+        value = next ^ kChecksumRows[1][at[2]] ^ kChecksumRows[0][at[3]];
+        at += 4;
+    }
+    if ((left & 2U) != 0) {
+        value = kChecksumRows[1][at[0] ^ (value & kByteMask)]
+            ^ kChecksumRows[0][at[1] ^ (value >> kByteBits)];
+        at += 2;
+    }
+    if ((left & 1U) != 0) {
         value = (value >> kByteBits) ^ kChecksumRows[0][(*at ^ value) & kByteMask];
     }
     return static_cast<std::uint16_t>(value);

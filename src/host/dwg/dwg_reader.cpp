@@ -59,7 +59,14 @@ private:
 
     Found* find(Handle handle);
     [[nodiscard]] std::optional<Record> recordOf(const Found& found) const;
-    const KnownType& typeOf(unsigned number);
+    const KnownType& lookUpType(unsigned number);
+
+    const KnownType& typeOf(unsigned number)
+    {
+        const bool isKnown = number < m_knownTypes.size() && m_knownTypes[number].isKnown;
+        return isKnown ? m_knownTypes[number] : lookUpType(number);
+    }
+
     AcDbStub* append(Found& found, Kind kind, AcDbStub* container);
     AcDbStub* appendImplied(Kind kind, RecordType type);
     void addHeader();
@@ -165,17 +172,14 @@ std::optional<Record> StructureReader::recordOf(const Found& found) const
     return Record::peek(m_parts.objects.substr(found.offset, found.size), m_form, m_types);
 }
 
-const KnownType& StructureReader::typeOf(unsigned number)
+const KnownType& StructureReader::lookUpType(unsigned number)
 {
     if (number >= m_knownTypes.size()) {
         m_knownTypes.resize(std::size_t {number} + 1);
     }
-    KnownType& known = m_knownTypes[number];
-    if (!known.isKnown) {
-        const TypeInfo info = m_types.find(number);
-        known = {m_store.typeNamed(info.name), info.isEntity, true};
-    }
-    return known;
+    const TypeInfo info = m_types.find(number);
+    m_knownTypes[number] = {m_store.typeNamed(info.name), info.isEntity, true};
+    return m_knownTypes[number];
 }
 
 AcDbStub* StructureReader::append(Found& found, Kind kind, AcDbStub* container)
