@@ -1,5 +1,7 @@
 #include "host/dwg/checksum.h"
 
+#include "host/dwg/bits.h"
+
 #include <array>
 #include <cstddef>
 
@@ -14,7 +16,7 @@ constexpr std::size_t kStep = 8; // bytes that are taken in one step
 
 using ChecksumRow = std::array<std::uint16_t, kByteCount>;
 
-// ChecksumRow n: what a byte makes of the checksum n bytes later.
+// Row n: what a byte makes of the checksum n bytes later.
 constexpr std::array<ChecksumRow, kStep> makeChecksumRows()
 {
     std::array<ChecksumRow, kStep> rows {};

@@ -1,5 +1,6 @@
 #include "host/dwg/object_map.h"
 
+#include "host/dwg/bits.h"
 #include "host/dwg/checksum.h"
 
 namespace corma::host::dwg {

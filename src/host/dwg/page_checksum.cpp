@@ -1,5 +1,7 @@
 #include "host/dwg/page_checksum.h"
 
+#include "host/dwg/bits.h"
+
 #include <algorithm>
 
 namespace corma::host::dwg {
