@@ -39,4 +39,30 @@ TEST(DwgSamples, EveryRecordHasAFrameThatIsUnderstood)
     }
 }
 
+TEST(DwgSamples, TheChainOfEntitiesIsThatOfTheirFrames)
+{
+    const auto files = sampleDwgFiles();
+    if (files.empty()) {
+        GTEST_SKIP() << kNoSamples;
+    }
+    int count = 0;
+    for (const auto& path : files) {
+        const SampleFile file(path);
+        if (file.form.version > DrawingVersion::r2000) {
+            continue;
+        }
+        file.eachRecord([&](std::string_view bytes, Handle handle) {
+            const auto head = readHead(bytes, file.form.version);
+            const auto record = Record::peek(bytes, file.form, file.types);
+            ASSERT_TRUE(head && record);
+            if (record->frame().isEntity) {
+                ++count;
+                EXPECT_EQ(nextInChain(*head, file.form.version), record->frame().nextHandle())
+                    << path.filename() << " " << std::hex << static_cast<std::uint64_t>(handle);
+            }
+        });
+    }
+    EXPECT_GT(count, 0);
+}
+
 } // namespace corma::host::dwg
