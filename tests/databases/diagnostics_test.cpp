@@ -41,28 +41,28 @@ TEST_P(SqlStates, HaveTheirCode)
 
 constexpr std::uint32_t kStatement = 0x80040E14;
 constexpr std::uint32_t kRefused = 0x80040E4D;
-constexpr std::uint32_t kOtherState = 0x80004005;
+constexpr std::uint32_t kOther = 0x80004005;
 
 // clang-format off
 INSTANTIATE_TEST_SUITE_P(Diagnostics, SqlStates, ::testing::Values(
-    StateRow {"SyntaxError",          {L"42601"},            kStatement, kOtherState},
-    StateRow {"DivisionByZero",       {L"22012"},            kStatement, kOtherState},
-    StateRow {"BrokenConstraint",     {L"23505"},            kStatement, kOtherState},
-    StateRow {"GeneralError",         {L"HY000"},            kStatement, kOtherState},
-    StateRow {"Timeout",              {L"HYT00"},            kStatement, kOtherState},
+    StateRow {"SyntaxError",          {L"42601"},            kStatement, kOther},
+    StateRow {"DivisionByZero",       {L"22012"},            kStatement, kOther},
+    StateRow {"BrokenConstraint",     {L"23505"},            kStatement, kOther},
+    StateRow {"GeneralError",         {L"HY000"},            kStatement, kOther},
+    StateRow {"Timeout",              {L"HYT00"},            kStatement, kOther},
     StateRow {"WrongPassword",        {L"28P01"},            kRefused,   kRefused},
     StateRow {"NotAllowedIn",         {L"28000"},            kRefused,   kRefused},
-    StateRow {"NoDataSource",         {L"IM002"},            kOtherState,     kOtherState},
-    StateRow {"CannotConnect",        {L"08001"},            kOtherState,     kOtherState, true},
-    StateRow {"LinkBroken",           {L"08S01"},            kOtherState,     kOtherState, true},
-    StateRow {"ServerShutsDown",      {L"57P01"},            kOtherState,     kOtherState, true},
-    StateRow {"ServerStarts",         {L"57P03"},            kOtherState,     kOtherState, true},
-    StateRow {"StatementCancelled",   {L"57014"},            kOtherState,     kOtherState},
-    StateRow {"LossBehindAnError",    {L"HY000", L"08S01"},  kStatement, kOtherState, true},
+    StateRow {"NoDataSource",         {L"IM002"},            kOther,     kOther},
+    StateRow {"CannotConnect",        {L"08001"},            kOther,     kOther, true},
+    StateRow {"LinkBroken",           {L"08S01"},            kOther,     kOther, true},
+    StateRow {"ServerShutsDown",      {L"57P01"},            kOther,     kOther, true},
+    StateRow {"ServerStarts",         {L"57P03"},            kOther,     kOther, true},
+    StateRow {"StatementCancelled",   {L"57014"},            kOther,     kOther},
+    StateRow {"LossBehindAnError",    {L"HY000", L"08S01"},  kStatement, kOther, true},
     StateRow {"ErrorBehindAWarning",  {L"01000", L"28000"},  kRefused,   kRefused},
-    StateRow {"WarningAlone",         {L"01000"},            kOtherState,     kOtherState},
-    StateRow {"StateCutShort",        {L"4"},                kOtherState,     kOtherState},
-    StateRow {"NoRecord",             {},                    kOtherState,     kOtherState}),
+    StateRow {"WarningAlone",         {L"01000"},            kOther,     kOther},
+    StateRow {"StateCutShort",        {L"4"},                kOther,     kOther},
+    StateRow {"NoRecord",             {},                    kOther,     kOther}),
     [](const auto& row) { return row.param.sentence; });
 
 // clang-format on

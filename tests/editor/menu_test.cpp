@@ -28,7 +28,7 @@ class MenuForms : public ::testing::TestWithParam<FormRow>
 {
 };
 
-std::string written(const MenuForm& form)
+std::string titlesAndTexts(const MenuForm& form)
 {
     std::string text = corma::toUtf8(form.firstTitle);
     for (std::size_t i = 0; i < kMenuCommands; ++i) {
@@ -43,7 +43,7 @@ std::string written(const MenuForm& form)
 
 TEST_P(MenuForms, HaveTheirFixedTexts)
 {
-    EXPECT_EQ(written(menuFormOf(GetParam().language)), GetParam().texts);
+    EXPECT_EQ(titlesAndTexts(menuFormOf(GetParam().language)), GetParam().texts);
 }
 
 constexpr const char* kEnglishTexts

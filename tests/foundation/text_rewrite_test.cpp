@@ -127,7 +127,7 @@ TEST_F(Rewrite, LinksAndModesStay)
 
 // --- encodings -----------------------------------------------------------------------------------
 
-struct Encoding
+struct RewriteRow
 {
     const char* sentence;
     std::string former;
@@ -136,7 +136,7 @@ struct Encoding
     std::string content;
 };
 
-class RewriteEncoding : public Rewrite, public ::testing::WithParamInterface<Encoding>
+class RewriteEncoding : public Rewrite, public ::testing::WithParamInterface<RewriteRow>
 {
 };
 
@@ -152,16 +152,16 @@ TEST_P(RewriteEncoding, IsKept)
 INSTANTIATE_TEST_SUITE_P(
     TextRewrite, RewriteEncoding,
     ::testing::Values(
-        Encoding {"EmptyBecomesUtf8", "", "", "€", "€"},
-        Encoding {"Utf8", "é\n", "é\n", "€\n", "€\n"},
-        Encoding {"Utf8WithItsMark", "\xEF\xBB\xBFé\n", "é\n", "€\n", "\xEF\xBB\xBF€\n"},
-        Encoding {"Windows1252", "\xE9\n", "é\n", "€é\n", "\x80\xE9\n"},
-        Encoding {"LittleUtf16",
-                  "\xFF\xFE"
-                  "a\0\n\0"s,
-                  "a\n", "€\n", "\xFF\xFE\xAC\x20\n\0"s},
-        Encoding {"BigUtf16", "\xFE\xFF\0a\0\n"s, "a\n", "€\n", "\xFE\xFF\x20\xAC\0\n"s},
-        Encoding {"AMarkAlone", "\xFE\xFF", "", "a", "\xFE\xFF\0a"s}),
+        RewriteRow {"EmptyBecomesUtf8", "", "", "€", "€"},
+        RewriteRow {"Utf8", "é\n", "é\n", "€\n", "€\n"},
+        RewriteRow {"Utf8WithItsMark", "\xEF\xBB\xBFé\n", "é\n", "€\n", "\xEF\xBB\xBF€\n"},
+        RewriteRow {"Windows1252", "\xE9\n", "é\n", "€é\n", "\x80\xE9\n"},
+        RewriteRow {"LittleUtf16",
+                    "\xFF\xFE"
+                    "a\0\n\0"s,
+                    "a\n", "€\n", "\xFF\xFE\xAC\x20\n\0"s},
+        RewriteRow {"BigUtf16", "\xFE\xFF\0a\0\n"s, "a\n", "€\n", "\xFE\xFF\x20\xAC\0\n"s},
+        RewriteRow {"AMarkAlone", "\xFE\xFF", "", "a", "\xFE\xFF\0a"s}),
     [](const auto& row) { return std::string(row.param.sentence); });
 
 // --- failures ------------------------------------------------------------------------------------

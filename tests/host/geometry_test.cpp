@@ -328,7 +328,7 @@ TEST_P(Singular, IsAskedFor)
     EXPECT_EQ(GetParam().matrix.isSingular(), GetParam().isSingular);
 }
 
-const AcGeMatrix3d flat = scalingAlongAxes(1, 1, 0);
+const AcGeMatrix3d flattening = scalingAlongAxes(1, 1, 0);
 
 AcGeMatrix3d leaning(double height)
 {
@@ -340,7 +340,7 @@ const SingularRow singularRows[] = {
     {"TheIdentityIsNot",              AcGeMatrix3d::kIdentity,                      false},
     {"AMirroringIsNot",               scalingAlongAxes(-1, 1, 1),                   false},
     {"AVeryFlatScalingIsNot",         scalingAlongAxes(1, 1, 1e-12),                false},
-    {"AFlatteningIs",                 flat,                                         true},
+    {"AFlatteningIs",                 flattening,                                   true},
     {"OneLineIs",                     scalingAlongAxes(1, 0, 0),                    true},
     {"NothingIs",                     scalingAlongAxes(0, 0, 0),                    true},
     {"NanIs",                         scalingAlongAxes(1, kNan, 1),                 true},
@@ -355,7 +355,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, Singular, testing::ValuesIn(singularRows),
 
 TEST(Singular, HasTheIdentityAsInverse)
 {
-    EXPECT_EQ(flat.inverse(), AcGeMatrix3d::kIdentity);
+    EXPECT_EQ(flattening.inverse(), AcGeMatrix3d::kIdentity);
     EXPECT_EQ(scalingAlongAxes(0, 0, 0).inverse(), AcGeMatrix3d::kIdentity);
     EXPECT_EQ(scalingAlongAxes(kNan, 1, 1).inverse(), AcGeMatrix3d::kIdentity);
 }

@@ -4,6 +4,8 @@
 #include "support/TempFolder.h"
 
 #include <algorithm>
+#include <gtest/gtest.h>
+#include <sstream>
 
 using corma::host::CustomPatterns;
 using corma::host::HatchPattern;

@@ -3,6 +3,8 @@
 #include "inifile/words.h"
 #include "platform/text.h"
 
+#include <gtest/gtest.h>
+
 namespace corma {
 
 namespace {
