@@ -27,7 +27,7 @@ constexpr std::array<std::size_t, 3> kSizes = {1'000, 10'000, 100'000};
 // A column holds fewer values than the largest table has rows, so that it is read in parts.
 constexpr std::size_t kMostAtOnce = 25'000;
 
-constexpr std::size_t kWords = 1'000;
+constexpr std::size_t kWordCount = 1'000;
 
 constexpr const char* kSelect = "select of mixed rows";
 constexpr const char* kBareSelect = "floor: the same, bare SQLite";
@@ -225,14 +225,14 @@ int run(int argc, char** argv)
         add(kBareSelect, entries, bareSelect, path, entries);
     }
     const std::string words = place + "words.db3";
-    make(words, keysOf(kWords));
+    make(words, keysOf(kWordCount));
     const std::string configuration = place + "tool.ini";
     std::ofstream(configuration) << "TranslateDB=" << words << "\n";
-    add(kOpening, kWords, oneRow, words, true);
-    add(kBareOpening, kWords, bareRow, words, true);
-    add(kHit, kWords, oneRow, words, false);
-    add(kBareHit, kWords, bareRow, words, false);
-    add(kTranslate, kWords, translate, configuration);
+    add(kOpening, kWordCount, oneRow, words, true);
+    add(kBareOpening, kWordCount, bareRow, words, true);
+    add(kHit, kWordCount, oneRow, words, false);
+    add(kBareHit, kWordCount, bareRow, words, false);
+    add(kTranslate, kWordCount, translate, configuration);
 
     Medians medians;
     benchmark::RunSpecifiedBenchmarks(&medians);
@@ -240,9 +240,9 @@ int run(int argc, char** argv)
     for (const std::size_t entries : kSizes) {
         addRow(rows, medians, kSelect, kBareSelect, entries);
     }
-    addRow(rows, medians, kHit, kBareHit, kWords);
-    addRow(rows, medians, kOpening, kBareOpening, kWords);
-    addRow(rows, medians, kTranslate, kBareOpening, kWords);
+    addRow(rows, medians, kHit, kBareHit, kWordCount);
+    addRow(rows, medians, kOpening, kBareOpening, kWordCount);
+    addRow(rows, medians, kTranslate, kBareOpening, kWordCount);
     printTable(rows, "us");
     return EXIT_SUCCESS;
 }

@@ -1,6 +1,7 @@
 #include "model_family.h"
 
 #include "platform/platform.h"
+#include "sample_files.h"
 
 #include <array>
 #include <filesystem>
@@ -14,29 +15,25 @@ namespace {
 
 constexpr int kDutch = 19;
 
-constexpr std::array kNouns = {"Wand", "Deur",  "Raam",     "Trap", "Vloer",  "Dak",
-                               "Laag", "Tekst", "Arcering", "Maat", "Ruimte", "Symbool"};
-constexpr std::array kParts = {"Hoogte",  "Breedte", "Dikte", "Kleur", "Schaal", "Stijl",
-                               "Afstand", "Naam",    "Hoek",  "Type",  "Marge",  "Factor"};
-
 // What a setting may be: its value, and what the definitions file tells of it.
-struct Kind
+struct SettingKind
 {
     const char* value;
     const char* definition;
 };
 
 constexpr std::array kKinds = {
-    Kind {"120", "i min=0 max=5000 access=0,10 rgb=255,255,192"},
-    Kind {"23.75", "d min=0.5 max=250 bitmap=hoogte.bmp level=d"},
-    Kind {"1", "t access=10,20"},
-    Kind {"links", "c choices={links,midden,rechts} level=p"},
-    Kind {"Standaard", "q choices={Standaard,ISO 3 streep,Arial smal}"},
-    Kind {"21-BUITENWAND,2,CONTINUOUS,0.50", "v bitmap=lijnen.bmp"},
-    Kind {"00-ARCERING,8,CONTINUOUS,0.13,ANSI31,0,25", "h bitmap=arcering.bmp rgb=192,255,192"},
-    Kind {"norm\\kantoor.txt", "b filetypes=Tekst|*.txt||"},
-    Kind {"Beton grijs, in het werk gestort", "s readonly=true"},
-    Kind {"7", "k max=255 min=1"},
+    SettingKind {"120", "i min=0 max=5000 access=0,10 rgb=255,255,192"},
+    SettingKind {"23.75", "d min=0.5 max=250 bitmap=hoogte.bmp level=d"},
+    SettingKind {"1", "t access=10,20"},
+    SettingKind {"links", "c choices={links,midden,rechts} level=p"},
+    SettingKind {"Standaard", "q choices={Standaard,ISO 3 streep,Arial smal}"},
+    SettingKind {"21-BUITENWAND,2,CONTINUOUS,0.50", "v bitmap=lijnen.bmp"},
+    SettingKind {"00-ARCERING,8,CONTINUOUS,0.13,ANSI31,0,25",
+                 "h bitmap=arcering.bmp rgb=192,255,192"},
+    SettingKind {"norm\\kantoor.txt", "b filetypes=Tekst|*.txt||"},
+    SettingKind {"Beton grijs, in het werk gestort", "s readonly=true"},
+    SettingKind {"7", "k max=255 min=1"},
 };
 
 constexpr std::array kTexts = {
@@ -48,10 +45,10 @@ constexpr std::array kTexts = {
     "Naam van het patroon waarmee de doorsnede wordt gevuld",
 };
 
-class Writer
+class FamilyWriter
 {
 public:
-    explicit Writer(ModelFamily& family)
+    explicit FamilyWriter(ModelFamily& family)
         : m_family(family)
     {
     }
@@ -79,7 +76,7 @@ public:
 private:
     void setting(const std::string& ident)
     {
-        const Kind& kind = kKinds[m_random() % kKinds.size()];
+        const SettingKind& kind = kKinds[m_random() % kKinds.size()];
         m_values += ident + "=" + kind.value + "\r\n";
         m_definitions += ident + "=" + kind.definition + "\r\n";
         m_descriptions += ident + "=" + pick(kTexts) + "\r\n";
@@ -128,7 +125,7 @@ ModelFamily makeFamily(const std::string& folder, std::size_t settings, std::siz
     family.names = namesIn(folder);
     family.settings = settings;
     family.categories = categories;
-    Writer writer(family);
+    FamilyWriter writer(family);
     for (std::size_t i = 0; i < categories; ++i) {
         writer.category(i, settings * (i + 1) / categories - settings * i / categories);
     }

@@ -20,19 +20,15 @@ namespace {
 
 constexpr std::size_t kEntriesInAChapter = 20; // on average
 
-constexpr std::array kNouns = {"Wand", "Deur",  "Raam",     "Trap", "Vloer",  "Dak",
-                               "Laag", "Tekst", "Arcering", "Maat", "Ruimte", "Symbool"};
-constexpr std::array kParts = {"Hoogte",  "Breedte", "Dikte", "Kleur", "Schaal", "Stijl",
-                               "Afstand", "Naam",    "Hoek",  "Type",  "Marge",  "Factor"};
 constexpr std::array kEnds = {"", "", "Min", "Max", "Std", "Binnen", "Buiten", "Nieuw"};
 constexpr std::array kWords = {"Beton grijs", "CONTINUOUS",   "Standaard",     "21-BUITENWAND",
                                "Hout",        "ISO 3 streep", "ja, met label", "Arial smal"};
 
 // Makes the text of a sample, line by line.
-class Writer
+class SampleWriter
 {
 public:
-    explicit Writer(Sample& sample)
+    explicit SampleWriter(Sample& sample)
         : m_sample(sample)
     {
     }
@@ -156,7 +152,7 @@ Sample SampleFolder::make(std::size_t entries) const
 {
     Sample sample;
     sample.path = platform::fromNative(m_path + "/of" + std::to_string(entries) + ".ini");
-    Writer writer(sample);
+    SampleWriter writer(sample);
     writer.head();
     writer.chapters(entries);
     write(sample.nativePath(), sample.text);

@@ -2,11 +2,18 @@
 
 // Configuration files to measure with: they look like real ones and are the same at each run.
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
 
 namespace corma::bench {
+
+// Words of which names of chapters and settings are made.
+inline constexpr std::array kNouns = {"Wand", "Deur",  "Raam",     "Trap", "Vloer",  "Dak",
+                                      "Laag", "Tekst", "Arcering", "Maat", "Ruimte", "Symbool"};
+inline constexpr std::array kParts = {"Hoogte",  "Breedte", "Dikte", "Kleur", "Schaal", "Stijl",
+                                      "Afstand", "Naam",    "Hoek",  "Type",  "Marge",  "Factor"};
 
 /// The scramble number of the scrambled samples.
 inline constexpr int kScrambleNumber = 7;
