@@ -97,7 +97,7 @@ std::vector<std::wstring> piecesOf(const std::wstring& text, std::size_t mostCha
     return pieces;
 }
 
-std::vector<std::wstring> linesOf(const std::string& bytes)
+std::vector<std::wstring> wideLinesOf(const std::string& bytes)
 {
     std::vector<std::wstring> lines = piecesOf(textOfFile(bytes), kNone);
     for (std::wstring& line : lines) {
@@ -335,7 +335,7 @@ ReferenceModel ReferenceModel::load(const FileFamily& family)
     ReferenceModel model;
     if (const std::string* const global = family.find(family.name)) {
         model.categories.push_back(newCategory(L"Algemeen", L"General settings"));
-        model.loadLines(linesOf(*global), Blanks::kept);
+        model.loadLines(wideLinesOf(*global), Blanks::kept);
     } else {
         model.boxes.push_back(family.folder + family.name + L" was not found.");
     }
@@ -355,7 +355,7 @@ ReferenceModel ReferenceModel::loadStream(const std::string& bytes)
 {
     ReferenceModel model;
     model.categories.push_back(newCategory(L"Algemeen"));
-    model.loadLines(linesOf(bytes), Blanks::removed);
+    model.loadLines(wideLinesOf(bytes), Blanks::removed);
     return model;
 }
 
@@ -461,7 +461,7 @@ std::optional<std::wstring> ReferenceModel::choicesOf(const std::wstring& line,
 void ReferenceModel::loadDefinitions(const std::string& bytes, const std::wstring& folder)
 {
     FileLoad load(*this, L"inr");
-    const std::vector<std::wstring> lines = linesOf(bytes);
+    const std::vector<std::wstring> lines = wideLinesOf(bytes);
     for (std::size_t number = 0; number < lines.size(); ++number) {
         const std::wstring& line = lines[number];
         if (isIgnored(line)) {
@@ -489,7 +489,7 @@ void ReferenceModel::loadDescriptions(const std::string& bytes, const std::wstri
 {
     FileLoad load(*this, L"ind");
     SettingContents* above = nullptr; // that the previous ident line found
-    const std::vector<std::wstring> lines = linesOf(bytes);
+    const std::vector<std::wstring> lines = wideLinesOf(bytes);
     for (std::size_t number = 0; number < lines.size(); ++number) {
         const std::wstring& line = lines[number];
         if (isIgnored(line)) {
