@@ -13,6 +13,7 @@ run: setup
 test: setup
 	cmake --preset asan
 	cmake --build --preset asan -j $(JOBS)
+	sync # or tests that wait for the disk wait for what the build wrote
 	ctest --preset asan -j $(JOBS)
 
 bench: setup
