@@ -1,5 +1,5 @@
-#include "host/dwg/lz77.h"
 #include "host/dwg/bits.h"
+#include "host/dwg/lz77.h"
 #include "host/dwg/lz77_buffers.h"
 
 #include <array>
