@@ -29,9 +29,11 @@ fuzz: setup
 
 lint: setup
 	tools/setup.sh lint
-	cmake --preset asan -B build/lint -DCORMA_SANITIZE=OFF
+	cmake --preset dev -B build/lint -DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON
+	cmake --preset asan -B build/lint-together -DCORMA_SANITIZE=OFF
 	cmake --build build/lint --target generated_headers
-	tools/lint.sh build/lint
+	cmake --build build/lint-together --target generated_headers
+	tools/lint.sh build/lint build/lint-together
 
 format:
 	git ls-files '*.h' '*.cpp' | xargs clang-format -i

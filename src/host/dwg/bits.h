@@ -69,7 +69,7 @@ public:
     /// A number of up to 7 bytes, the highest first.
     std::uint64_t bigEndian(unsigned size)
     {
-        if (size * kByteBits > left()) {
+        if (std::size_t {size} * kByteBits > left()) {
             m_isGood = false;
             m_at = m_end;
             return 0;
