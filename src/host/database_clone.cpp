@@ -251,6 +251,9 @@ Acad::ErrorStatus AcDbDatabase::wblock(AcDbDatabase*& output, const AcDbObjectId
     }
     Store& destination = *drawing->m_store;
     shareVariables(*m_store, destination);
+    if (destination.version() == m_store->version()) {
+        destination.setBitsForm(m_store->bitsForm());
+    }
     CloneJob job {.source = *m_store,
                   .destination = destination,
                   .rule = AcDb::kDrcReplace,

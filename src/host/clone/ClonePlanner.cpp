@@ -60,8 +60,7 @@ void dropEntries(Groups& dictionary)
 
 bool takesBits(const Store& source, const Store& destination)
 {
-    return source.format() != nullptr && destination.format() != nullptr
-        && destination.format()->takesBitsOf(*source.format());
+    return source.bitsForm() && source.bitsForm() == destination.bitsForm();
 }
 
 } // namespace

@@ -102,11 +102,9 @@ void DwgFormat::addBlockFacts(const Record& block, Groups& groups) const
     groups.insert(*name + 1, std::move(more));
 }
 
-bool DwgFormat::takesBitsOf(const DrawingFormat& other) const
+std::optional<BitsForm> DwgFormat::bitsForm() const
 {
-    const auto* const source = dynamic_cast<const DwgFormat*>(&other);
-    return source != nullptr && source->m_form.version == m_form.version
-        && (m_form.hasUnicode() || source->m_form.codePage == m_form.codePage);
+    return BitsForm {m_form.version, m_form.hasUnicode() ? 0 : m_form.codePage};
 }
 
 WriteResult DwgFormat::write(const Store& store, const std::wstring& path) const

@@ -39,7 +39,7 @@ public:
     using DrawingFormat::decode;
     void decode(const AcDbStub& stub, Groups& groups) const override;
 
-    [[nodiscard]] bool takesBitsOf(const DrawingFormat& other) const override;
+    [[nodiscard]] std::optional<BitsForm> bitsForm() const override;
 
     [[nodiscard]] WriteResult write(const Store& store, const std::wstring& path) const override;
 

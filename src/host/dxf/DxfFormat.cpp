@@ -188,8 +188,31 @@ bool DxfFormat::eachPiece(const Store& store,
     return joiner.flush();
 }
 
+namespace {
+
+// A record that came into memory as bits of another format; null when there is none.
+const AcDbStub* firstOfBits(const Store& store)
+{
+    if (!store.bitsForm()) {
+        return nullptr;
+    }
+    const AcDbStub* at = store.first();
+    while (at != nullptr
+           && (at->isErased || !at->isChanged || store.groupsOf(*at).isUnderstood())) {
+        at = at->next;
+    }
+    return at;
+}
+
+} // namespace
+
 WriteResult DxfFormat::write(const Store& store, const std::wstring& path) const
 {
+    if (const AcDbStub* const unknown = firstOfBits(store)) {
+        return {Acad::eNotImplementedYet,
+                L"the " + store.groupsOf(*unknown)[0].text() + L" " + toText(unknown->handle)
+                    + L" has no form in such a file: its content is not understood"};
+    }
     platform::FileReplacement file(path);
     eachPiece(store, [&](std::string_view piece) { return file.write(piece); });
     return committed(file);

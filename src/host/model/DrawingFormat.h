@@ -4,6 +4,7 @@
 #include "host/model/Group.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,15 @@ enum class DrawingVersion : short
     r2010 = 1024,
     r2013 = 1027,
     r2018 = 1032
+};
+
+/// What has to be the same where a record is taken over as the bits that it is.
+struct BitsForm
+{
+    DrawingVersion version = DrawingVersion::unknown;
+    int codePage = 0; // of its texts, where they are not Unicode
+
+    bool operator==(const BitsForm&) const = default;
 };
 
 /// How the writing of a drawing went.
@@ -62,9 +72,9 @@ public:
     /// The same in the place of what `groups` has, whose memory is used again.
     virtual void decode(const AcDbStub& stub, Groups& groups) const = 0;
 
-    /// True when a record that is not understood can go from a drawing of the other format into one
-    /// of this as the bits that it is.
-    [[nodiscard]] virtual bool takesBitsOf(const DrawingFormat& /*other*/) const { return false; }
+    /// Where the bits of records that are not understood mean what they mean here; nothing for a
+    /// format without such records.
+    [[nodiscard]] virtual std::optional<BitsForm> bitsForm() const { return std::nullopt; }
 
     /// Writes the drawing in this format, in one step: the file is the old or the new one. Records
     /// that were not changed are written as the bytes that they were.

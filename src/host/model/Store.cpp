@@ -194,6 +194,11 @@ std::string_view Store::nameOf(RecordType type) const
     return m_typeNames[static_cast<std::size_t>(type)];
 }
 
+std::optional<BitsForm> Store::bitsForm() const
+{
+    return m_bitsForm || !m_format ? m_bitsForm : m_format->bitsForm();
+}
+
 void Store::finishLoading(Structure structure, std::unique_ptr<DrawingFormat> format)
 {
     m_structure = std::move(structure);

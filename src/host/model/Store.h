@@ -281,6 +281,14 @@ public:
 
     [[nodiscard]] const DrawingFormat* format() const { return m_format.get(); }
 
+    /// Where records that are not understood can come from, and go to, as the bits that they are.
+    [[nodiscard]] std::optional<BitsForm> bitsForm() const;
+
+    /// Takes such records of a drawing from now on, though its own format has none: for one in
+    /// memory, whose content goes back into a drawing of that form. It cannot be written in a
+    /// format that has no such records while it has one.
+    void setBitsForm(std::optional<BitsForm> form) { m_bitsForm = form; }
+
     /// The drawing is as it is in a file from now on.
     void markSaved() { m_isChanged = false; }
 
@@ -324,6 +332,7 @@ private:
 
     AcDbDatabase* m_database;
     std::unique_ptr<DrawingFormat> m_format;
+    std::optional<BitsForm> m_bitsForm; // instead of that of the format
 
     static constexpr std::size_t kStubsInPiece = 4096;
     std::vector<std::unique_ptr<AcDbStub[]>> m_pieces;
