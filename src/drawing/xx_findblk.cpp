@@ -166,7 +166,7 @@ AcDbObjectId insertDrawing(const BlockRequest& request, int& status)
 void takeText(wchar_t* text, BlockRequest& request)
 {
     if (const wchar_t* const mark = corma::find(text, L'!'); mark != nullptr) {
-        request.file.assign(text, std::min<std::size_t>(mark - text, kLongestFile));
+        request.file.assign(text, std::min(static_cast<std::size_t>(mark - text), kLongestFile));
         corma::copy(text, std::wstring(mark + 1).c_str());
     }
     request.text = text;

@@ -319,7 +319,7 @@ void BitWriter::setRawLong(std::size_t position, std::uint32_t value)
     number.rawLong(value);
     for (const char byte : number.bytes()) {
         const auto used = static_cast<unsigned>(position % kByteBits);
-        const unsigned both = static_cast<unsigned char>(byte) << (kByteBits - used);
+        const unsigned both = unsigned {static_cast<unsigned char>(byte)} << (kByteBits - used);
         const unsigned mask = kMostOfByte << (kByteBits - used);
         for (unsigned half = 0; half < 2; ++half) {
             const std::size_t at = position / kByteBits + half;
