@@ -4,8 +4,8 @@
 audit_changed_dwg.py CFGCTL EXAMPLES DATA FOLDER
 
 Of each DWG drawing in FOLDER that can be written: settings are stored, stored again, frozen and
-removed; a block is loaded out of EXAMPLES/blokken and one out of DATA; references are brought up to
-date; entities are copied and erased. Of each changed drawing every checksum holds, the dictionaries
+removed; a block is loaded out of EXAMPLES/bron/blokken and one out of DATA; references are brought
+up to date; entities are copied and erased. Of each changed drawing every checksum holds, the dictionaries
 and values that a reader of its own (dwg_file.py) finds are those that were asked for, each object
 that the command has no business with is bit for bit what it was, and so is every other section. Of
 the header variables nothing but the next handle differs. A drawing that a command refuses must stay
@@ -390,7 +390,7 @@ def try_settings(case: Case) -> None:
 def try_blocks(case: Case, examples: Path, data: Path) -> None:
     may_change = of_types("_CONTROL", "DICTIONARY")
     judged(case, Command("block of a DXF drawing",
-                         ["block", f"{examples / 'blokken' / 'deur.dxf'}!$PG-DEUR-ENKEL"],
+                         ["block", f"{examples / 'bron' / 'blokken' / 'deur.dxf'}!$PG-DEUR-ENKEL"],
                          has_block("PG-DEUR-ENKEL"), may_change), 0)
     judged(case, Command("block of a binary DXF drawing",
                          ["block", f"{data / 'r2018_binary.dxf'}!$DEUR"],

@@ -134,7 +134,8 @@ class Command:
 def commands(examples: Path, drawing: DwgFile) -> Iterator[Command]:
     yield Command("set", ["set", "tool.ini", "[Plot]Schaal", "20"], KEYS,
                   {"DICTIONARY": 3, "XRECORD": 1})
-    yield Command("block", ["block", f"{examples / 'blokken' / 'deur.dxf'}!{BLOCK}"], block=BLOCK)
+    source = examples / "bron" / "blokken" / "deur.dxf"
+    yield Command("block", ["block", f"{source}!{BLOCK}"], block=BLOCK)
     line = next((handle for handle, record in drawing.objects.items() if record.type == LINE), None)
     if line is not None:
         yield Command("copy", ["copy", f"{line:X}"], records={"LINE": 1}, lines=1)
